@@ -1,0 +1,61 @@
+// Command and control ids: their one home. Menus and buttons carry the id of the command they run;
+// dialog controls carry theirs in the dynamic property "controlId".
+#pragma once
+
+namespace pixelgrove {
+
+enum CommandId : int {
+    kCmdOk = 1,
+    kCmdCancel = 2,
+    kCmdPlay = 3,
+    kCmdRecord = 4,
+    kCmdPause = 5,
+    kCmdStop = 6,
+    kCmdStart = 7,
+    kCmdCompileResult = 122,  // posted by the render thread; data 0 good, 1 failed
+    kCmdUseGdiDisplay = 130,
+    kCmdShowChannelBuffers = 131,
+    kCmdMultisampleFirst = 132,  // 132..137: none, 2x, 4x, 8x, 16x, 32x
+    kCmdMultisampleLast = 137,
+    kCmdFrameBufferFormatFirst = 115,
+    kCmdFrameBufferFormatLast = 121,
+    kCmdRandomize = 1021,
+    kCmdSetStartToCurrent = 1022,
+    kCmdFpsTarget = 1035,
+    kCmdStageImage = 1051,
+    kCmdStageAdd = 1052,
+    kCmdStageCommon = 1053,
+    kCmdStageCubeA = 1058,
+    kCmdRestart = 1113,
+    kCmdPaletteChanged = 1428,
+    kCmdWindowSizeFirst = 1564,  // 1564..1577: the output window's sizes
+    kCmdWindowSizeLast = 1577,
+    kCmdAlwaysOnTop = 1578,
+    kCmdScreenCapture8k = 1579,
+    kCmdSaveFileAs = 40001,
+    kCmdOpenFile = 40002,
+    kCmdNew = 40003,
+    kCmdAnimationWindow = 40013,
+    kCmdSaveProjectAs = 40027,
+    kCmdOpenProject = 40031,
+};
+
+enum ControlId : int {
+    kCtlEditor = 1001,
+    kCtlStatusText = 1003,
+    kCtlLineGutter = 1004,
+    kCtlTreeView = 1005,
+    kCtlCurrentTime = 1019,
+    kCtlStartTime = 1020,
+    kCtlFpsTarget = 1035,
+    kCtlFpsUpDown = 1036,
+    kCtlFpsCurrent = 1037,
+    kCtlChannelPreview0 = 1072,
+    kCtlChannelPreview1 = 1068,
+    kCtlChannelPreview2 = 1069,
+    kCtlChannelPreview3 = 1070,
+    kCtlOpenGlVersion = 1109,
+    kCtlOpenGlFeatures = 1110,
+};
+
+}  // namespace pixelgrove

@@ -1,0 +1,48 @@
+// The editing form of a project: eight documents and eight times four channels in AppState.
+//
+// All functions belong to the main thread and need AppState. They tell the windows through AppState::host.
+#pragma once
+
+#include <QString>
+
+#include "core/AppState.h"
+#include "core/ShaderProject.h"
+
+namespace pixelgrove {
+
+// Frees text, comment map and error lines of all eight documents; the records are cleared.
+void FreeDocuments();
+
+// Empties the editing form: documents, channels, error texts, exists flags (the "+" and Image rows stay
+// set). With addImage the default Image stage follows and is shown. shaderModified stays as it was.
+void ClearProject(bool addImage);
+
+// Gives stage id its default text; only for 1..7. The channels stay.
+void AddStage(uint32_t id);
+
+// Puts stage id into the editor, unless it is there already or is above 7.
+void SelectStage(uint32_t id);
+
+// Removes a stage other than 0 and Image (for those nothing happens); falls back to Image when it was shown.
+void RemoveStage(uint32_t id);
+
+// The stages that "+" offers: those that don't exist, in StageId order.
+std::vector<uint32_t> AddableStages();
+
+// Sets the document's text: line ends become LF, lengths and comment map follow. extraAllocated is added to
+// the allocated count.
+void SetDocumentText(StageDocument& document, const QString& text, uint32_t extraAllocated = 0);
+
+// Runs after each change in the editor; textChanged tells whether the text itself changed, spanHasControls
+// is false when the changed span holds no line that could be a control. Re-entrant calls return at once.
+void OnProjectChanged(bool textChanged, bool spanHasControls);
+
+// Takes a project that was read into the editing form; bitmaps and volumes pass over. path is where it
+// came from; when shorter than 7 characters the file name becomes the project's name plus ".json".
+void AdoptProject(ShaderProject& project, const QString& path);
+
+// One class byte per code unit: 0 outside comments, 1 in a line comment (its line end included), 2 in a
+// block comment (both delimiters included). String literals are not known. Pure.
+std::vector<uint8_t> BuildCommentMap(QStringView text);
+
+}  // namespace pixelgrove
