@@ -112,5 +112,8 @@ AppState* App();
 bool AllocateGlobals();
 // Frees both, AppState first. Only with no run alive.
 void FreeGlobals();
+// From now on FreeGlobals clears the accessors but leaves the memory: a render thread that hangs in the driver
+// may still look at it.
+void PinGlobals();
 
 }  // namespace pixelgrove

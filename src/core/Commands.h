@@ -28,6 +28,14 @@ enum CommandId : int {
     kCmdStageCubeA = 1058,
     kCmdRestart = 1113,
     kCmdPaletteChanged = 1428,
+    kCmdRecordForFirst = 1559,  // 1559..1563: record for 10, 20, 30, 60 seconds, with manual stop
+    kCmdRecordForLast = 1563,
+    kCmdEditUndo = 1550,
+    kCmdEditPaste = 1551,
+    kCmdEditCopy = 1552,
+    kCmdEditCut = 1553,
+    kCmdEditDelete = 1554,
+    kCmdEditSelectAll = 1555,
     kCmdWindowSizeFirst = 1564,  // 1564..1577: the output window's sizes
     kCmdWindowSizeLast = 1577,
     kCmdAlwaysOnTop = 1578,
@@ -45,6 +53,7 @@ enum ControlId : int {
     kCtlStatusText = 1003,
     kCtlLineGutter = 1004,
     kCtlTreeView = 1005,
+    kCtlCaretStatus = 1007,
     kCtlCurrentTime = 1019,
     kCtlStartTime = 1020,
     kCtlFpsTarget = 1035,

@@ -1,10 +1,12 @@
 // IncludeContext: in-memory include files, the folder where files are sought, and the record of what the
-// current assembly expanded. One per program, owned by AppState; the render thread alone uses it while a
-// run assembles, the main thread sets searchFolder before the first run.
+// current assembly expanded. AppState owns the program's one, which the main thread makes at start; each run
+// assembles with one of its own that takes the search folder over, so that a run that hangs can't disturb the
+// next.
 #pragma once
 
 #include <QByteArray>
 #include <QString>
+#include <memory>
 #include <vector>
 
 namespace pixelgrove {
@@ -29,5 +31,9 @@ struct IncludeContext {
     QString searchFolder;                      // may be empty
     std::vector<IncludedFile> includedFiles;
 };
+
+// A new context whose search folder is Shaders/Include in the data folder when that exists, else empty. After
+// SetBaseFolders; main thread.
+std::unique_ptr<IncludeContext> CreateIncludeContext();
 
 }  // namespace pixelgrove

@@ -1,13 +1,12 @@
 // MouseState and KeyboardState: what the output window's input leaves for the renderer. Process-wide.
 //
-// Written by the main thread (through the functions below), read by the render thread; each word is atomic,
-// a view that mixes two events lasts one frame.
+// Written by the main thread (through the functions below), read by the render thread. Mouse words are atomic,
+// and a view that mixes two events lasts one frame; the key rows stand behind a lock.
 #pragma once
 
 #include <array>
 #include <atomic>
 #include <cstdint>
-#include <mutex>
 
 namespace pixelgrove {
 

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <atomic>
+#include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -28,6 +29,7 @@ struct RunRequest {
     bool randomizeStart = false;
     float startTime = 0.1f;  // used when randomizeStart is off
     uint32_t multisampleIndex = 0;
+    QString includeFolder;                   // where #include files are sought; may be empty
     std::shared_ptr<OutputSurface> surface;  // never null
 };
 
@@ -42,45 +44,80 @@ struct ChannelPreview {
 
 // Shared by the main thread and the run's thread; whoever lets go last frees it.
 struct RenderRun {
+    RenderRun(AppState& state, RunRequest what);
+    ~RenderRun();
+    RenderRun(const RenderRun&) = delete;
+    RenderRun& operator=(const RenderRun&) = delete;
+
+    AppState& app;
     RunRequest request;
+    std::atomic<uint32_t> stopRequested{0};  // main sets, the thread leaves at the end of its turn
+    std::unique_ptr<RenderContext> context;  // the thread's until it has ended, then main's
+    // Per stage: compile errors in terms of the user's files and lines. The thread's until command 122 is
+    // posted; main reads them through ReportedErrors.
+    std::array<QString, kStageCount> errors;
+    QString failure;  // the same for what has no log: one plain sentence, or empty
 
-    // The gate: the thread holds `gate` while it touches AppState or posts; a run that was abandoned
-    // (stuck in the driver) finds it closed and touches nothing that lives.
-    std::mutex gate;
-    bool abandoned = false;  // under gate
-
-    std::unique_ptr<RenderContext> context;  // render thread until the thread has ended, then main
-    std::array<QString, kStageCount> errors; // complete before command 122 is posted, read after it
-    std::thread thread;
-    std::atomic<bool> ended{false};
-
-    // Called on the render thread with a preview to show; may be empty.
+    // Called on the render thread with a preview to show; may be empty. Set before the thread starts.
     std::function<void(ChannelPreview)> showPreview;
-    // The shown stage's channels are previewed while AppState::showChannelBuffers is set; main writes.
+    // The stage whose Buffer channels are previewed while AppState::showChannelBuffers is set; main writes.
     std::atomic<uint32_t> previewStage{kStageImage};
 
-    ~RenderRun();
-    // Runs f under the gate unless the run was abandoned; false then.
+    std::atomic<uint64_t> framesDrawn{0};  // render thread writes
+
+    // The gate: held while the thread writes into AppState or posts. A run that was abandoned, stuck in the
+    // driver, finds it closed and touches nothing that lives. False then, and f didn't run.
     template <typename F>
     bool WithGate(F&& f) {
-        std::lock_guard lock(gate);
-        if (abandoned) return false;
+        std::lock_guard lock(gate_);
+        if (abandoned_) return false;
         f();
         return true;
     }
+
+    // The last thing the thread does: leaves the context to main, or frees it when the run was abandoned.
+    void Finish();
+    // Starts the thread. Main thread.
+    static void Start(const std::shared_ptr<RenderRun>& run);
+    // Waits for Finish and joins the thread. When it takes longer, closes the gate for good, lets the thread
+    // go on without anything it could touch, and returns false. Main thread.
+    bool EndOrAbandon(int timeoutMs);
+    // The errors and the failure sentence, after command 122. Main thread.
+    std::array<QString, kStageCount> ReportedErrors();
+    QString ReportedFailure();
+
+private:
+    std::thread thread_;
+    std::mutex gate_;
+    std::condition_variable endSignal_;
+    bool abandoned_ = false;  // under gate_
+    bool ended_ = false;      // under gate_
 };
 
-// Starts a run when AppState::renderThread is null, with the given request; otherwise stops the one there is:
-// waits up to kStopWaitMs, then abandons the thread with its context, and frees the context. Returns true
-// when a run was started. Main thread.
-bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t fpsTarget);
+// The press of Play, Stop and restart: with a run, StopRenderThread; without one, starts a run with
+// makeRequest()'s result after storing the clamped rate (10..240) to fpsTarget and fpsCurrent and publishing the
+// control values. configure may finish the run's record before its thread starts. True when a run was
+// started. Main thread.
+bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t fpsTarget,
+                        const std::function<void(RenderRun&)>& configure = {});
 
-// The stop half alone, also used at exit; nothing without a run. True unless a thread had to be abandoned.
+// Asks the run to stop, waits up to kStopWaitMs, and frees its context; a thread that doesn't end in time is
+// abandoned together with the context. Posted results of the run are dropped. Nothing without a run. True
+// unless a thread was abandoned. Main thread.
 bool StopRenderThread();
 
 // Threads that were abandoned and have not ended yet.
 int AbandonedRuns();
 
 constexpr int kStopWaitMs = 4000;
+constexpr uint32_t kMinFps = 10;
+constexpr uint32_t kMaxFps = 240;
+
+// Builds the run's context and its running form of the project from the request. Render thread, or the one
+// thread of a program without windows. False when no context can be made.
+bool PrepareRenderContext(RenderRun& run);
+
+// One frame by the window's size, or by the recording size. True when a frame was drawn. Render thread.
+bool RenderFrameTick(RenderRun& run);
 
 }  // namespace pixelgrove

@@ -1,0 +1,203 @@
+// pixelgrove-render: plays a project without a window or a display server and writes its frames to files.
+
+#include <QCoreApplication>
+#include <QDir>
+#include <cstdio>
+#include <cstring>
+
+#include "app/RenderOptions.h"
+#include "controls/LiveValues.h"
+#include "core/AppState.h"
+#include "core/BaseFolders.h"
+#include "core/ProjectModel.h"
+#include "persist/ImageFiles.h"
+#include "render/EglSurface.h"
+#include "render/ProjectCompiler.h"
+#include "render/RenderContext.h"
+#include "render/RenderThread.h"
+#include "render/StageTargets.h"
+#include "render/UniformLookup.h"
+#include "render/source/SourceAssembly.h"
+#include "shadertoy/ProjectFile.h"
+
+namespace pixelgrove {
+
+namespace {
+
+enum ExitCode { kExitDone = 0, kExitCompileFailed = 1, kExitUsage = 2 };
+
+void PrintError(const QString& text) {
+    QByteArray line = text.toLocal8Bit();
+    if (!line.endsWith('\n')) line += '\n';
+    std::fwrite(line.constData(), 1, size_t(line.size()), stderr);
+}
+
+int LoadIntoEditingForm(const QString& path) {
+    ShaderProject project;
+    const ProjectFileResult read = LoadProjectFile(path, project);
+    if (read.status != ProjectFileStatus::Loaded) {
+        PrintError(QStringLiteral("pixelgrove-render: %1: %2").arg(path, read.message));
+        return kExitUsage;
+    }
+    AdoptProject(project, path);
+    return kExitDone;
+}
+
+// Turns each --set into a control record, typed as the compiled programs declare the uniform.
+int ApplyValues(const RenderOptions& options, const RenderContext& context) {
+    ControlSet& controls = *Controls();
+    for (const auto& [name, value] : options.values) {
+        if (name == QLatin1String("Speed")) {
+            if (value < -1.0 || value > 1.0) {
+                PrintError(QStringLiteral("pixelgrove-render: Speed is a value from -1 to 1."));
+                return kExitUsage;
+            }
+            controls.uniforms[0].range.value = float(value);
+            continue;
+        }
+        const std::optional<ControlValueType> type = FindUniformType(context, name);
+        if (!type) {
+            PrintError(QStringLiteral("pixelgrove-render: no stage uses a float, int, uint or bool uniform named %1.")
+                           .arg(name));
+            return kExitUsage;
+        }
+        if (controls.uniformCount >= kMaxControls) {
+            PrintError(QStringLiteral("pixelgrove-render: at most %1 values can be set.").arg(kMaxControls - 1));
+            return kExitUsage;
+        }
+        UniformControl& control = controls.uniforms[size_t(controls.uniformCount++)];
+        control = UniformControl{};
+        control.type = *type;
+        control.displayName = name;
+        control.range.name = name;
+        control.range.value = float(value);
+    }
+    return kExitDone;
+}
+
+int PrintSource(RenderContext& context, uint32_t stage) {
+    if (context.project.stages[stage].kind != stage) {
+        PrintError(QStringLiteral("pixelgrove-render: the project has no stage %1.").arg(StageName(stage)));
+        return kExitUsage;
+    }
+    SetVersionLine(context);
+    SetSelfReference(context, stage);
+    const std::optional<QByteArray> text =
+        AssembleStageSource(context.project, context.includeContext, stage, context.versionLine);
+    if (!text) {
+        PrintError(QStringLiteral("pixelgrove-render: %1 can't be assembled.").arg(StageName(stage)));
+        return kExitCompileFailed;
+    }
+    const bool written = std::fwrite(text->constData(), 1, size_t(text->size()), stdout) == size_t(text->size());
+    return written ? kExitDone : kExitUsage;
+}
+
+int ReportCompileFailure(RenderContext& context, const CompileOutcome& outcome) {
+    const StageErrorArray errors = MapStageErrors(context);
+    for (const QString& text : errors) {
+        if (!text.isEmpty()) PrintError(text);
+    }
+    if (!outcome.failure.isEmpty()) PrintError(outcome.failure);
+    return kExitCompileFailed;
+}
+
+// The stage's latest picture; for Cube A its six faces side by side.
+std::shared_ptr<Bitmap> ReadPicture(const RenderContext& context, uint32_t stage) {
+    if (stage != kStageCubeA) {
+        auto picture = CreateFrameBitmap(context.renderSize.width, context.renderSize.height);
+        if (!picture || !ReadBackStage(context, stage, *picture)) return nullptr;
+        return picture;
+    }
+    auto strip = CreateFrameBitmap(6 * kCubeSide, kCubeSide);
+    const auto face = CreateFrameBitmap(kCubeSide, kCubeSide);
+    if (!strip || !face) return nullptr;
+    for (int n = 0; n < 6; ++n) {
+        if (!ReadBackStage(context, stage, *face, n)) return nullptr;
+        for (int row = 0; row < kCubeSide; ++row) {
+            std::memcpy(strip->Row(row) + size_t(n) * face->StrideBytes(), face->Row(row), face->StrideBytes());
+        }
+    }
+    return strip;
+}
+
+int WriteFrames(RenderRun& run, const RenderOptions& options) {
+    const QDir folder(options.outFolder);
+    if (!folder.exists()) {
+        PrintError(QStringLiteral("pixelgrove-render: there is no folder %1.").arg(options.outFolder));
+        return kExitUsage;
+    }
+    for (int frame = 1; frame <= options.frames; ++frame) {
+        if (!RenderFrameTick(run)) {
+            PrintError(QStringLiteral("pixelgrove-render: frame %1 can't be drawn.").arg(frame));
+            return kExitUsage;
+        }
+        const std::shared_ptr<Bitmap> picture = ReadPicture(*run.context, options.stage);
+        if (!picture) {
+            PrintError(QStringLiteral("pixelgrove-render: %1 has no picture.").arg(StageName(options.stage)));
+            return kExitUsage;
+        }
+        const QString path = folder.filePath(*FormatFrameName(options.format, frame));
+        if (!SaveBitmapImage(*picture, path)) {
+            PrintError(QStringLiteral("pixelgrove-render: %1 can't be written.").arg(path));
+            return kExitUsage;
+        }
+    }
+    return kExitDone;
+}
+
+int Render(const RenderOptions& options) {
+    if (const int code = LoadIntoEditingForm(options.project); code != kExitDone) return code;
+    RunRequest request = SnapshotProject();
+    request.startTime = options.start;
+    request.surface = CreateEglSurface({options.width, options.height});
+    Controls()->uniforms[0].range.value = options.speed;
+    if (!request.surface) {
+        PrintError(QStringLiteral("pixelgrove-render: no OpenGL without a window on this system."));
+        return kExitUsage;
+    }
+    RenderRun run(*App(), std::move(request));
+    if (!PrepareRenderContext(run)) {
+        PrintError(QStringLiteral("pixelgrove-render: no usable OpenGL context."));
+        return kExitUsage;
+    }
+    RenderContext& context = *run.context;
+    if (options.printSource != kStageNone) return PrintSource(context, options.printSource);
+    const CompileOutcome outcome = CompileProject(context);
+    if (outcome.result != CompileResult::Good) return ReportCompileFailure(context, outcome);
+    if (const int code = ApplyValues(options, context); code != kExitDone) return code;
+    if (options.checkOnly) return kExitDone;
+    PublishControlValues(*Controls());
+    return WriteFrames(run, options);
+}
+
+int RenderMain(const QStringList& arguments) {
+    const ParsedOptions parsed = ParseRenderOptions(arguments);
+    if (!parsed.error.isEmpty()) {
+        PrintError(QStringLiteral("pixelgrove-render: %1\n%2").arg(parsed.error, RenderUsage()));
+        return kExitUsage;
+    }
+    if (parsed.options.help) {
+        std::fputs(RenderUsage().toLocal8Bit().constData(), stdout);
+        return kExitDone;
+    }
+    if (!AllocateGlobals()) {
+        PrintError(QStringLiteral("pixelgrove-render: no memory."));
+        return kExitUsage;
+    }
+    SetBaseFolders();
+    InitialiseSpeed(*Controls());
+    App()->includeContext = CreateIncludeContext();
+    const int code = Render(parsed.options);
+    App()->renderContext = nullptr;
+    FreeGlobals();
+    return code;
+}
+
+}  // namespace
+
+}  // namespace pixelgrove
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    return pixelgrove::RenderMain(QCoreApplication::arguments().mid(1));
+}

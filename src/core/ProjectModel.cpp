@@ -1,0 +1,190 @@
+#include "core/ProjectModel.h"
+
+#include <utility>
+
+#include "platform/CodePage.h"
+
+namespace pixelgrove {
+
+namespace {
+
+constexpr float kDefaultProjectVersion = 0.1f;
+constexpr qsizetype kServiceIdLength = 6;
+
+bool inProjectChange = false;
+
+QString WithLfLineEnds(QString text) {
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    return text.replace(u'\r', u'\n');
+}
+
+// A name that doesn't fit its field leaves it empty.
+QString FittedFileName(const QString& name) {
+    return name.size() < kFileNameCapacity ? name : QString();
+}
+
+// Shows the Image stage as if nothing had been shown before.
+void ShowImageAnew(AppState& app) {
+    app.currentStage = kStageNone;
+    app.currentDocument = nullptr;
+    SelectStage(kStageImage);
+}
+
+// Moves one stage that was read into the editing form.
+void AdoptStage(AppState& app, uint32_t id, ShaderStage& stage) {
+    StageDocument& document = app.documents[id];
+    document = StageDocument();
+    SetDocumentText(document, FromCodePage(std::exchange(stage.source, QByteArray())), 1);
+    stageTabs[id].exists = 1;
+    stageTabs[id].stageId = int32_t(id);
+    for (size_t i = 0; i < kChannelCount; ++i) {
+        if (stage.channels[i].kind == kChannelUnused) continue;
+        app.channels[id][i] = std::exchange(stage.channels[i], ChannelInput());
+    }
+}
+
+}  // namespace
+
+void FreeDocuments() {
+    for (StageDocument& document : App()->documents)
+        document = StageDocument();
+}
+
+void ClearProject(bool addImage) {
+    AppState& app = *App();
+    FreeDocuments();
+    for (uint32_t id = 0; id < kStageCount; ++id) {
+        app.stageErrors[id].clear();
+        app.channels[id] = {};
+        stageTabs[id].exists = id == kStageNone || id == kStageImage ? 1 : 0;
+    }
+    app.projectInfo = ShaderInfo();
+    app.projectVersion = kDefaultProjectVersion;
+    app.currentStage = kStageNone;
+    // The record that was shown is empty now; the editor must not put its old text back there.
+    app.currentDocument = nullptr;
+    if (!addImage) return;
+    AddStage(kStageImage);
+    ShowImageAnew(app);
+    app.host->RebuildControlTree();
+}
+
+void AddStage(uint32_t id) {
+    if (id == kStageNone || id >= kStageCount || stageTabs[id].stageId != int32_t(id)) return;
+    stageTabs[id].exists = 1;
+    SetDocumentText(App()->documents[id], DefaultSource(id));
+}
+
+void SelectStage(uint32_t id) {
+    AppState& app = *App();
+    if (id >= kStageCount || id == app.currentStage) return;
+    StageDocument& document = app.documents[id];
+    document.length = uint32_t(document.text.size());
+    document.onChange = OnProjectChanged;
+    // The host finds the outgoing document still current, to save its view.
+    app.host->LoadDocument(document);
+    app.currentDocument = &document;
+    app.currentStage = id;
+    if (app.stageErrors[id].isEmpty()) {
+        app.host->SetStatusText(QStringLiteral("[ %1 ] No errors.").arg(StageName(id)));
+    } else {
+        app.host->SetStatusText(app.stageErrors[id]);
+        app.host->MarkErrorLines();
+    }
+    app.host->RefreshStageTabs();
+    app.host->RefreshChannelPanel();
+}
+
+void RemoveStage(uint32_t id) {
+    if (id == kStageNone || id >= kStageImage) return;
+    AppState& app = *App();
+    stageTabs[id].exists = 0;
+    app.documents[id] = StageDocument();
+    app.channels[id] = {};
+    if (id == app.currentStage) {
+        SelectStage(kStageImage);
+        // Leaving the stage saved its view, which belongs to a text that is gone.
+        app.documents[id] = StageDocument();
+    }
+    app.host->RefreshStageTabs();
+}
+
+std::vector<uint32_t> AddableStages() {
+    std::vector<uint32_t> ids;
+    for (uint32_t id = 0; id < kStageCount; ++id) {
+        if (!stageTabs[id].exists) ids.push_back(id);
+    }
+    return ids;
+}
+
+void SetDocumentText(StageDocument& document, const QString& text, uint32_t extraAllocated) {
+    document.text = WithLfLineEnds(text);
+    document.hasText = true;
+    document.length = uint32_t(document.text.size());
+    document.allocated = document.length + extraAllocated;
+    document.commentMap = BuildCommentMap(document.text);
+}
+
+void OnProjectChanged(bool textChanged, bool spanHasControls) {
+    // Refreshing title and tree may change the editor and so come back here.
+    if (inProjectChange) return;
+    inProjectChange = true;
+    AppState& app = *App();
+    if (textChanged) {
+        shaderModified = true;
+        if (app.fileName.isEmpty()) app.fileName = QStringLiteral("Untitled");
+        app.host->ShowTitle(true);
+        const ControlSet& controls = *Controls();
+        const bool hasControls = controls.uniformCount + controls.defineCount > 0;
+        if (spanHasControls || !hasControls) app.host->RebuildControlTree();
+    }
+    app.host->RefreshCaretStatus();
+    inProjectChange = false;
+}
+
+void AdoptProject(ShaderProject& project, const QString& path) {
+    AppState& app = *App();
+    ClearProject(false);
+    for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
+        ShaderStage& stage = project.stages[id];
+        if (stage.kind != kStageNone && !stage.source.isEmpty()) AdoptStage(app, id, stage);
+    }
+    app.projectInfo = project.info;
+    app.projectVersion = project.version;
+    // So short a path is a service id, which says little to a reader.
+    const bool isServiceId = path.size() <= kServiceIdLength;
+    app.fileName = FittedFileName(isServiceId ? project.info.name + QStringLiteral(".json") : path);
+    ShowImageAnew(app);
+    shaderModified = false;
+    app.host->RebuildControlTree();
+}
+
+std::vector<uint8_t> BuildCommentMap(QStringView text) {
+    enum : uint8_t { kCode = 0, kLine = 1, kBlock = 2 };
+    std::vector<uint8_t> map(size_t(text.size()), kCode);
+    uint8_t state = kCode;
+    // A NUL ends the text; what lies behind it stays code.
+    const qsizetype nul = text.indexOf(QChar(0));
+    const qsizetype length = nul < 0 ? text.size() : nul;
+    for (qsizetype i = 0; i < length; ++i) {
+        const char16_t unit = text[i].unicode();
+        const char16_t next = i + 1 < length ? text[i + 1].unicode() : u'\0';
+        if (state == kCode && unit == u'/' && next == u'/') {
+            state = kLine;
+        } else if (state == kCode && unit == u'/' && next == u'*') {
+            // Both characters at once, so that the star can't also close: "/*/" stays open.
+            map[size_t(i++)] = kBlock;
+            state = kBlock;
+        } else if (state == kBlock && unit == u'*' && next == u'/') {
+            map[size_t(i++)] = kBlock;
+            map[size_t(i)] = kBlock;
+            state = kCode;
+            continue;
+        }
+        map[size_t(i)] = state;
+        if (state == kLine && (unit == u'\n' || unit == u'\r')) state = kCode;
+    }
+    return map;
+}
+
+}  // namespace pixelgrove

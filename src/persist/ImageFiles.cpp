@@ -1,0 +1,238 @@
+#include "persist/ImageFiles.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QImageWriter>
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <mutex>
+#include <new>
+#include <optional>
+
+#include "persist/GifWriter.h"
+#include "persist/ImageIntegrity.h"
+#include "platform/Files.h"
+
+namespace pixelgrove {
+namespace {
+
+constexpr qint64 kMaxImageBytes = qint64(kMaxImageMegabytes) << 20;
+constexpr int kJpegQuality = 95;
+
+// Qt takes plug-ins for many more. What this program reads comes from the network too, so it opens no more
+// decoders than it needs; SVG, which can refer to other files, is not among them.
+bool IsAcceptedFormat(const QByteArray& format) {
+    static constexpr std::array kAccepted = {"bmp", "dib",  "png", "jpeg", "jpg", "gif",
+                                             "tif", "tiff", "ppm", "pgm",  "pbm", "webp"};
+    return std::any_of(kAccepted.begin(), kAccepted.end(), [&](const char* name) { return format == name; });
+}
+
+bool IsAcceptedSize(QSize size) {
+    return size.width() >= 1 && size.height() >= 1 && size.width() <= kMaxBitmapSide &&
+           size.height() <= kMaxBitmapSide && qint64(size.width()) * size.height() * 4 <= kMaxImageBytes;
+}
+
+// The first picture as Qt decodes it, or a null image.
+QImage DecodeImage(const QByteArray& file) {
+    static std::once_flag limitSet;
+    std::call_once(limitSet, [] { QImageReader::setAllocationLimit(kMaxImageMegabytes); });
+
+    QBuffer buffer;
+    buffer.setData(file);
+    if (!buffer.open(QIODevice::ReadOnly)) return {};
+    QImageReader reader(&buffer);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(false);
+    const QByteArray format = reader.format();
+    if (!IsAcceptedFormat(format) || !IsImageFileWhole(file, format)) return {};
+
+    // A format that can't tell its size beforehand is held by Qt's own limit.
+    const QSize size = format == "gif" ? GifScreenSize(file) : reader.size();
+    if (size.isValid() && (!IsAcceptedSize(size) || !IsPlausibleImageSize(size, file.size()))) return {};
+    QImage image = reader.read();
+    return IsAcceptedSize(image.size()) ? image : QImage();
+}
+
+bool IsOpaqueGrey(QRgb colour) {
+    return qAlpha(colour) == 255 && qRed(colour) == qGreen(colour) && qGreen(colour) == qBlue(colour);
+}
+
+int OwnDepth(const QImage& image) {
+    switch (image.format()) {
+        case QImage::Format_Grayscale8:
+            return 8;
+        case QImage::Format_Indexed8: {
+            const QList<QRgb> palette = image.colorTable();
+            return std::all_of(palette.begin(), palette.end(), IsOpaqueGrey) ? 8 : 32;
+        }
+        case QImage::Format_RGB32:
+        case QImage::Format_RGB888:
+        case QImage::Format_BGR888:
+        case QImage::Format_RGBX8888:
+            return 24;
+        default:
+            return 32;
+    }
+}
+
+QImage::Format FormatOfDepth(int depth) {
+    if (depth == 8) return QImage::Format_Grayscale8;
+    return depth == 24 ? QImage::Format_BGR888 : QImage::Format_ARGB32;
+}
+
+// Grey palettes need not be in order. Indices past the palette's end come out black.
+void MapGreyRow(const QImage& image, const QList<QRgb>& palette, int row, uint8_t* out) {
+    const uchar* in = image.constScanLine(row);
+    for (int x = 0; x < image.width(); ++x)
+        out[x] = in[x] < palette.size() ? uint8_t(qBlue(palette[in[x]])) : uint8_t(0);
+}
+
+// Null for a null image, or when memory is short.
+BitmapRef ToBitmap(QImage image) {
+    if (image.isNull()) return nullptr;
+    int depth = OwnDepth(image);
+    if (qint64(image.width()) * (depth / 8) % 4 != 0) depth = 32;
+    const std::shared_ptr<Bitmap> bitmap = CreateBitmap(image.width(), image.height(), depth, false);
+    if (!bitmap) return nullptr;
+
+    const bool greyPalette = depth == 8 && image.format() == QImage::Format_Indexed8;
+    const QList<QRgb> palette = greyPalette ? image.colorTable() : QList<QRgb>();
+    if (!greyPalette) image = std::move(image).convertToFormat(FormatOfDepth(depth));
+    if (image.isNull()) return nullptr;
+    for (int y = 0; y < bitmap->height; ++y) {
+        if (greyPalette)
+            MapGreyRow(image, palette, y, bitmap->Row(y));
+        else
+            std::memcpy(bitmap->Row(y), image.constScanLine(y), size_t(bitmap->width) * size_t(depth / 8));
+    }
+    return bitmap;
+}
+
+enum class FileKind { Jpeg, Png, Gif, Tiff, Ppm, Bmp };
+
+// Tested from the top; no kind means that the path is refused.
+struct PathRule {
+    const char16_t* part;
+    std::optional<FileKind> kind;
+};
+constexpr PathRule kPathRules[] = {
+    {u".jpg", FileKind::Jpeg}, {u".jpeg", FileKind::Jpeg}, {u".png", FileKind::Png}, {u".gif", FileKind::Gif},
+    {u".tif", FileKind::Tiff}, {u".tiff", FileKind::Tiff}, {u".fst", std::nullopt},  {u".ful", std::nullopt},
+    {u".ext", std::nullopt},   {u".ppm", FileKind::Ppm},   {u".bmp", FileKind::Bmp}, {u".dib", FileKind::Bmp},
+    {u".rle", FileKind::Bmp},
+};
+
+std::optional<FileKind> KindOfPath(const QString& path) {
+    for (const PathRule& rule : kPathRules)
+        if (path.contains(QStringView(rule.part), Qt::CaseInsensitive)) return rule.kind;
+    return std::nullopt;
+}
+
+// The bitmap upright and without alpha: grey for 8 bits, Format_RGB32 else.
+QImage ToOpaqueImage(const Bitmap& bitmap) {
+    const int depth = bitmap.bitsPerPixel;
+    if ((depth != 8 && depth != 24 && depth != 32) || !bitmap.IsComplete()) return {};
+    QImage image(bitmap.width, bitmap.height, depth == 8 ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
+    if (image.isNull()) return {};
+    for (int y = 0; y < bitmap.height; ++y) {
+        const uint8_t* in = bitmap.Row(bitmap.bottomUp ? bitmap.height - 1 - y : y);
+        uchar* out = image.scanLine(y);
+        if (depth == 8) {
+            std::memcpy(out, in, size_t(bitmap.width));
+            continue;
+        }
+        const int step = depth / 8;
+        for (int x = 0; x < bitmap.width; ++x, in += step) {
+            const QRgb pixel = qRgb(in[2], in[1], in[0]);
+            std::memcpy(out + size_t(x) * 4, &pixel, 4);
+        }
+    }
+    return image;
+}
+
+// Empty on failure.
+QByteArray EncodeImage(const QImage& image, FileKind kind) {
+    if (kind == FileKind::Gif) return EncodeGif(image);
+    QByteArray encoded;
+    QBuffer buffer(&encoded);
+    if (!buffer.open(QIODevice::WriteOnly)) return {};
+    QImageWriter writer;
+    writer.setDevice(&buffer);
+    if (kind == FileKind::Jpeg) {
+        writer.setFormat("jpeg");
+        writer.setQuality(kJpegQuality);
+    } else if (kind == FileKind::Tiff) {
+        writer.setFormat("tiff");
+        writer.setCompression(1);  // LZW
+    } else {
+        writer.setFormat(kind == FileKind::Png ? "png" : "bmp");
+    }
+    return writer.write(image) ? encoded : QByteArray();
+}
+
+bool WriteImage(QFile& file, const Bitmap& bitmap, FileKind kind) {
+    const QImage image = ToOpaqueImage(bitmap);
+    if (image.isNull()) return false;
+    const QByteArray encoded = EncodeImage(image, kind);
+    return !encoded.isEmpty() && file.write(encoded) == encoded.size();
+}
+
+// The memory as it is, rows and padding and fourth bytes included, taken for pixels of 3 bytes. True when
+// any of it got into the file.
+bool WritePpm(QFile& file, const Bitmap& bitmap) {
+    const size_t bytes = size_t(bitmap.width) * size_t(bitmap.height) * 3;
+    if (bitmap.bits.size() < bytes) return false;  // an 8-bit bitmap has no such bytes
+    const QByteArray header =
+        "P6\n" + QByteArray::number(bitmap.width) + ' ' + QByteArray::number(bitmap.height) + "\n255\n";
+    if (file.write(header) != header.size()) return false;
+
+    QByteArray pixels(reinterpret_cast<const char*>(bitmap.bits.data()), qsizetype(bytes));
+    char* p = pixels.data();
+    for (size_t i = 0; i < bytes; i += 3)
+        std::swap(p[i], p[i + 2]);
+    return file.write(pixels) > 0;
+}
+
+}  // namespace
+
+BitmapRef LoadImageFile(const QString& path) {
+    try {
+        const std::optional<QByteArray> file = ReadWholeFile(path, kMaxImageBytes);
+        return file ? ToBitmap(DecodeImage(*file)) : nullptr;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+bool SaveBitmapImage(const Bitmap& bitmap, const QString& path) {
+    const std::optional<FileKind> kind = KindOfPath(path);
+    if (!kind || !bitmap.IsComplete()) return false;
+    const QString target = NormalizePath(path);
+    // Never write into, and never delete, what is no file: a device, a pipe, a folder.
+    if (QFileInfo::exists(target) && !IsPlainFile(target)) return false;
+
+    QFile file(target);
+    // Unbuffered, so that a full disk shows in the write and not in a close that can't tell.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) return false;
+    bool written = false;
+    try {
+        written = *kind == FileKind::Ppm ? WritePpm(file, bitmap) : WriteImage(file, bitmap, *kind);
+    } catch (const std::bad_alloc&) {
+        written = false;
+    }
+    file.close();
+    if (!written) file.remove();
+    return written;
+}
+
+QImage ToQImage(const Bitmap& bitmap) {
+    QImage image = ToOpaqueImage(bitmap);
+    return image.format() == QImage::Format_Grayscale8
+               ? std::move(image).convertToFormat(QImage::Format_RGB32)
+               : image;
+}
+
+}  // namespace pixelgrove

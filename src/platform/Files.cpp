@@ -1,0 +1,119 @@
+#include "platform/Files.h"
+
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QSaveFile>
+#include <cerrno>
+#include <new>
+
+namespace pixelgrove {
+
+namespace {
+
+// The name as the system wants it. Empty, which no call accepts, for a path that holds a NUL: the system
+// would cut it there and act on another file.
+QByteArray SystemName(const QString& path) {
+    if (path.contains(QChar(0))) return QByteArray();
+    return QFile::encodeName(NormalizePath(path));
+}
+
+// The mode word of what stands there, or 0.
+mode_t ModeOf(const QString& path) {
+    struct stat info {};
+    return stat(SystemName(path).constData(), &info) == 0 ? info.st_mode : 0;
+}
+
+class Descriptor {
+  public:
+    explicit Descriptor(int value) : value_(value) {}
+    ~Descriptor() {
+        if (value_ >= 0) close(value_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int Get() const { return value_; }
+
+  private:
+    int value_;
+};
+
+// Reads to the end; false on an error or when more than maxBytes come.
+bool ReadToEnd(int descriptor, qint64 maxBytes, qint64 expectedBytes, QByteArray& bytes) {
+    // Files of the kernel report no size, and a file may grow while it is read: the size is only a hint.
+    constexpr qint64 kStep = 1 << 16;
+    bytes.resize(expectedBytes + 1);
+    qint64 length = 0;
+    for (;;) {
+        if (length == bytes.size()) bytes.resize(length + kStep);
+        const ssize_t got = read(descriptor, bytes.data() + length, size_t(bytes.size() - length));
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return false;
+        if (got == 0) break;
+        length += got;
+        if (length > maxBytes) return false;
+    }
+    bytes.resize(length);
+    return true;
+}
+
+}  // namespace
+
+QString NormalizePath(const QString& path) {
+    QString result = path;
+    return result.replace(u'\\', u'/');
+}
+
+bool IsPlainFile(const QString& path) {
+    return S_ISREG(ModeOf(path));
+}
+
+bool IsFolder(const QString& path) {
+    return S_ISDIR(ModeOf(path));
+}
+
+std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 maxBytes) {
+    // Without waiting: a pipe is opened only to be refused.
+    const Descriptor file(open(SystemName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat info {};
+    if (file.Get() < 0 || fstat(file.Get(), &info) != 0) return std::nullopt;
+    if (!S_ISREG(info.st_mode) || info.st_size > maxBytes) return std::nullopt;
+    try {
+        QByteArray bytes;
+        if (ReadToEnd(file.Get(), maxBytes, info.st_size, bytes)) return bytes;
+    } catch (const std::bad_alloc&) {
+        // Not enough memory for this file: as good as unreadable.
+    }
+    return std::nullopt;
+}
+
+bool WriteWholeFile(const QString& path, QByteArrayView bytes) {
+    const mode_t mode = ModeOf(path);
+    if (SystemName(path).isEmpty() || (mode != 0 && !S_ISREG(mode))) return false;
+    QSaveFile file(NormalizePath(path));
+    if (!file.open(QIODevice::WriteOnly)) return false;
+    if (file.write(bytes.data(), bytes.size()) != bytes.size()) return false;
+    return file.commit();
+}
+
+bool MakeFolder(const QString& path) {
+    mkdir(SystemName(path).constData(), 0777);
+    return IsFolder(path);
+}
+
+bool MakeCompressedFolder(const QString& path) {
+    if (!MakeFolder(path)) return false;
+    const Descriptor folder(open(SystemName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    int flags = 0;
+    if (folder.Get() >= 0 && ioctl(folder.Get(), FS_IOC_GETFLAGS, &flags) == 0) {
+        flags |= FS_COMPR_FL;
+        ioctl(folder.Get(), FS_IOC_SETFLAGS, &flags);
+    }
+    return true;
+}
+
+}  // namespace pixelgrove

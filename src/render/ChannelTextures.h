@@ -1,0 +1,30 @@
+// Channel input textures: what each of a stage's four channels reads.
+//
+// File-backed kinds (Texture, Cubemap, Volume) are uploaded once, at compile time. Live kinds (Keyboard,
+// Webcam, Audio) share one texture each for the whole context, fed every frame. Buffer and Cube A channels
+// name a stage and have no texture of their own. Render thread, with the context current.
+#pragma once
+
+#include "render/RenderContext.h"
+
+namespace pixelgrove {
+
+// Installs a copy of source into a stage's channel. False for a stage above 7, a channel above 3, a kind
+// outside 1..8, missing bitmaps or volume data, or a source stage above 7; the kind is set all the same once stage
+// and channel are good.
+bool SetChannel(RenderContext& context, uint32_t stage, uint32_t channelIndex, const ChannelInput& source);
+
+// Makes the GL texture of a Texture, Cubemap or Volume channel. False, with texture name 0, when the data is missing
+// or of a form that can't be uploaded: the compile fails then.
+bool UploadChannelTexture(RenderContext& context, uint32_t stage, uint32_t channelIndex);
+
+// Makes the shared texture of a Keyboard, Webcam or Audio channel, at the first channel of its kind.
+void CreateLiveTexture(RenderContext& context, uint32_t kind);
+
+// Brings palette row, keyboard, webcam and audio textures up to date. palette may be null.
+void FeedLiveTextures(RenderContext& context, const PaletteTable* palette);
+
+// Deletes the channel's texture and zeroes the record. Live textures stay.
+void ReleaseChannel(ChannelInput& channel);
+
+}  // namespace pixelgrove

@@ -1,0 +1,80 @@
+#include "render/GlSetup.h"
+
+#include <GL/glew.h>
+
+#include <cstdio>
+#include <mutex>
+
+namespace pixelgrove {
+
+namespace {
+
+std::mutex setupLock;
+std::string versionText = "Unknown";
+bool entryPointsLoaded = false;
+
+// GLEW's pointers are process-wide and the same for every context of one platform, so they are loaded once: a
+// second run that starts while an abandoned one still draws must not rewrite them under its hands.
+bool LoadEntryPoints() {
+    if (entryPointsLoaded) return true;
+    glewExperimental = GL_TRUE;
+    const GLenum result = glewInit();
+    // Under EGL there is no GLX display to ask, yet every entry point was loaded.
+    const bool good = result == GLEW_OK || result == GLEW_ERROR_NO_GLX_DISPLAY;
+    entryPointsLoaded = good && glCreateShader && glGenFramebuffers;
+    return entryPointsLoaded;
+}
+
+}  // namespace
+
+bool InitOpenGL(GlContext& context) {
+    if (!context.MakeCurrent()) return false;
+    std::lock_guard lock(setupLock);
+    const bool usable = LoadEntryPoints();
+    if (const auto* text = reinterpret_cast<const char*>(glGetString(GL_VERSION))) versionText = text;
+    // glewInit leaves errors behind when it asks a core context for its extension string. Bounded, since a
+    // context that was lost reports forever.
+    for (int i = 0; i < 16 && glGetError() != GL_NO_ERROR; ++i) {
+    }
+    return usable;
+}
+
+bool ProbeOpenGl(OutputSurface& surface) {
+    const std::unique_ptr<GlContext> context = surface.CreateContext();
+    if (!context) return false;
+    const bool usable = InitOpenGL(*context);
+    context->DoneCurrent();
+    return usable;
+}
+
+std::string OpenGlVersionText() {
+    std::lock_guard lock(setupLock);
+    return versionText;
+}
+
+const char* GlErrorText(uint32_t code) {
+    switch (code) {
+        case GL_INVALID_ENUM:
+            return "GL_INVALID_ENUM: An unacceptable value is specified for an enumerated argument.";
+        case GL_INVALID_VALUE: return "GL_INVALID_VALUE: A numeric argument is out of range.";
+        case GL_INVALID_OPERATION:
+            return "GL_INVALID_OPERATION: The specified operation is not allowed in the current state.";
+        case GL_STACK_OVERFLOW:
+            return "GL_STACK_OVERFLOW: This command would cause a stack overflow.";
+        case GL_STACK_UNDERFLOW:
+            return "GL_STACK_UNDERFLOW: This command would cause a stack underflow.";
+        case GL_OUT_OF_MEMORY:
+            return "GL_OUT_OF_MEMORY: There is not enough memory left to execute the command.";
+        case GL_INVALID_FRAMEBUFFER_OPERATION:
+            return "GL_INVALID_FRAMEBUFFER_OPERATION: The framebuffer object is not complete.";
+        default: return "Unknown error code.";
+    }
+}
+
+uint32_t ShowGLError() {
+    const GLenum code = glGetError();
+    if (code != GL_NO_ERROR) std::fprintf(stderr, "%s\n", GlErrorText(code));
+    return code;
+}
+
+}  // namespace pixelgrove

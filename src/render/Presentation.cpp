@@ -1,0 +1,102 @@
+#include "render/Presentation.h"
+
+#include <GL/glew.h>
+
+#include "core/Commands.h"
+#include "platform/Clock.h"
+#include "render/FrameRenderer.h"
+#include "render/GlSetup.h"
+#include "render/RenderContext.h"
+#include "render/StageTargets.h"
+
+namespace pixelgrove {
+
+namespace {
+
+bool ShowReadBack(RenderRun& run, int width, int height) {
+    // A new bitmap each time: the main thread may still be painting the last one.
+    const std::shared_ptr<Bitmap> frame = CreateFrameBitmap(width, height);
+    if (!frame || !ReadBackStage(*run.context, kStageImage, *frame)) return false;
+    run.context->surface->ShowBitmap(frame);
+    return true;
+}
+
+void ShowChannelPreviews(RenderRun& run) {
+    const uint32_t shown = run.previewStage;
+    if (!run.showPreview || shown >= kStageCount) return;
+    const RenderContext& context = *run.context;
+    for (int i = 0; i < kChannelCount; ++i) {
+        if (run.stopRequested) return;
+        const ChannelInput& channel = context.project.stages[shown].channels[size_t(i)];
+        if (channel.kind != kChannelBuffer || channel.sourceStage < 0 || channel.sourceStage >= kStageCount) {
+            continue;
+        }
+        const std::shared_ptr<Bitmap> picture =
+            CreateFrameBitmap(context.renderSize.width, context.renderSize.height);
+        if (picture && ReadBackStage(context, uint32_t(channel.sourceStage), *picture)) {
+            run.WithGate([&] { run.showPreview({i, picture}); });
+        }
+    }
+}
+
+}  // namespace
+
+float MsSinceFirstFrame() {
+    static const uint64_t firstMs = TickCountMs();
+    return float(TickCountMs() - firstMs);
+}
+
+void PresentByBlit(RenderContext& context) {
+    const ShaderStage& image = context.project.stages[kStageImage];
+    const SurfaceSize client = context.surface->ClientSize();
+    if (!context.glContext->HasDrawable() || image.kind != kStageImage || client.width < 1 || client.height < 1) {
+        return;
+    }
+    GLuint source = 0;
+    glGenFramebuffers(1, &source);
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, source);
+    // writeIndex has flipped already, so this is the frame before the one just drawn.
+    glFramebufferTexture2D(GL_READ_FRAMEBUFFER, GL_COLOR_ATTACHMENT0,
+                           context.sampleExponent != 0 ? GL_TEXTURE_2D_MULTISAMPLE : GL_TEXTURE_2D,
+                           image.textures[image.writeIndex], 0);
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
+    glViewport(0, 0, client.width, client.height);
+    glBlitFramebuffer(0, 0, context.renderSize.width, context.renderSize.height, 0, 0, client.width,
+                      client.height, GL_COLOR_BUFFER_BIT, GL_NEAREST);
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, 0);
+    glDeleteFramebuffers(1, &source);
+    ShowGLError();
+    context.glContext->SwapBuffers();
+}
+
+bool RenderAndPresent(RenderRun& run, int width, int height) {
+    RenderContext& context = *run.context;
+    if (run.app.restartRequested.exchange(0) != 0) {
+        run.WithGate([&] { run.app.host->PostCommand(kCmdRestart, 0); });
+    }
+    const float elapsedMs = MsSinceFirstFrame();
+    if (width + height < 3 || width < 1 || height < 1) return false;
+    UpdateUniformValues(context.uniforms, elapsedMs);
+    context.frameBufferFormat = run.app.frameBufferFormat;
+    if (!RenderStages(&context, &run.app.palette)) return false;
+    if (run.stopRequested) return true;
+    if (run.app.useGdiDisplay || run.app.recordingActive) return ShowReadBack(run, width, height);
+    if (run.app.showChannelBuffers) ShowChannelPreviews(run);
+    if (run.stopRequested) return true;
+    PresentByBlit(context);
+    return true;
+}
+
+bool RenderFrameTick(RenderRun& run) {
+    AppState& app = run.app;
+    if (app.captureRequested || app.recordingActive) {
+        app.captureRequested = 0;
+        const bool drawn = RenderAndPresent(run, int(app.recordWidth), int(app.recordHeight));
+        if (!drawn) run.WithGate([&] { app.host->Beep(); });
+        return drawn;
+    }
+    const SurfaceSize size = run.context->surface->ClientSize();
+    return RenderAndPresent(run, size.width, size.height);
+}
+
+}  // namespace pixelgrove

@@ -1,0 +1,46 @@
+// Turns the running form of a project into GL programs, and GL's logs into messages in terms of the user's files and
+// lines.
+//
+// Render thread, with the context current.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <array>
+#include <functional>
+
+#include "render/RenderContext.h"
+
+namespace pixelgrove {
+
+enum class CompileResult { Good, Failed, Stopped };
+
+struct CompileOutcome {
+    CompileResult result = CompileResult::Good;
+    uint32_t failedStage = kStageNone;
+    // What failed when there is no log to show for it: a plain sentence, else empty.
+    QString failure;
+};
+
+// The texts that a failed compile shows, per stage.
+using StageErrorArray = std::array<QString, kStageCount>;
+
+// Compiles and links every stage in order, makes targets and uploads channels; stops at the first failure.
+// shouldStop is asked between stages, as a compiler may take long over each; may be empty.
+CompileOutcome CompileProject(RenderContext& context, const std::function<bool()>& shouldStop = {});
+
+// One stage. On failure outcome says why, and a compiler's log stays in the stage.
+bool CompileStage(RenderContext& context, uint32_t stage, CompileOutcome& outcome);
+
+// Asks the driver for its version and sets the version line: major times 10 plus minor, times 10.
+void SetVersionLine(RenderContext& context);
+
+// Gives the first free channel of a stage the stage itself as its source: shaders read their own last frame
+// there without being told.
+void SetSelfReference(RenderContext& context, uint32_t stage);
+
+// Maps the logs of all stages; to be called once after CompileProject failed. Lines that name Common are
+// under kStageCommon.
+StageErrorArray MapStageErrors(RenderContext& context);
+
+}  // namespace pixelgrove

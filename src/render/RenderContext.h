@@ -1,0 +1,63 @@
+// RenderContext: all that one run needs: the GL context, sizes, time, and the running form of the project.
+//
+// Made and used by the render thread; after that thread has ended the main thread destroys it. The atomic
+// fields are also written by the main thread while the run lives (playback buttons, clicks on the picture).
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <memory>
+
+#include "controls/LiveValues.h"
+#include "core/AppState.h"
+#include "core/IncludeContext.h"
+#include "core/ShaderProject.h"
+#include "render/OutputSurface.h"
+
+namespace pixelgrove {
+
+struct RenderContext {
+    bool initialised = false;
+    std::unique_ptr<GlContext> glContext;
+    IncludeContext includeContext;
+    std::shared_ptr<OutputSurface> surface;  // its client area is the render size
+    std::array<float, 3> resolution{};       // iResolution: width, height, 1
+    SurfaceSize forcedSize;                  // render size while recording
+    bool forcedSizeOn = false;
+    SurfaceSize clientSize;  // last seen client area
+    SurfaceSize renderSize;  // the size that the targets have now
+    std::atomic<float> playTime{0.0f};      // iTime
+    float frameRate = 0.0f;                 // iFrameRate
+    std::atomic<int32_t> frameCounter{-1};  // the count behind iFrame
+    std::array<float, 4> mouse{};           // iMouse
+    std::array<float, 4> date{};            // iDate
+    uint64_t runStartMs = 0;                // set by CompileProject
+    QByteArray versionLine = "#version 330";  // replaced from the driver's version at each compile
+    uint32_t sampleExponent = 0;            // multisample exponent of the targets, 0 none
+    uint32_t frameBufferFormat = gl::kRgba32f;
+    ShaderProject project;
+
+    uint32_t vertexArray = 0;
+    uint32_t vertexBuffer = 0;
+    uint32_t paletteTexture = 0;
+    uint32_t paletteWidth = 0;
+    uint64_t paletteSerial = 0;
+    uint32_t keyboardTexture = 0;
+    uint32_t audioTexture = 0;
+    uint32_t webcamTexture = 0;
+    const bool resizable = true;
+
+    UniformTable uniforms;  // this frame's live values; entry 0 is the time step
+};
+
+// A context on the surface, current on the calling thread, with the quad in place. Null when the surface gives
+// no GL context. Whether OpenGL is good enough shows in `initialised`.
+std::unique_ptr<RenderContext> CreateRenderContext(std::shared_ptr<OutputSurface> surface);
+
+// Ends the calling thread's hold on the context so that another thread may destroy it.
+void DetachRenderContext(RenderContext& context);
+
+// Frees stages and context. The thread that detached it is gone, or is the caller.
+void DestroyRenderContext(std::unique_ptr<RenderContext> context);
+
+}  // namespace pixelgrove

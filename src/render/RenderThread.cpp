@@ -1,0 +1,224 @@
+#include "render/RenderThread.h"
+
+#include <GL/glew.h>
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+#include "controls/LiveValues.h"
+#include "core/Commands.h"
+#include "core/PlayTime.h"
+#include "platform/Clock.h"
+#include "render/ChannelTextures.h"
+#include "render/FramePacing.h"
+#include "render/ProjectCompiler.h"
+#include "render/RenderContext.h"
+
+namespace pixelgrove {
+
+namespace {
+
+// Kept from one play to the next. Only one run that lives touches them; an abandoned one has left its loop's reach.
+std::atomic<int64_t> lastFrameNs{0};
+std::atomic<uint32_t> sampleExponent{0};
+
+std::atomic<int> abandonedRuns{0};
+
+// Asking for too many samples keeps the previous choice.
+void ChooseSampleExponent(uint32_t multisampleIndex) {
+    GLint most = 0;
+    glGetIntegerv(GL_MAX_SAMPLES, &most);
+    if ((1 << std::min<uint32_t>(multisampleIndex, 30)) <= most) sampleExponent = multisampleIndex;
+}
+
+void SetForcedSize(RenderRun& run, bool recording) {
+    RenderContext& context = *run.context;
+    context.forcedSizeOn = recording;
+    context.forcedSize = {};
+    if (recording) context.forcedSize = {int(run.app.recordWidth), int(run.app.recordHeight)};
+}
+
+void ReportFailure(RenderRun& run, const CompileOutcome& outcome) {
+    run.errors = MapStageErrors(*run.context);
+    run.failure = outcome.failure;
+    run.WithGate([&] {
+        run.app.compileFailed = 1;
+        run.app.host->PostCommand(kCmdCompileResult, 1);
+    });
+}
+
+void FrameLoop(RenderRun& run) {
+    AppState& app = run.app;
+    RateMeter meter;
+    meter.Restart(TickCountMs());
+    bool recording = app.recordingActive != 0;
+    SetForcedSize(run, recording);
+    while (run.stopRequested == 0) {
+        if (app.paused) {
+            SleepMs(100);
+            continue;
+        }
+        if ((app.recordingActive != 0) != recording) {
+            recording = !recording;
+            SetForcedSize(run, recording);
+        }
+        const int64_t now = WaitForFrame(lastFrameNs, FrameIntervalNs(app.fpsTarget), run.stopRequested);
+        if (now != 0) {
+            const bool drawn = RenderFrameTick(run);
+            if (run.stopRequested) return;
+            // The time before the call: the frame's own duration counts into the interval.
+            lastFrameNs = now;
+            if (drawn) {
+                ++meter.windowFrames;
+                ++run.framesDrawn;
+            }
+        }
+        const uint32_t rate = meter.Update(TickCountMs(), app.fpsCurrent);
+        run.WithGate([&] { app.fpsCurrent = rate; });
+    }
+}
+
+void RunProject(RenderRun& run) {
+    run.WithGate([&] { run.app.compileFailed = 0; });
+    if (!PrepareRenderContext(run)) return;
+    ChooseSampleExponent(run.request.multisampleIndex);
+    run.context->sampleExponent = sampleExponent;
+    run.context->frameBufferFormat = run.app.frameBufferFormat;
+    const CompileOutcome outcome =
+        CompileProject(*run.context, [&run] { return run.stopRequested.load() != 0; });
+    if (outcome.result == CompileResult::Stopped) return;
+    if (outcome.result == CompileResult::Failed) {
+        ReportFailure(run, outcome);
+        return;
+    }
+    run.WithGate([&] { run.app.host->PostCommand(kCmdCompileResult, 0); });
+    FrameLoop(run);
+    run.context->forcedSizeOn = false;
+    run.context->forcedSize = {};
+    run.WithGate([&] { run.app.recordingActive = 0; });
+}
+
+}  // namespace
+
+RenderRun::RenderRun(AppState& state, RunRequest what) : app(state), request(std::move(what)) {}
+
+RenderRun::~RenderRun() { DestroyRenderContext(std::move(context)); }
+
+void RenderRun::Finish() {
+    std::unique_lock lock(gate_);
+    if (abandoned_) {
+        lock.unlock();
+        context.reset();
+        --abandonedRuns;
+        return;
+    }
+    if (context) DetachRenderContext(*context);
+    ended_ = true;
+    endSignal_.notify_all();
+}
+
+void RenderRun::Start(const std::shared_ptr<RenderRun>& run) {
+    run->thread_ = std::thread([run] {
+        RunProject(*run);
+        run->Finish();
+    });
+}
+
+bool RenderRun::EndOrAbandon(int timeoutMs) {
+    std::unique_lock lock(gate_);
+    if (endSignal_.wait_for(lock, std::chrono::milliseconds(timeoutMs), [this] { return ended_; })) {
+        lock.unlock();
+        thread_.join();
+        return true;
+    }
+    abandoned_ = true;
+    ++abandonedRuns;
+    PinGlobals();
+    thread_.detach();
+    return false;
+}
+
+std::array<QString, kStageCount> RenderRun::ReportedErrors() {
+    std::lock_guard lock(gate_);
+    return errors;
+}
+
+QString RenderRun::ReportedFailure() {
+    std::lock_guard lock(gate_);
+    return failure;
+}
+
+RunRequest SnapshotProject() {
+    const AppState& app = *App();
+    RunRequest request;
+    for (size_t id = 0; id < kStageCount; ++id) {
+        request.texts[id] = app.documents[id].text;
+        request.hasText[id] = app.documents[id].hasText;
+    }
+    request.channels = app.channels;
+    request.info = app.projectInfo;
+    request.version = app.projectVersion;
+    request.multisampleIndex = app.multisampleIndex;
+    if (app.includeContext) request.includeFolder = app.includeContext->searchFolder;
+    return request;
+}
+
+bool PrepareRenderContext(RenderRun& run) {
+    const RunRequest& request = run.request;
+    run.context = CreateRenderContext(request.surface);
+    if (!run.context || !run.context->initialised) return false;
+    RenderContext& context = *run.context;
+    context.playTime = request.randomizeStart ? RandomStartTime() : request.startTime;
+    context.includeContext.searchFolder = request.includeFolder;
+    context.project.info = request.info;
+    context.project.version = request.version;
+    for (uint32_t id = 0; id < kStageCount; ++id) {
+        ShaderStage& stage = context.project.stages[id];
+        if (request.hasText[id]) {
+            stage.kind = id;
+            stage.source = BakeDefines(request.texts[id]);
+        }
+        for (uint32_t i = 0; i < kChannelCount; ++i) {
+            if (request.channels[id][i].kind != kChannelUnused) SetChannel(context, id, i, request.channels[id][i]);
+        }
+    }
+    run.WithGate([&] { run.app.renderContext = &context; });
+    return true;
+}
+
+bool StopRenderThread() {
+    AppState& app = *App();
+    const std::shared_ptr<RenderRun> run = std::move(app.renderThread);
+    app.renderThread = nullptr;
+    if (!run) return true;
+    run->stopRequested = 1;
+    const bool ended = run->EndOrAbandon(kStopWaitMs);
+    app.renderContext = nullptr;
+    app.recordingActive = 0;
+    app.host->CancelPostedCommand(kCmdCompileResult);
+    app.host->CancelPostedCommand(kCmdRestart);
+    return ended;
+}
+
+bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t fpsTarget,
+                        const std::function<void(RenderRun&)>& configure) {
+    AppState& app = *App();
+    if (app.renderThread) {
+        StopRenderThread();
+        return false;
+    }
+    const uint32_t rate = std::clamp(fpsTarget, kMinFps, kMaxFps);
+    app.fpsTarget = rate;
+    app.fpsCurrent = rate;
+    PublishControlValues(*Controls());
+    auto run = std::make_shared<RenderRun>(app, makeRequest());
+    if (configure) configure(*run);
+    app.renderThread = run;
+    RenderRun::Start(run);
+    return true;
+}
+
+int AbandonedRuns() { return abandonedRuns; }
+
+}  // namespace pixelgrove

@@ -1,0 +1,135 @@
+#include "render/StageTargets.h"
+
+#include <GL/glew.h>
+
+#include "render/GlSetup.h"
+
+namespace pixelgrove {
+
+namespace {
+
+void AllocateCube() {
+    for (int face = 0; face < 6; ++face) {
+        glTexImage2D(GL_TEXTURE_CUBE_MAP_POSITIVE_X + face, 0, GL_RGBA16F, kCubeSide, kCubeSide, 0, GL_RGBA,
+                     GL_FLOAT, nullptr);
+    }
+    glTexParameteri(GL_TEXTURE_CUBE_MAP, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_CUBE_MAP, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    for (const GLenum side : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T, GL_TEXTURE_WRAP_R}) {
+        glTexParameteri(GL_TEXTURE_CUBE_MAP, side, GL_CLAMP_TO_EDGE);
+    }
+}
+
+void AttachCube(GLuint texture) {
+    for (int face = 0; face < 6; ++face) {
+        glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_CUBE_MAP_POSITIVE_X + face,
+                               texture, 0);
+    }
+}
+
+void AllocateFlat(const RenderContext& context, GLuint texture, int width, int height) {
+    if (context.sampleExponent != 0) {
+        glBindTexture(GL_TEXTURE_2D_MULTISAMPLE, texture);
+        glTexImage2DMultisample(GL_TEXTURE_2D_MULTISAMPLE, 1 << context.sampleExponent,
+                                context.frameBufferFormat, width, height, GL_TRUE);
+        glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D_MULTISAMPLE, texture, 0);
+        return;
+    }
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexImage2D(GL_TEXTURE_2D, 0, GLint(context.frameBufferFormat), width, height, 0, GL_RGBA, GL_FLOAT,
+                 nullptr);
+    glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+}
+
+// A single-sampled copy of a multisampled target, for as long as it lives.
+class ResolvedTarget {
+public:
+    ResolvedTarget(GLuint sourceFrameBuffer, int width, int height) {
+        glGenTextures(1, &texture_);
+        glBindTexture(GL_TEXTURE_2D, texture_);
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, width, height, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
+        glGenFramebuffers(1, &frameBuffer_);
+        glBindFramebuffer(GL_READ_FRAMEBUFFER, sourceFrameBuffer);
+        glBindFramebuffer(GL_DRAW_FRAMEBUFFER, frameBuffer_);
+        glFramebufferTexture2D(GL_DRAW_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture_, 0);
+        glBlitFramebuffer(0, 0, width, height, 0, 0, width, height, GL_COLOR_BUFFER_BIT, GL_NEAREST);
+        glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    }
+    ~ResolvedTarget() {
+        glDeleteFramebuffers(1, &frameBuffer_);
+        glDeleteTextures(1, &texture_);
+    }
+    ResolvedTarget(const ResolvedTarget&) = delete;
+    ResolvedTarget& operator=(const ResolvedTarget&) = delete;
+    GLuint Texture() const { return texture_; }
+
+private:
+    GLuint texture_ = 0;
+    GLuint frameBuffer_ = 0;
+};
+
+}  // namespace
+
+void DeleteStageTargets(ShaderStage& stage) {
+    glDeleteFramebuffers(2, stage.frameBuffers.data());
+    glDeleteTextures(2, stage.textures.data());
+    stage.frameBuffers = {};
+    stage.textures = {};
+    stage.writeIndex = 0;
+}
+
+void CreateStageTargets(const RenderContext& context, ShaderStage& stage, int width, int height) {
+    DeleteStageTargets(stage);
+    for (int i = 0; i < 2; ++i) {
+        glGenFramebuffers(1, &stage.frameBuffers[i]);
+        glBindFramebuffer(GL_FRAMEBUFFER, stage.frameBuffers[i]);
+        glGenTextures(1, &stage.textures[i]);
+        if (stage.kind == kStageCubeA) {
+            glBindTexture(GL_TEXTURE_CUBE_MAP, stage.textures[i]);
+            AllocateCube();
+            AttachCube(stage.textures[i]);
+        } else {
+            AllocateFlat(context, stage.textures[i], width, height);
+        }
+        ShowGLError();
+    }
+    glBindFramebuffer(GL_FRAMEBUFFER, 0);
+}
+
+bool ReadBackStage(const RenderContext& context, uint32_t stageId, Bitmap& bitmap, int face) {
+    if (!IsRenderedStage(stageId) || face < 0 || face > 5) return false;
+    const ShaderStage& stage = context.project.stages[stageId];
+    const uint32_t latest = (stage.writeIndex + 1) % 2;
+    const GLuint texture = stage.textures[latest];
+    if (stage.kind != stageId || texture == 0 || bitmap.bitsPerPixel != 32 || !bitmap.IsComplete()) return false;
+
+    const bool cube = stageId == kStageCubeA;
+    const bool multisampled = !cube && context.sampleExponent != 0;
+    const GLenum bindTarget = cube           ? GL_TEXTURE_CUBE_MAP
+                              : multisampled ? GL_TEXTURE_2D_MULTISAMPLE
+                                             : GL_TEXTURE_2D;
+    const GLenum imageTarget = cube ? GLenum(GL_TEXTURE_CUBE_MAP_POSITIVE_X + face) : bindTarget;
+    GLint width = 0;
+    GLint height = 0;
+    glBindTexture(bindTarget, texture);
+    glGetTexLevelParameteriv(imageTarget, 0, GL_TEXTURE_WIDTH, &width);
+    glGetTexLevelParameteriv(imageTarget, 0, GL_TEXTURE_HEIGHT, &height);
+    if (width != bitmap.width || height != bitmap.height) return false;
+
+    // GL's rows run bottom-up, as a frame bitmap's do.
+    if (multisampled) {
+        const ResolvedTarget resolved(stage.frameBuffers[latest], width, height);
+        glBindTexture(GL_TEXTURE_2D, resolved.Texture());
+        glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, bitmap.bits.data());
+    } else {
+        glGetTexImage(imageTarget, 0, GL_BGRA, GL_UNSIGNED_BYTE, bitmap.bits.data());
+    }
+    ShowGLError();
+    return true;
+}
+
+}  // namespace pixelgrove

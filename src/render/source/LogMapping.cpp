@@ -1,0 +1,129 @@
+#include "render/source/LogMapping.h"
+
+#include <QRegularExpression>
+#include <array>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "core/Stages.h"
+#include "render/source/LogText.h"
+
+namespace pixelgrove {
+namespace {
+
+struct PlacedMessage {
+    int line = 0;  // of the assembled text, from 1
+    QStringView message;
+};
+
+// "0(57) : error C0000: text", read as scanf reads "%d(%d) : %[^\n]": blanks around the colon may be
+// missing or many, the message may not be empty.
+std::optional<PlacedMessage> ScanColonForm(QStringView text) {
+    qsizetype at = 0;
+    if (!ScanInt(text, at) || !SkipChar(text, at, u'(')) return std::nullopt;
+    const std::optional<int> line = ScanInt(text, at);
+    if (!line || !SkipChar(text, at, u')')) return std::nullopt;
+    SkipSpace(text, at);
+    if (!SkipChar(text, at, u':')) return std::nullopt;
+    SkipSpace(text, at);
+    if (at == text.size()) return std::nullopt;
+    return PlacedMessage{*line, text.sliced(at)};
+}
+
+// Mesa's "0:57(12): error: text". Its column is dropped. Other kinds of message are left alone.
+std::optional<PlacedMessage> ScanColumnForm(QStringView text) {
+    qsizetype at = 0;
+    if (!ScanInt(text, at) || !SkipChar(text, at, u':')) return std::nullopt;
+    const std::optional<int> line = ScanInt(text, at);
+    if (!line || !SkipChar(text, at, u'(')) return std::nullopt;
+    if (!ScanInt(text, at) || !SkipChar(text, at, u')')) return std::nullopt;
+    if (!SkipChar(text, at, u':') || !SkipChar(text, at, u' ')) return std::nullopt;
+    const QStringView message = text.sliced(at);
+    for (const QStringView kind : {u"error: ", u"warning: ", u"preprocessor error: "}) {
+        if (message.startsWith(kind)) return PlacedMessage{*line, message};
+    }
+    return std::nullopt;
+}
+
+const IncludedFile* FileAt(const std::vector<IncludedFile>& rows, int line) {
+    const IncludedFile* best = nullptr;
+    for (const IncludedFile& row : rows) {
+        if (row.firstLine > line || row.endLine < line) continue;
+        if (!best || row.depth > best->depth) best = &row;
+    }
+    return best;
+}
+
+// 64-bit, since the line comes from outside and may be any int.
+qint64 DisplayedLine(const std::vector<IncludedFile>& rows, int line) {
+    qint64 displayed = line;
+    for (const IncludedFile& row : rows) {
+        if (row.depth < 2 && row.endLine < line) displayed += qint64(row.firstLine) - row.endLine;
+    }
+    return displayed;
+}
+
+// "NAME(LINE): " at the start of a mapped line, or nothing. NAME may hold parentheses itself.
+QStringView PlaceOf(QStringView line) {
+    for (qsizetype close = line.indexOf(u"): "); close >= 0; close = line.indexOf(u"): ", close + 1)) {
+        qsizetype open = close;
+        while (open > 0 && line[open - 1] >= u'0' && line[open - 1] <= u'9')
+            --open;
+        if (open < close && open > 0 && line[open - 1] == u'-') --open;
+        if (open < close && open > 0 && line[open - 1] == u'(') return line.first(close + 3);
+    }
+    return {};
+}
+
+}  // namespace
+
+QString MapShaderLog(IncludeContext& context, const QString& log, const QString& defaultName) {
+    const std::vector<IncludedFile> rows = std::exchange(context.includedFiles, {});
+    const qsizetype zero = log.indexOf(QChar(u'\0'));
+    QString result;
+    ForEachLine(QStringView(log).first(zero < 0 ? log.size() : zero), [&](QStringView line) {
+        std::optional<PlacedMessage> placed = ScanColonForm(line);
+        if (!placed) placed = ScanColumnForm(line);
+        if (placed) {
+            const IncludedFile* file = FileAt(rows, placed->line);
+            result.append(file ? file->name : defaultName).append(u'(');
+            result.append(QString::number(DisplayedLine(rows, placed->line))).append(QStringLiteral("): "));
+            line = placed->message;
+        }
+        result.append(line).append(u'\n');
+    });
+    return result;
+}
+
+QString ExplainUnsetChannels(const QString& mapped, const QString& stageName) {
+    // Drivers quote the name in different ways and say "undeclared" or "undefined".
+    static const QRegularExpression sampler(QStringLiteral("\\biChannel([0-3])\\b"));
+    std::array<bool, kChannelCount> explained{};
+    QString result;
+    ForEachLine(mapped, [&](QStringView line) {
+        result.append(line).append(u'\n');
+        if (!line.contains(u"undeclared") && !line.contains(u"undefined")) return;
+        const QRegularExpressionMatch match = sampler.match(line);
+        if (!match.hasMatch()) return;
+        const QStringView digit = match.capturedView(1);
+        bool& done = explained[static_cast<size_t>(digit[0].unicode() - u'0')];
+        if (done) return;
+        done = true;
+        result.append(PlaceOf(line))
+            .append(QStringLiteral("note: iChannel%1 is not set: choose an input for channel %1 of %2.\n")
+                        .arg(digit, stageName));
+    });
+    return result;
+}
+
+StageErrorTexts SplitErrorText(const QString& mapped) {
+    StageErrorTexts texts;
+    ForEachLine(mapped, [&](QStringView line) {
+        QString& text = line.contains(u"Common", Qt::CaseInsensitive) ? texts.common : texts.stage;
+        text.append(line).append(u'\n');
+    });
+    return texts;
+}
+
+}  // namespace pixelgrove

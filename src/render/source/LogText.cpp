@@ -1,0 +1,38 @@
+#include "render/source/LogText.h"
+
+#include <limits>
+
+namespace pixelgrove {
+
+void SkipSpace(QStringView text, qsizetype& position) {
+    while (position < text.size()) {
+        const char16_t c = text[position].unicode();
+        if (c != u' ' && (c < u'\t' || c > u'\r')) return;
+        ++position;
+    }
+}
+
+std::optional<int> ScanInt(QStringView text, qsizetype& position) {
+    SkipSpace(text, position);
+    const bool negative = position < text.size() && text[position] == u'-';
+    if (negative || (position < text.size() && text[position] == u'+')) ++position;
+
+    // One beyond the largest int is the most that counts: it is what the smallest int needs.
+    constexpr int64_t kMost = int64_t(std::numeric_limits<int>::max()) + 1;
+    const qsizetype firstDigit = position;
+    int64_t value = 0;
+    while (position < text.size() && text[position] >= u'0' && text[position] <= u'9') {
+        value = qMin(kMost, value * 10 + (text[position].unicode() - u'0'));
+        ++position;
+    }
+    if (position == firstDigit) return std::nullopt;
+    return static_cast<int>(negative ? -value : qMin(value, kMost - 1));
+}
+
+bool SkipChar(QStringView text, qsizetype& position, char16_t expected) {
+    if (position >= text.size() || text[position] != expected) return false;
+    ++position;
+    return true;
+}
+
+}  // namespace pixelgrove

@@ -1,0 +1,33 @@
+// Small scanners for compiler logs and the message pane: lines and decimal numbers.
+//
+// Pure; any thread.
+#pragma once
+
+#include <QStringView>
+#include <optional>
+
+namespace pixelgrove {
+
+// Calls visit(QStringView) for every line, without its LF. An LF at the very end ends the last line and
+// starts none, so an empty text has no lines.
+template <typename Visitor>
+void ForEachLine(QStringView text, Visitor visit) {
+    while (!text.isEmpty()) {
+        const qsizetype end = text.indexOf(u'\n');
+        visit(end < 0 ? text : text.first(end));
+        text = end < 0 ? QStringView() : text.sliced(end + 1);
+    }
+}
+
+// Moves position behind any run of blanks and control blanks (those of the C locale's isspace).
+void SkipSpace(QStringView text, qsizetype& position);
+
+// Reads what scanf's %d reads: leading space, an optional sign, decimal digits. Moves position behind the
+// last digit. A number that doesn't fit becomes the nearest int. Nothing, with position anywhere, when
+// there is no digit.
+std::optional<int> ScanInt(QStringView text, qsizetype& position);
+
+// True, and position moved by one, when text has this character at position.
+bool SkipChar(QStringView text, qsizetype& position, char16_t expected);
+
+}  // namespace pixelgrove

@@ -1,0 +1,60 @@
+// OutputView: the native window inside the output window: shows frames, and takes mouse and keys for shaders.
+//
+// Owned by its WindowSurface. GL frames are drawn by the render thread without a word to this class; bitmaps
+// arrive through the surface and are painted here. All functions: main thread.
+#pragma once
+
+#include <QBackingStore>
+#include <QHash>
+#include <QWindow>
+#include <memory>
+
+#include "render/widgets/WindowSurface.h"
+
+class QKeyEvent;
+
+namespace pixelgrove {
+
+class OutputView : public QWindow {
+    Q_OBJECT
+  public:
+    // A view and the surface that owns it. The pair keeps itself alive until the surface is retired.
+    static OutputView* Create();
+    ~OutputView() override;
+
+    const std::shared_ptr<WindowSurface>& Surface() const { return surface_; }
+
+    // Feeds the keyboard rows while a context lives on the surface.
+    void FeedKey(const QKeyEvent& event);
+    // Takes the view out of its container and off the screen, and retires the surface. The view goes when the
+    // last context on it does.
+    void LetGo();
+
+  Q_SIGNALS:
+    void MenuRequested(const QPoint& globalPosition);
+
+  protected:
+    bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void exposeEvent(QExposeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+
+  private:
+    OutputView();
+    void UpdateClientSize();
+    // Stretched over the client area; black without a bitmap.
+    void Paint(const BitmapRef& bitmap);
+    bool IsInside(const QMouseEvent& event) const;
+    QPoint PixelPosition(const QMouseEvent& event) const;
+
+    std::shared_ptr<WindowSurface> surface_;
+    std::unique_ptr<QBackingStore> store_;
+    BitmapRef shown_;                // last bitmap painted
+    QHash<quint32, int> heldCodes_;  // code that each held key went down with, by scan code
+};
+
+}  // namespace pixelgrove

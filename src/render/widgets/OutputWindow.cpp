@@ -1,0 +1,155 @@
+#include "render/widgets/OutputWindow.h"
+
+#include <QCloseEvent>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QWindow>
+#include <cmath>
+#include <utility>
+
+#include "core/AppState.h"
+#include "core/Commands.h"
+#include "render/widgets/OutputMenu.h"
+#include "render/widgets/OutputView.h"
+
+namespace pixelgrove {
+namespace {
+
+constexpr QSize kFirstClientSize(640, 360);
+
+QIcon MakeIcon() {
+    QPixmap pixmap(32, 32);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QLinearGradient sky(0, 4, 0, 28);
+    sky.setColorAt(0, QColor(24, 40, 96));
+    sky.setColorAt(1, QColor(240, 150, 60));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(sky);
+    painter.drawRoundedRect(QRectF(1, 4, 30, 24), 4, 4);
+    painter.setBrush(QColor(20, 70, 40));
+    painter.drawPie(QRectF(-4, 18, 40, 20), 20 * 16, 140 * 16);
+    return QIcon(pixmap);
+}
+
+// Recording is not part of the program yet; its entries keep their places.
+bool IsAvailable(int commandId) {
+    return commandId != kCmdScreenCapture8k &&
+           (commandId < kCmdRecordForFirst || commandId > kCmdRecordForLast);
+}
+
+}  // namespace
+
+OutputWindow::OutputWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
+    setWindowTitle(QStringLiteral("Shader Output"));
+    setWindowIcon(MakeIcon());
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setAttribute(Qt::WA_NoSystemBackground);
+    resize(kFirstClientSize);
+
+    view_ = OutputView::Create();
+    surface_ = view_->Surface();
+    container_ = QWidget::createWindowContainer(view_, this);
+    container_->setFocusPolicy(Qt::StrongFocus);
+    container_->setGeometry(rect());
+    connect(view_, &OutputView::MenuRequested, this, &OutputWindow::ShowMenu);
+    if (App()) App()->outputSurface = surface_;
+}
+
+OutputWindow::~OutputWindow() {
+    LetViewGo();
+}
+
+void OutputWindow::LetViewGo() {
+    if (!view_) return;
+    // Before the container goes, which would take the view with it.
+    std::exchange(view_, nullptr)->LetGo();
+    if (App() && App()->outputWindow == this) App()->outputWindow = nullptr;
+    Q_EMIT Closed();
+}
+
+bool OutputWindow::event(QEvent* event) {
+    // The keyboard belongs to the view, whichever way the window became active.
+    if (event->type() == QEvent::WindowActivate && view_) container_->setFocus(Qt::ActiveWindowFocusReason);
+    return QWidget::event(event);
+}
+
+void OutputWindow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::WindowStateChange) surface_->SetMinimised(isMinimized());
+    QWidget::changeEvent(event);
+}
+
+void OutputWindow::closeEvent(QCloseEvent* event) {
+    LetViewGo();
+    event->accept();
+}
+
+void OutputWindow::showEvent(QShowEvent*) {
+    ApplyAlwaysOnTop();
+}
+
+void OutputWindow::resizeEvent(QResizeEvent*) {
+    container_->setGeometry(rect());
+}
+
+// Keys that reach the frame instead of the view, as some window managers have it.
+void OutputWindow::keyPressEvent(QKeyEvent* event) {
+    if (view_) view_->FeedKey(*event);
+}
+
+void OutputWindow::keyReleaseEvent(QKeyEvent* event) {
+    if (view_) view_->FeedKey(*event);
+}
+
+std::unique_ptr<QMenu> OutputWindow::MakeContextMenu() {
+    auto menu = std::make_unique<QMenu>(this);
+    FillOutputMenu(*menu, App() && App()->alwaysOnTop, IsAvailable);
+    connect(menu.get(), &QMenu::triggered, this,
+            [this](QAction* action) { RunCommand(action->data().toInt()); });
+    return menu;
+}
+
+void OutputWindow::ShowMenu(const QPoint& globalPosition) {
+    QMenu* menu = MakeContextMenu().release();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(globalPosition);
+}
+
+bool OutputWindow::RunCommand(int commandId) {
+    if (!IsAvailable(commandId)) return false;
+    if (std::optional<QSize> size = OutputMenuSize(commandId)) {
+        ResizeClient(*size);
+        return true;
+    }
+    switch (commandId) {
+        case kCmdOk:
+        case kCmdCancel:
+            close();
+            return true;
+        case kCmdAlwaysOnTop:
+            if (App()) App()->alwaysOnTop = !App()->alwaysOnTop;
+            ApplyAlwaysOnTop();
+            return true;
+        default:
+            return false;
+    }
+}
+
+void OutputWindow::ResizeClient(const QSize& pixels) {
+    if (isMaximized() || isFullScreen()) showNormal();
+    const qreal ratio = devicePixelRatioF();
+    const QSize client(int(std::lround(pixels.width() / ratio)), int(std::lround(pixels.height() / ratio)));
+    // What stands around the picture keeps its width.
+    resize(size() + client - container_->size());
+}
+
+void OutputWindow::ApplyAlwaysOnTop() {
+    // On the QWindow: the widget's own flags would replace the native window and lose the view.
+    if (windowHandle()) windowHandle()->setFlag(Qt::WindowStaysOnTopHint, App() && App()->alwaysOnTop);
+}
+
+}  // namespace pixelgrove

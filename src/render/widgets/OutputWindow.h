@@ -1,0 +1,59 @@
+// OutputWindow: the top-level window "Shader Output": frame, context menu and life of the picture's view.
+//
+// Made by the main window's toggle, on the heap, and shown before a run may draw into it; it deletes itself
+// once closed. Its surface is registered in AppState at once and stays there, retired, after the close. All
+// functions: main thread.
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+#include "render/widgets/WindowSurface.h"
+
+class QMenu;
+
+namespace pixelgrove {
+
+class OutputView;
+
+class OutputWindow : public QWidget {
+    Q_OBJECT
+  public:
+    explicit OutputWindow(QWidget* parent = nullptr);
+    ~OutputWindow() override;
+
+    // The native window inside; null once closed.
+    OutputView* View() const { return view_; }
+    const std::shared_ptr<WindowSurface>& Surface() const { return surface_; }
+
+    // Runs a command of the context menu, or kCmdOk and kCmdCancel, which close. False for a command that is
+    // not this window's.
+    bool RunCommand(int commandId);
+    // A fresh context menu as things stand; it is the caller's.
+    std::unique_ptr<QMenu> MakeContextMenu();
+
+  Q_SIGNALS:
+    // The window goes, by whatever way; AppState::outputWindow no longer names it.
+    void Closed();
+
+  protected:
+    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+
+  private:
+    void ShowMenu(const QPoint& globalPosition);
+    void ResizeClient(const QSize& pixels);
+    void ApplyAlwaysOnTop();
+    void LetViewGo();
+
+    OutputView* view_ = nullptr;
+    std::shared_ptr<WindowSurface> surface_;
+    QWidget* container_ = nullptr;
+};
+
+}  // namespace pixelgrove

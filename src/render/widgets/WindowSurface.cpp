@@ -1,0 +1,84 @@
+#include "render/widgets/WindowSurface.h"
+
+#include <QCoreApplication>
+#include <utility>
+
+namespace pixelgrove {
+
+WindowSurface::WindowSurface(QWindow* window) : window_(window, [](QWindow* w) { w->deleteLater(); }) {}
+
+WindowSurface::~WindowSurface() = default;
+
+SurfaceSize WindowSurface::ClientSize() const {
+    uint64_t packed = packedSize_.load(std::memory_order_relaxed);
+    return {int(packed >> 32), int(packed & 0xffffffffu)};
+}
+
+std::unique_ptr<GlContext> WindowSurface::CreateContext() {
+    std::shared_ptr<QWindow> window;
+    {
+        std::lock_guard lock(mailboxLock_);
+        window = window_;
+    }
+    // Outside the lock: making a context may take long, and the main thread must not wait for it.
+    return window ? CreateQtGlContext(std::move(window), use_, true) : nullptr;
+}
+
+void WindowSurface::ShowBitmap(BitmapRef bitmap) {
+    if (!bitmap) return;
+    std::lock_guard lock(mailboxLock_);
+    if (!window_) return;
+    mailbox_.swap(bitmap);
+    if (eventPending_) return;
+    eventPending_ = true;
+    // Under the lock, so that the window can't be let go between the look and the post.
+    QCoreApplication::postEvent(window_.get(), new QEvent(BitmapEventType()));
+}
+
+void WindowSurface::SetClientSize(SurfaceSize pixels) {
+    size_ = pixels;
+    PublishSize();
+}
+
+void WindowSurface::SetMinimised(bool minimised) {
+    minimised_ = minimised;
+    PublishSize();
+}
+
+void WindowSurface::SetExposed(bool exposed) {
+    exposed_ = exposed;
+    use_->mayShow.store(exposed_ && !IsRetired(), std::memory_order_release);
+}
+
+BitmapRef WindowSurface::TakeBitmap() {
+    std::lock_guard lock(mailboxLock_);
+    eventPending_ = false;
+    return std::exchange(mailbox_, nullptr);
+}
+
+void WindowSurface::Retire() {
+    retired_.store(true, std::memory_order_release);
+    use_->mayShow.store(false, std::memory_order_release);
+    PublishSize();
+    std::lock_guard lock(mailboxLock_);
+    window_.reset();
+    mailbox_.reset();
+}
+
+QEvent::Type WindowSurface::BitmapEventType() {
+    static const int type = QEvent::registerEventType();
+    return QEvent::Type(type);
+}
+
+void WindowSurface::PublishSize() {
+    bool none = minimised_ || IsRetired();
+    uint64_t packed = none ? 0 : uint64_t(uint32_t(size_.width)) << 32 | uint32_t(size_.height);
+    packedSize_.store(packed, std::memory_order_relaxed);
+}
+
+bool IsRetired(const OutputSurface& surface) {
+    auto* window = dynamic_cast<const WindowSurface*>(&surface);
+    return window && window->IsRetired();
+}
+
+}  // namespace pixelgrove

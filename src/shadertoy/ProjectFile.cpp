@@ -1,0 +1,64 @@
+#include "shadertoy/ProjectFile.h"
+
+#include <QFileInfo>
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "platform/CodePage.h"
+#include "platform/Files.h"
+#include "shadertoy/JsonText.h"
+#include "shadertoy/ProjectJson.h"
+#include "shadertoy/ProjectMedia.h"
+
+namespace pixelgrove {
+namespace {
+
+ProjectFileResult Failure(ProjectFileStatus status, const QString& sentence, const QString& path) {
+    return {status, sentence.arg(path)};
+}
+
+bool HasStage(const ShaderProject& project) {
+    return std::any_of(project.stages.begin(), project.stages.end(),
+                       [](const ShaderStage& stage) { return stage.kind != kStageNone; });
+}
+
+}  // namespace
+
+ProjectFileResult LoadProjectFile(const QString& path, ShaderProject& project) {
+    const QFileInfo info(NormalizePath(path));
+    if (IsPlainFile(path) && info.size() > kMaxProjectFileBytes) {
+        return Failure(ProjectFileStatus::TooLarge,
+                       QStringLiteral("The file \"%1\" is too large for a project."), path);
+    }
+    const std::optional<QByteArray> bytes = ReadWholeFile(path, kMaxProjectFileBytes);
+    if (!bytes) {
+        return Failure(ProjectFileStatus::Unreadable, QStringLiteral("The file \"%1\" can't be read."), path);
+    }
+
+    const QString notAProject = QStringLiteral("The file \"%1\" is not a shader project.");
+    const std::optional<QByteArrayView> text = CheckJsonText(*bytes);
+    if (!text) return Failure(ProjectFileStatus::NotAProject, notAProject, path);
+    ShaderProject read;
+    bool refused = false;
+    const bool isWhole = ReadProjectJson(FromCodePage(*text), read, &refused);
+    if (!isWhole && !HasStage(read)) return Failure(ProjectFileStatus::NotAProject, notAProject, path);
+
+    PrepareProjectChannels(read, info.absolutePath());
+    project = std::move(read);
+
+    if (project.stages[kStageImage].kind == kStageNone) {
+        return Failure(ProjectFileStatus::NoImageStage,
+                       QStringLiteral("The project \"%1\" has no Image stage."), path);
+    }
+    ProjectFileResult result{ProjectFileStatus::Loaded, {}};
+    if (!isWhole) {
+        result.message = QStringLiteral("The project is damaged; the stages behind the damage are missing.");
+    } else if (refused) {
+        result.message =
+            QStringLiteral("Some values in the project are too long or out of range and were left out.");
+    }
+    return result;
+}
+
+}  // namespace pixelgrove

@@ -1,0 +1,29 @@
+// Opening a project file: bytes from the disk to a project that is ready to be adopted or rendered.
+//
+// Any thread that owns the project; blocks while files are read.
+#pragma once
+
+#include <QString>
+
+#include "core/ShaderProject.h"
+
+namespace pixelgrove {
+
+enum class ProjectFileStatus { Loaded, Unreadable, TooLarge, NotAProject, NoImageStage };
+
+struct ProjectFileResult {
+    ProjectFileStatus status = ProjectFileStatus::Unreadable;
+    // One or two sentences for the user. Empty when everything was read; with Loaded otherwise it says what
+    // was left out.
+    QString message;
+};
+
+// Larger files are refused unread.
+constexpr qint64 kMaxProjectFileBytes = qint64(64) << 20;
+
+// Reads the file at path, decodes it by the code page, and opens the channels' media, sought also below the
+// file's folder. The project is replaced with Loaded and NoImageStage (a project that can be edited but shows
+// nothing); otherwise it stays as it was. What could be read of a damaged "renderpass" counts as loaded.
+ProjectFileResult LoadProjectFile(const QString& path, ShaderProject& project);
+
+}  // namespace pixelgrove

@@ -1,0 +1,82 @@
+// MainWindow: what the user works in: editor, stage buttons, playback, messages, menus. The hub where every
+// gesture becomes a command, and the Host that logic and the render thread report to.
+//
+// Made after AllocateGlobals; registers itself as AppState::mainWindow and AppState::host until it is destroyed,
+// which must not be before the run has ended. Main thread, but for PostCommand and Beep.
+#pragma once
+
+#include <QMainWindow>
+#include <memory>
+
+#include "core/Host.h"
+#include "ui/CommandEvent.h"
+#include "ui/Menus.h"
+#include "ui/Playback.h"
+#include "ui/ProjectCommands.h"
+
+namespace Ui {
+class EditWindow;
+}
+
+namespace pixelgrove {
+
+class MainWindow : public QMainWindow, public Host {
+    Q_OBJECT
+
+public:
+    explicit MainWindow(QWidget* parent = nullptr);
+    // Ends the run if there is one.
+    ~MainWindow() override;
+
+    // Loads the project file, or with an empty path or an unreadable file shows the default Image stage. The
+    // message pane says what was wrong with the file. Once, before the window is shown.
+    void OpenInitialProject(const QString& path);
+
+    // Opens the output window to the right of this one, as far as the screen allows.
+    void OpenOutputWindow();
+
+    ProjectCommands& Projects() { return projects_; }
+    Playback& PlaybackControl() { return playback_; }
+    const Menus& MenuEntries() const { return *menus_; }
+    // Goes where a line of the message pane points to: a line of the shown stage, or a file in the user's text
+    // editor. Nothing for a line that points nowhere.
+    void JumpToMessage(const QString& line);
+
+    // Host
+    void PostCommand(int commandId, intptr_t data) override;
+    void CancelPostedCommand(int commandId) override;
+    void SendCommand(int commandId, intptr_t data) override;
+    void Beep() override;
+    void SetStatusText(const QString& text) override;
+    void ShowTitle(bool modified) override;
+    void LoadDocument(StageDocument& document) override;
+    void MarkErrorLines() override;
+    void RefreshStageTabs() override;
+    void RefreshChannelPanel() override;
+    void RebuildControlTree() override;
+    void RefreshCaretStatus() override;
+
+Q_SIGNALS:
+    // The window was closed for good; the run has ended.
+    void Closed();
+
+protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void ConnectControls();
+    void ProbeOutput();
+    void ChooseFrameBufferFormat(int commandId);
+    void ChooseMultisample(int commandId);
+    void ToggleOutputWindow();
+
+    std::unique_ptr<Ui::EditWindow> form_;
+    CommandQueue commands_;
+    Playback playback_;
+    ProjectCommands projects_;
+    std::unique_ptr<Menus> menus_;
+};
+
+}  // namespace pixelgrove

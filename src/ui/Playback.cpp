@@ -1,0 +1,199 @@
+#include "ui/Playback.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/AppState.h"
+#include "core/Commands.h"
+#include "core/PlayTime.h"
+#include "platform/Clock.h"
+#include "render/RenderContext.h"
+#include "render/widgets/OffscreenOutput.h"
+#include "render/widgets/WindowSurface.h"
+#include "ui_EditWindow.h"
+
+namespace pixelgrove {
+
+namespace {
+
+constexpr int kRefreshIntervalMs = 250;
+constexpr uint32_t kRestartDelayMs = 100;
+constexpr int kTimeDecimals = 3;
+
+QString TimeText(float time) { return QString::number(double(time), 'f', kTimeDecimals); }
+
+uint32_t ClampedFps(int fps) { return uint32_t(std::clamp(fps, int(kMinFps), int(kMaxFps))); }
+
+}  // namespace
+
+float NumberFromText(const QString& text) {
+    bool ok = false;
+    const float number = text.trimmed().toFloat(&ok);
+    return ok && std::isfinite(number) ? number : 0.0f;
+}
+
+Playback::Playback(Ui::EditWindow& form) : form_(form) {
+    refresh_.setInterval(kRefreshIntervalMs);
+    QObject::connect(&refresh_, &QTimer::timeout, [this] { RefreshDisplays(); });
+}
+
+void Playback::SetUp() {
+    OnRandomize();
+    RefreshDisplays();
+    form_.currentTimeText->setText(TimeText(0.0f));
+    form_.fpsCurrentEdit->setText(QStringLiteral("0"));
+    SetButtonState(ButtonState::Idle);
+}
+
+void Playback::SetButtonState(ButtonState state) {
+    const bool openGlOk = App()->openGlOk;
+    const bool active = state != ButtonState::Idle;
+    form_.playButton->setEnabled(state == ButtonState::Idle && openGlOk);
+    form_.recordButton->setEnabled(false);  // there is no recorder in this version
+    form_.pauseButton->setEnabled(active);
+    form_.stopButton->setEnabled(active);
+    form_.startButton->setEnabled(state == ButtonState::Running && openGlOk);
+    form_.pauseButton->setChecked(state == ButtonState::Paused);
+}
+
+void Playback::ForgetErrors() {
+    AppState& app = *App();
+    for (QString& errors : app.stageErrors) errors.clear();
+    // Every stage's marks, not the shown one's alone: they name lines of a text that is compiled anew.
+    for (StageDocument& document : app.documents) document.errorLines.lines.clear();
+    form_.editor->RefreshErrorMarks();
+}
+
+void Playback::Play() {
+    AppState& app = *App();
+    ForgetErrors();
+    form_.editor->StoreText();
+    app.paused = 0;
+    app.recordFrameIndex = 1;
+    app.host->RefreshStageTabs();
+    ToggleRun();
+}
+
+std::shared_ptr<OutputSurface> Playback::ChooseSurface() {
+    const AppState& app = *App();
+    if (!app.outputSurface || IsRetired(*app.outputSurface)) return CreateOffscreenOutput(lastOutputSize_);
+    NoteOutputSize(app.outputSurface->ClientSize());
+    return app.outputSurface;
+}
+
+void Playback::ToggleRun() {
+    refresh_.stop();
+    if (App()->renderThread) {
+        StopRenderThread();
+        return;
+    }
+    const std::shared_ptr<OutputSurface> surface = ChooseSurface();
+    if (!surface) {
+        App()->host->SetStatusText(QStringLiteral("The window system gives no surface to draw on."));
+        return;
+    }
+    auto makeRequest = [&] {
+        RunRequest request = SnapshotProject();
+        request.randomizeStart = form_.randomizeCheck->isChecked();
+        request.startTime = NumberFromText(form_.startTimeEdit->text());
+        request.surface = surface;
+        return request;
+    };
+    ToggleRenderThread(makeRequest, ClampedFps(form_.fpsTarget->Number()));
+}
+
+void Playback::Pause() {
+    AppState& app = *App();
+    app.paused = app.paused ? 0 : 1;
+    SetButtonState(app.paused ? ButtonState::Paused : ButtonState::Running);
+}
+
+void Playback::Stop() {
+    AppState& app = *App();
+    if (!app.renderContext.load()) return;
+    app.paused = 0;
+    ToggleRun();
+    SetButtonState(ButtonState::Idle);
+}
+
+void Playback::Start() {
+    RenderContext* context = App()->renderContext.load();
+    if (!context) return;
+    context->playTime = form_.randomizeCheck->isChecked() ? RandomStartTime()
+                                                          : NumberFromText(form_.startTimeEdit->text());
+    context->frameCounter = 0;
+}
+
+void Playback::Restart() {
+    AppState& app = *App();
+    if (!app.openGlOk) return;
+    app.host->SendCommand(kCmdStop, 0);
+    SleepMs(kRestartDelayMs);
+    app.host->SendCommand(kCmdPlay, 0);
+}
+
+void Playback::OnCompileResult() {
+    AppState& app = *App();
+    if (!app.renderThread) return;
+    if (!app.compileFailed) {
+        app.host->SetStatusText(QStringLiteral("Compilation successful."));
+        SetButtonState(ButtonState::Running);
+        ForgetErrors();
+        refresh_.start();
+    } else {
+        app.stageErrors = app.renderThread->errors;
+        SetButtonState(ButtonState::Idle);
+        const bool hasErrors =
+            std::ranges::any_of(app.stageErrors, [](const QString& errors) { return !errors.isEmpty(); });
+        const QString& shown = app.stageErrors[app.currentStage];
+        if (!shown.isEmpty()) {
+            app.host->SetStatusText(shown);
+            app.host->MarkErrorLines();
+        } else if (!hasErrors && !app.renderThread->failure.isEmpty()) {
+            app.host->SetStatusText(app.renderThread->failure);
+        }
+        app.recordingActive = 0;
+    }
+    app.host->RefreshStageTabs();
+}
+
+void Playback::OnRandomize() {
+    const bool fixedStart = !form_.randomizeCheck->isChecked();
+    form_.startTimeEdit->setEnabled(fixedStart);
+    form_.setStartButton->setEnabled(fixedStart);
+}
+
+void Playback::SetStartToCurrent() {
+    AppState& app = *App();
+    // The displayed number counts, with its three decimals, not the exact time behind it.
+    app.startTime = NumberFromText(form_.currentTimeText->text());
+    form_.startTimeEdit->setText(TimeText(app.startTime));
+    if (RenderContext* context = app.renderContext.load()) context->playTime = app.startTime;
+}
+
+void Playback::CommitFpsTarget() {
+    bool isNumber = false;
+    const int number = form_.fpsTarget->Number(&isNumber);
+    if (!isNumber) return;
+    App()->fpsTarget = ClampedFps(number);
+    form_.fpsTarget->SetNumber(int(App()->fpsTarget));
+}
+
+void Playback::RefreshDisplays() {
+    AppState& app = *App();
+    if (const RenderContext* context = app.renderContext.load()) {
+        form_.currentTimeText->setText(TimeText(context->playTime));
+        form_.fpsCurrentEdit->setText(QString::number(app.fpsCurrent));
+    } else {
+        form_.randomizeCheck->setChecked(true);
+        form_.startTimeEdit->setText(TimeText(app.startTime));
+    }
+    app.fpsTarget = ClampedFps(int(app.fpsTarget));
+    form_.fpsTarget->SetNumber(int(app.fpsTarget));
+}
+
+void Playback::NoteOutputSize(SurfaceSize size) {
+    if (size.width > 0 && size.height > 0) lastOutputSize_ = size;
+}
+
+}  // namespace pixelgrove

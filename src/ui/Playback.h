@@ -1,0 +1,73 @@
+// Playback: the buttons Start, Play, Stop, Record, Pause, the time and rate groups, and the hand-over to the run.
+//
+// The seam between the main thread, which owns all that is edited, and the render thread, which owns the running
+// form. Nothing that is edited reaches the picture before the next Play. Main thread; owned by the main window.
+#pragma once
+
+#include <QTimer>
+#include <memory>
+
+#include "render/OutputSurface.h"
+#include "render/RenderThread.h"
+
+namespace Ui {
+class EditWindow;
+}
+
+namespace pixelgrove {
+
+class CodeView;
+
+enum class ButtonState { Idle = 0, Running = 1, Paused = 2 };
+
+class Playback {
+public:
+    // The form outlives this object.
+    explicit Playback(Ui::EditWindow& form);
+
+    // First state of the displays: the start time is shown and "Randomize" ticked, with its edit left enabled.
+    void SetUp();
+
+    void SetButtonState(ButtonState state);
+
+    // The press of Play: forgets all errors and starts a run. When one is there (also one that failed to
+    // compile), it is ended instead.
+    void Play();
+    // Pause and release.
+    void Pause();
+    // Ends the run; nothing while the run has no context yet.
+    void Stop();
+    // Sets the running shader's time and frame count back.
+    void Start();
+    // Stop, a short wait, Play. Nothing without OpenGL.
+    void Restart();
+    // The run reported how compiling went. Dropped when the run was ended meanwhile.
+    void OnCompileResult();
+
+    void OnRandomize();
+    void SetStartToCurrent();
+    void CommitFpsTarget();
+    void RefreshDisplays();
+
+    // The output window's client area, kept for runs that start when it is closed.
+    void NoteOutputSize(SurfaceSize size);
+
+    // The timer that refreshes the displays is running.
+    bool IsRefreshing() const { return refresh_.isActive(); }
+
+private:
+    // The open output window, else an off-screen surface of the size that it had last. Null without either.
+    std::shared_ptr<OutputSurface> ChooseSurface();
+    void ToggleRun();
+    void ForgetErrors();
+
+    Ui::EditWindow& form_;
+    QTimer refresh_;
+    SurfaceSize lastOutputSize_{640, 360};
+};
+
+// A number as the time edits hold it, in any form that C knows; 0 for an empty or unreadable text and for
+// infinities.
+float NumberFromText(const QString& text);
+
+}  // namespace pixelgrove

@@ -1,0 +1,40 @@
+// StageButtons: the row of buttons that chooses the stage in the editor, with "+" to add one.
+//
+// Shows what stageTabs, AppState::currentStage and AppState::stageErrors say; a stage with an error text is
+// tinted red. Main thread.
+#pragma once
+
+#include <QWidget>
+#include <array>
+#include <functional>
+
+#include "core/Stages.h"
+
+class QPushButton;
+
+namespace pixelgrove {
+
+class StageButtons : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit StageButtons(QWidget* parent = nullptr);
+
+    // What a press runs: the button's command id.
+    std::function<void(int commandId)> runCommand;
+
+    // Shows the buttons of the stages that exist, with their captions and colours.
+    void Refresh();
+    QPushButton* Button(uint32_t stage) const { return buttons_[stage]; }
+
+    // A menu of the stages that can be added, at the mouse; nothing when there are none. A choice adds the stage
+    // and shows it.
+    void PopUpAddMenu();
+    // A menu with "Remove Buffer", for every stage but "+" and Image.
+    void PopUpRemoveMenu(uint32_t stage, const QPoint& globalPosition);
+
+private:
+    std::array<QPushButton*, kStageCount> buttons_{};
+};
+
+}  // namespace pixelgrove

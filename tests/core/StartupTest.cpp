@@ -1,0 +1,170 @@
+#include "core/Startup.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <string>
+#include <vector>
+
+#include "core/AppState.h"
+#include "core/BaseFolders.h"
+#include "core/UniqueId.h"
+#include "platform/Environment.h"
+#include "platform/Files.h"
+#include "platform/SharedMemory.h"
+
+namespace pixelgrove {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(BaseFolders, ChoosesByTheProgramsPlace) {
+    const QStringList known = {QStringLiteral("/usr"), QStringLiteral("/usr/local/"), QStringLiteral("/opt"),
+                               QString()};
+    const QString data = QStringLiteral("/home/u/.local/share//");
+    const char* userData = "/home/u/.local/share/orrisfield/moirelane";
+    struct Row {
+        const char* program;
+        const char* exe;
+        const char* dll;
+        const char* dat;
+        const char* type;
+    };
+    const Row rows[] = {
+        {"/usr/bin/pixelgrove", "/usr/share/orrisfield/moirelane", "/usr/share/orrisfield/moirelane/DLL",
+         userData, "Installed\n"},
+        // /usr holds /usr/local too: the nearer one counts.
+        {"/usr/local/bin/x/y", "/usr/local/share/orrisfield/moirelane",
+         "/usr/local/share/orrisfield/moirelane/DLL", userData, "Installed\n"},
+        {"/opt/any name/pixelgrove", "/opt/share/orrisfield/moirelane", "/opt/share/orrisfield/moirelane/DLL",
+         userData, "Installed\n"},
+        {"/home/u/app/pixelgrove", "/home/u/app", "/home/u/app/DLL", "/home/u/app", "Portable\n"},
+        // Only a folder's whole name counts, and only at the start.
+        {"/usrx/bin/p", "/usrx/bin", "/usrx/bin/DLL", "/usrx/bin", "Portable\n"},
+        {"/home/u/usr/bin/p", "/home/u/usr/bin", "/home/u/usr/bin/DLL", "/home/u/usr/bin", "Portable\n"},
+        {"/p", "", "/DLL", "", "Portable\n"},
+        {R"(D:\C\Projects\x\p.exe)", "D:/C/Projects/x", "D:/C/Projects/x", "D:/Moirelane", "Debugging"},
+        {R"(/usr/d:\c\PROJECTS\p)", "/usr/d:/c/PROJECTS", "/usr/d:/c/PROJECTS", "D:/Moirelane", "Debugging"},
+        {R"(D:\C\Projects)", "D:/C", "D:/C/DLL", "D:/C", "Portable\n"},
+    };
+    for (const Row& row : rows) {
+        const FolderChoice choice = ChooseFolders(QString::fromLatin1(row.program), known, data);
+        EXPECT_EQ(choice.exe, QLatin1String(row.exe)) << row.program;
+        EXPECT_EQ(choice.dll, QLatin1String(row.dll)) << row.program;
+        EXPECT_EQ(choice.dat, QLatin1String(row.dat)) << row.program;
+        EXPECT_EQ(choice.configurationType, QLatin1String(row.type)) << row.program;
+    }
+}
+
+TEST(BaseFolders, ExpandsTheTableEachTime) {
+    SetBaseFolders();
+    SetBaseFolders();
+    const QString data = ExpandVariables(QStringLiteral("%DAT_BASEFOLDER%"));
+    ASSERT_TRUE(data.startsWith(u'/'));
+    struct Row {
+        PathId id;
+        const char* tail;
+    };
+    const Row rows[] = {
+        {PathId::DatBase, ""},
+        {PathId::ColourSettings, "/Globals.XML"},
+        {PathId::Shaders, "/Shaders"},
+        {PathId::ShaderPattern, "/Shaders/*.glsl"},
+        {PathId::Palettes, "/Palettes"},
+        {PathId::Layouts, "/UI"},
+        {PathId::ServiceRoot, "/ShaderToy"},
+        {PathId::CacheRoot, "/ShaderToy/ShadertoyCache"},
+        {PathId::ProjectFiles, "/ShaderToy/Shaders"},
+        {PathId::ProjectPattern, "/ShaderToy/Shaders/*.json"},
+        {PathId::Playlists, "/ShaderToy/Playlists"},
+        {PathId::PlaylistPattern, "/ShaderToy/Playlists/*.playlist"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(PathOf(row.id), data + QLatin1String(row.tail));
+    EXPECT_EQ(PathOf(PathId::DllBase), ExpandVariables(QStringLiteral("%DLL_BASEFOLDER%")));
+    EXPECT_EQ(PathOf(PathId::ExeBase), ExpandVariables(QStringLiteral("%EXE_BASEFOLDER%")));
+    EXPECT_TRUE(PathOf(PathId::Count).isEmpty());
+}
+
+TEST(Startup, RunsItsStepsInOrder) {
+    std::vector<std::string> order;
+    const auto step = [&](const char* name, bool hasLists, bool hasPalette) {
+        return [&order, name, hasLists, hasPalette] {
+            order.emplace_back(name);
+            ASSERT_NE(App(), nullptr) << name;
+            ASSERT_NE(Controls(), nullptr) << name;
+            EXPECT_EQ(App()->recentFiles != nullptr, hasLists) << name;
+            EXPECT_EQ(App()->recentPlaylists != nullptr, hasLists) << name;
+            EXPECT_EQ(App()->sharedPalette != nullptr, hasPalette) << name;
+        };
+    };
+    StartupSteps steps;
+    steps.startAudio = [&, check = step("startAudio", false, false)] {
+        check();
+        EXPECT_EQ(CacheRoot(), PathOf(PathId::CacheRoot));
+        for (const QString& folder : {kCacheShaders, kCacheAssets, kCacheSearches}) {
+            EXPECT_TRUE(IsFolder(CacheRoot() + u'/' + folder));
+        }
+        EXPECT_TRUE(IsFolder(PathOf(PathId::ProjectFiles)));
+    };
+    steps.registerWindows = step("registerWindows", false, false);
+    steps.loadSettings = step("loadSettings", true, false);
+    steps.copyControlColours = step("copyControlColours", true, false);
+    steps.runMainDialog = [&, check = step("runMainDialog", true, true)] {
+        check();
+        EXPECT_NE(playTimer, 0u);
+        EXPECT_NE(secondTimer, 0u);
+        EXPECT_NE(playTimer, secondTimer);
+        EXPECT_GE(App()->sharedPalette->SizeBytes(), sizeof(PaletteBlock));
+        App()->documents[kStageImage].hasText = true;
+        App()->includeContext = std::make_unique<IncludeContext>();
+    };
+    steps.stopAudio = step("stopAudio", true, true);
+    steps.saveSettings = [&, check = step("saveSettings", true, true)] {
+        check();
+        EXPECT_TRUE(App()->documents[kStageImage].hasText);
+    };
+    steps.freeControls = [&, check = step("freeControls", true, true)] {
+        check();
+        EXPECT_FALSE(App()->documents[kStageImage].hasText);
+    };
+    steps.freeWindows = [&, check = step("freeWindows", true, true)] {
+        check();
+        EXPECT_NE(App()->includeContext, nullptr);
+    };
+    steps.freeRecorderTable = [&, check = step("freeRecorderTable", false, true)] {
+        check();
+        EXPECT_EQ(App()->includeContext, nullptr);
+    };
+    EXPECT_EQ(ApplicationMain(steps), 0);
+    EXPECT_EQ(App(), nullptr);
+    EXPECT_THAT(order, ElementsAre("startAudio", "registerWindows", "loadSettings", "copyControlColours",
+                                   "runMainDialog", "stopAudio", "saveSettings", "freeControls",
+                                   "freeWindows", "freeRecorderTable"));
+}
+
+TEST(Startup, MissingStepsAreLeftOut) {
+    EXPECT_EQ(ApplicationMain(StartupSteps()), 0);
+    EXPECT_EQ(App(), nullptr);
+}
+
+[[noreturn]] void StartWithoutSharedMemory() {
+    // No file can be opened any more, so the block can't be made.
+    const rlimit none{0, 0};
+    setrlimit(RLIMIT_NOFILE, &none);
+    bool wentOn = false;
+    StartupSteps steps;
+    steps.runMainDialog = [&] { wentOn = true; };
+    steps.saveSettings = [&] { wentOn = true; };
+    const int result = ApplicationMain(steps);
+    _exit(result == kExitNoSharedMemory && !wentOn && App() != nullptr ? 0 : 1);
+}
+
+TEST(Startup, WithoutSharedMemoryNothingMoreRuns) {
+    EXPECT_EXIT(StartWithoutSharedMemory(), testing::ExitedWithCode(0), "");
+}
+
+}  // namespace
+}  // namespace pixelgrove

@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include <QKeyEvent>
+
+#include "render/widgets/BitmapImage.h"
+#include "render/widgets/VirtualKeys.h"
+
+namespace pixelgrove {
+namespace {
+
+TEST(VirtualKeys, Codes) {
+    struct Case {
+        int key;
+        quint32 scanCode;
+        Qt::KeyboardModifiers modifiers;
+        int code;
+    };
+    const Qt::KeyboardModifiers none, shift = Qt::ShiftModifier, pad = Qt::KeypadModifier;
+    const Case cases[] = {
+        {Qt::Key_A, 38, none, 65},
+        {Qt::Key_A, 24, shift, 65},  // by symbol where the layout has moved the letter
+        {Qt::Key_Z, 0, none, 90},
+        {Qt::Key_0, 19, none, 48},
+        {Qt::Key_ParenRight, 19, shift, 48},
+        {Qt::Key_Slash, 16, shift, 55},     // German Shift 7
+        {Qt::Key_Ampersand, 10, none, 49},  // French 1
+        {Qt::Key_Exclam, 0, shift, 49},     // no scan code: a synthetic event
+        {Qt::Key_9, 0, none, 57},
+        {Qt::Key_0, 90, pad, 96},
+        {Qt::Key_9, 81, pad, 105},
+        {Qt::Key_Asterisk, 63, pad, 106},
+        {Qt::Key_Plus, 86, pad, 107},
+        {Qt::Key_Minus, 82, pad, 109},
+        {Qt::Key_Comma, 91, pad, 110},
+        {Qt::Key_Slash, 106, pad, 111},
+        {Qt::Key_Enter, 104, pad, 13},
+        {Qt::Key_Up, 80, pad, 38},
+        {Qt::Key_Backspace, 22, none, 8},
+        {Qt::Key_Backtab, 23, shift, 9},
+        {Qt::Key_Return, 36, none, 13},
+        {Qt::Key_Shift, 62, shift, 16},
+        {Qt::Key_Control, 105, none, 17},
+        {Qt::Key_AltGr, 108, none, 18},
+        {Qt::Key_Escape, 9, none, 27},
+        {Qt::Key_Space, 65, none, 32},
+        {Qt::Key_PageUp, 112, none, 33},
+        {Qt::Key_PageDown, 117, none, 34},
+        {Qt::Key_End, 115, none, 35},
+        {Qt::Key_Home, 110, none, 36},
+        {Qt::Key_Left, 113, none, 37},
+        {Qt::Key_Up, 111, none, 38},
+        {Qt::Key_Right, 114, none, 39},
+        {Qt::Key_Down, 116, none, 40},
+        {Qt::Key_Insert, 118, none, 45},
+        {Qt::Key_Delete, 119, none, 46},
+        {Qt::Key_F1, 67, none, 112},
+        {Qt::Key_F12, 96, none, 123},
+        {Qt::Key_Semicolon, 47, none, 186},
+        {Qt::Key_Colon, 47, shift, 186},
+        {Qt::Key_Equal, 21, none, 187},
+        {Qt::Key_Less, 59, shift, 188},
+        {Qt::Key_Minus, 20, none, 189},
+        {Qt::Key_Period, 60, none, 190},
+        {Qt::Key_Question, 0, shift, 191},
+        {Qt::Key_QuoteLeft, 49, none, 192},
+        {Qt::Key_BracketLeft, 34, none, 219},
+        {Qt::Key_Backslash, 51, none, 220},
+        {Qt::Key_BraceRight, 35, shift, 221},
+        {Qt::Key_Apostrophe, 48, none, 222},
+        {Qt::Key_Odiaeresis, 47, none, 186},
+        {0x0424, 38, none, 65},  // Cyrillic, by place
+        {Qt::Key_unknown, 0, none, -1},
+        {Qt::Key_VolumeUp, 123, none, -1},
+    };
+    for (const Case& c : cases) {
+        QKeyEvent event(QEvent::KeyPress, c.key, c.modifiers, c.scanCode, 0, 0);
+        EXPECT_EQ(VirtualKeyOf(event), c.code) << "key " << c.key << " scan code " << c.scanCode;
+    }
+}
+
+TEST(StretchedImage, TakesNearestPixelsOfEveryDepthAndRowOrder) {
+    // Two by two: row in memory 0 is 10 20, row 1 is 30 40, as blue, with green and red one and two above.
+    for (int depth : {8, 24, 32}) {
+        for (bool bottomUp : {false, true}) {
+            auto bitmap = CreateBitmap(2, 2, depth, bottomUp);
+            ASSERT_TRUE(bitmap);
+            for (int i = 0; i < 4; ++i) {
+                for (int channel = 0; channel < depth / 8; ++channel) {
+                    bitmap->Row(i / 2)[i % 2 * depth / 8 + channel] = uint8_t(10 * (i + 1) + channel);
+                }
+            }
+            auto colour = [depth](int blue) {
+                return depth == 8 ? qRgb(blue, blue, blue) : qRgb(blue + 2, blue + 1, blue);
+            };
+            QImage image = StretchedImage(*bitmap, 5, 4);
+            ASSERT_EQ(image.size(), QSize(5, 4));
+            EXPECT_EQ(image.pixel(0, 0), colour(bottomUp ? 30 : 10)) << depth;
+            EXPECT_EQ(image.pixel(2, 1), colour(bottomUp ? 30 : 10)) << depth;
+            EXPECT_EQ(image.pixel(3, 1), colour(bottomUp ? 40 : 20)) << depth;
+            EXPECT_EQ(image.pixel(4, 2), colour(bottomUp ? 20 : 40)) << depth;
+        }
+    }
+}
+
+TEST(StretchedImage, RefusesWhatIsNotABitmap) {
+    Bitmap bitmap;
+    EXPECT_TRUE(StretchedImage(bitmap, 4, 4).isNull());
+    bitmap.width = bitmap.height = 100;
+    bitmap.bits.resize(100);
+    EXPECT_TRUE(StretchedImage(bitmap, 4, 4).isNull());
+    EXPECT_TRUE(StretchedImage(*CreateFrameBitmap(2, 2), 0, 4).isNull());
+}
+
+}  // namespace
+}  // namespace pixelgrove

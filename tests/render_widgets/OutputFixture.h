@@ -1,0 +1,119 @@
+// An output window on the display, the global records behind it, and a thread that holds a GL context on it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QImage>
+#include <QPixmap>
+#include <QPointer>
+#include <QScreen>
+#include <QWindow>
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <thread>
+
+#include "core/AppState.h"
+#include "render/InputState.h"
+#include "render/widgets/OutputView.h"
+#include "render/widgets/OutputWindow.h"
+
+namespace pixelgrove {
+
+// Handles events until the condition holds; false after five seconds.
+inline bool PumpUntil(const std::function<bool()>& condition) {
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (timer.elapsed() > 5000) return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return true;
+}
+
+inline void PumpFor(int milliseconds) {
+    QElapsedTimer timer;
+    timer.start();
+    PumpUntil([&] { return timer.elapsed() >= milliseconds; });
+}
+
+class OutputTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (!qApp || QGuiApplication::platformName() != QStringLiteral("xcb")) {
+            GTEST_SKIP() << "no X display: set DISPLAY to one, and QT_QPA_PLATFORM to xcb";
+        }
+        ASSERT_TRUE(AllocateGlobals());
+        Mouse().isDown = Mouse().justPressed = 0;
+        Mouse().x = Mouse().y = Mouse().clickX = Mouse().clickY = -1;
+        ClearKeyboard();
+    }
+
+    void TearDown() override {
+        if (!qApp || !App()) return;
+        if (window) window->close();
+        PumpFor(0);
+        App()->renderContext = nullptr;
+        App()->outputSurface = nullptr;
+        FreeGlobals();
+    }
+
+    void Open() {
+        window = new OutputWindow;
+        window->move(100, 80);
+        window->show();
+        ASSERT_TRUE(PumpUntil([this] { return window->View()->isExposed(); }));
+    }
+
+    QImage Grab() { return window->screen()->grabWindow(window->winId()).toImage(); }
+    // The colour at a place of the picture turns into this one.
+    bool Shows(int x, int y, QRgb colour) {
+        return PumpUntil([=, this] {
+            QImage image = Grab();
+            return image.valid(x, y) && (image.pixel(x, y) | 0xff000000u) == colour;
+        });
+    }
+
+    QPointer<OutputWindow> window;
+};
+
+// A context on the surface, made and left by a thread of its own, as a run has it.
+class ContextOnThread {
+  public:
+    // `turn` is called over and over on the thread with the context current.
+    explicit ContextOnThread(
+        std::shared_ptr<OutputSurface> surface, std::function<void(GlContext&)> turn = [](GlContext&) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }) {
+        thread_ = std::thread([this, surface = std::move(surface), turn = std::move(turn)] {
+            context_ = surface->CreateContext();
+            isCurrent_ = context_ && context_->MakeCurrent();
+            ready_ = true;
+            while (isCurrent_ && !stop_)
+                turn(*context_);
+            if (context_) context_->Detach();
+        });
+    }
+    ~ContextOnThread() { Stop(); }
+
+    bool WaitCurrent() {
+        return PumpUntil([this] { return ready_.load(); }) && isCurrent_;
+    }
+    // Ends the thread and destroys the context here.
+    void Stop() {
+        stop_ = true;
+        if (thread_.joinable()) thread_.join();
+        context_.reset();
+    }
+    GlContext* Context() { return context_.get(); }
+
+  private:
+    std::unique_ptr<GlContext> context_;
+    std::atomic<bool> ready_{false}, isCurrent_{false}, stop_{false};
+    std::thread thread_;
+};
+
+}  // namespace pixelgrove

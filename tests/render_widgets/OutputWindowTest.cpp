@@ -1,0 +1,236 @@
+#include "render/widgets/OutputWindow.h"
+
+#include <QMenu>
+#include <QSignalSpy>
+#include <QtTest/QTest>
+
+#include "OutputFixture.h"
+#include "core/Commands.h"
+#include "render/RenderContext.h"
+
+namespace pixelgrove {
+namespace {
+
+class OutputWindowTest : public OutputTest {
+  protected:
+    QPoint At(int x, int y) { return {x, y}; }
+
+    // Straight to the view, as when the pointer is grabbed by a press and lies outside.
+    void SendMouse(QEvent::Type type, QPointF at) {
+        QMouseEvent event(type, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(window->View(), &event);
+    }
+    void SendKey(QEvent::Type type, int key, quint32 scanCode, bool repeat,
+                 Qt::KeyboardModifiers modifiers = {}) {
+        QKeyEvent event(type, key, modifiers, scanCode, 0, 0, QString(), repeat);
+        QCoreApplication::sendEvent(window->View(), &event);
+    }
+    std::array<int, 3> Key(int code) {
+        std::array<uint8_t, kKeyCodes * kKeyRows> rows;
+        ReadKeyboardRows(rows);
+        return {rows[size_t(code)], rows[size_t(kKeyCodes + code)], rows[size_t(2 * kKeyCodes + code)]};
+    }
+};
+
+TEST_F(OutputWindowTest, RegistersItsSurfaceAndCloses) {
+    Open();
+    App()->outputWindow = window;
+    std::shared_ptr<OutputSurface> surface = App()->outputSurface;
+    EXPECT_EQ(surface, window->Surface());
+    EXPECT_EQ(surface->ClientSize(), (SurfaceSize{640, 360}));
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Shader Output"));
+
+    QSignalSpy closed(window, &OutputWindow::Closed);
+    QPointer<OutputView> view = window->View();
+    EXPECT_TRUE(window->RunCommand(kCmdCancel));
+    EXPECT_TRUE(PumpUntil([&] { return !window && !view; }));
+    EXPECT_EQ(closed.count(), 1);
+    EXPECT_EQ(App()->outputWindow, nullptr);
+    // The render target stays, and says that it is of no more use.
+    EXPECT_EQ(App()->outputSurface, surface);
+    EXPECT_TRUE(IsRetired(*surface));
+    EXPECT_EQ(surface->ClientSize(), (SurfaceSize{0, 0}));
+    EXPECT_EQ(surface->CreateContext(), nullptr);
+    surface->ShowBitmap(CreateFrameBitmap(4, 4));
+}
+
+TEST_F(OutputWindowTest, DeletedByItsParentItClosesToo) {
+    auto parent = std::make_unique<QWidget>();
+    auto* child = new OutputWindow(parent.get());
+    std::shared_ptr<WindowSurface> surface = child->Surface();
+    QPointer<OutputView> view = child->View();
+    bool closed = false;
+    QObject::connect(child, &OutputWindow::Closed, [&] { closed = true; });
+    parent.reset();
+    EXPECT_TRUE(closed);
+    EXPECT_TRUE(surface->IsRetired());
+    EXPECT_TRUE(PumpUntil([&] { return !view; }));
+}
+
+TEST_F(OutputWindowTest, HasNoSizeWhileMinimised) {
+    Open();
+    window->showMinimized();
+    if (!PumpUntil([&] { return window->Surface()->ClientSize() == SurfaceSize{0, 0}; })) {
+        FAIL() << "minimising was not seen; the display needs a window manager";
+    }
+    window->showNormal();
+    EXPECT_TRUE(PumpUntil([&] { return window->Surface()->ClientSize() == SurfaceSize{640, 360}; }));
+}
+
+TEST_F(OutputWindowTest, ContextMenu) {
+    Open();
+    App()->alwaysOnTop = 1;
+    std::unique_ptr<QMenu> menu = window->MakeContextMenu();
+    QStringList lines;
+    std::function<void(const QMenu&, const QString&)> list = [&](const QMenu& from, const QString& indent) {
+        for (QAction* action : from.actions()) {
+            QString line = indent + action->text();
+            if (!action->menu()) line += QStringLiteral("|%1").arg(action->data().toInt());
+            if (!action->isEnabled()) line += QStringLiteral("|off");
+            if (action->isChecked()) line += QStringLiteral("|tick");
+            lines += line;
+            if (action->menu()) list(*action->menu(), QStringLiteral("  "));
+        }
+    };
+    list(*menu, QString());
+    EXPECT_EQ(lines.join(u'\n').toStdString(),
+              "Window Size\n"
+              "  640 x 480 (480p)|1564\n"
+              "  720 x 480|1565\n"
+              "  800 x 600|1566\n"
+              "  1024 x 768|1567\n"
+              "  1280 x 720 (720p)|1568\n"
+              "  1280 x 800,|1569\n"
+              "  1280 x 1024|1570\n"
+              "  1360 x 768,|1571\n"
+              "  1400 x 1050|1572\n"
+              "  1600 x 1200|1573\n"
+              "  1680 x 1050|1574\n"
+              "  1920 x 1080 (1080p)|1575\n"
+              "  1920 x 1200|1576\n"
+              "  2560 x 1440 (1440p)|1577\n"
+              "Recording\n"
+              "  Record for 10 seconds|1559|off\n"
+              "  Record for 20 seconds|1560|off\n"
+              "  Record for 30 seconds|1561|off\n"
+              "  Record for 1 minute|1562|off\n"
+              "  Record w/manual stop|1563|off\n"
+              "Always on Top|1578|tick\n"
+              "8K Screen Capture|1579|off");
+
+    PumpFor(200);  // for the window manager's frame
+    const QPoint place = window->pos();
+    EXPECT_EQ(place, QPoint(100, 80));
+    for (QAction* action : menu->actions().first()->menu()->actions()) {
+        const QStringList sides = action->text().remove(u',').split(u' ');
+        const SurfaceSize asked{sides[0].toInt(), sides[2].toInt()};
+        action->trigger();
+        EXPECT_TRUE(PumpUntil([&] { return window->Surface()->ClientSize() == asked; })) << asked.width;
+        // A window as wide as the screen is the window manager's to place.
+        if (asked.width < window->screen()->geometry().width()) {
+            EXPECT_EQ(window->pos(), place) << asked.width;
+        }
+    }
+}
+
+TEST_F(OutputWindowTest, AlwaysOnTopKeepsTheNativeWindow) {
+    Open();
+    const WId before = window->winId();
+    for (uint32_t expected : {1u, 0u}) {
+        EXPECT_TRUE(window->RunCommand(kCmdAlwaysOnTop));
+        PumpFor(50);
+        EXPECT_EQ(App()->alwaysOnTop, expected);
+        EXPECT_EQ(window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint), expected == 1);
+        EXPECT_EQ(window->winId(), before);
+        EXPECT_TRUE(window->View()->isExposed());
+    }
+    EXPECT_FALSE(window->RunCommand(kCmdPlay));
+}
+
+TEST_F(OutputWindowTest, MouseReachesShadersOfThisWindowOnly) {
+    Open();
+    QTest::mousePress(window->View(), Qt::LeftButton, {}, At(10, 20));
+    QTest::mouseRelease(window->View(), Qt::LeftButton, {}, At(10, 20));
+    EXPECT_EQ(Mouse().x, -1) << "no run draws here yet";
+
+    ContextOnThread run(window->Surface());
+    ASSERT_TRUE(run.WaitCurrent());
+    QTest::mousePress(window->View(), Qt::LeftButton, {}, At(10, 20));
+    EXPECT_EQ(Mouse().isDown, 1u);
+    EXPECT_EQ(Mouse().justPressed, 1u);
+    EXPECT_EQ(Mouse().clickX, 10);
+    EXPECT_EQ(Mouse().clickY, 340);
+    SendMouse(QEvent::MouseMove, {639, 359});
+    EXPECT_EQ(Mouse().x, 639);
+    EXPECT_EQ(Mouse().y, 1);
+    EXPECT_EQ(Mouse().clickX, 10);
+    // Outside nothing is seen, not even the release.
+    SendMouse(QEvent::MouseMove, {-1, 100});
+    SendMouse(QEvent::MouseButtonRelease, {640, 100});
+    EXPECT_EQ(Mouse().x, 639);
+    EXPECT_EQ(Mouse().isDown, 1u);
+    SendMouse(QEvent::MouseMove, {300, 0});
+    EXPECT_EQ(Mouse().x, 300);
+    EXPECT_EQ(Mouse().y, 360);
+    QTest::mouseRelease(window->View(), Qt::LeftButton, {}, At(300, 0));
+    EXPECT_EQ(Mouse().isDown, 0u);
+    SendMouse(QEvent::MouseMove, {5, 5});
+    EXPECT_EQ(Mouse().x, 300);
+    QTest::mousePress(window->View(), Qt::MiddleButton, {}, At(7, 7));
+    QTest::mouseRelease(window->View(), Qt::MiddleButton, {}, At(7, 7));
+    EXPECT_EQ(Mouse().clickX, 10);
+}
+
+TEST_F(OutputWindowTest, ClickJumpsInTime) {
+    Open();
+    RenderContext run;
+    run.playTime = -1.0f;
+    App()->renderContext = &run;
+    SendMouse(QEvent::MouseButtonPress, {5, 5});
+    SendMouse(QEvent::MouseButtonRelease, {-3, 5});
+    EXPECT_EQ(run.playTime, -1.0f);
+    SendMouse(QEvent::MouseButtonRelease, {5, 5});
+    EXPECT_GE(run.playTime, 0.1f);
+    EXPECT_LE(run.playTime, 4096.0f);
+}
+
+TEST_F(OutputWindowTest, RightPressOpensTheMenu) {
+    Open();
+    QTest::mousePress(window->View(), Qt::RightButton, {}, At(50, 60));
+    ASSERT_TRUE(PumpUntil([] { return QApplication::activePopupWidget() != nullptr; }));
+    QPointer<QWidget> menu = QApplication::activePopupWidget();
+    EXPECT_EQ(menu->pos(), window->View()->mapToGlobal(At(50, 60)));
+    QTest::mouseRelease(window->View(), Qt::RightButton, {}, At(50, 60));
+    menu->close();
+    EXPECT_TRUE(PumpUntil([&] { return !menu; }));
+}
+
+TEST_F(OutputWindowTest, KeysFillTheRows) {
+    using Rows = std::array<int, 3>;
+    Open();
+    ContextOnThread run(window->Surface());
+    ASSERT_TRUE(run.WaitCurrent());
+    QTest::keyPress(window->View(), Qt::Key_W);
+    EXPECT_EQ(Key('W'), (Rows{255, 255, 255}));
+    // Holding: the window system reports pairs, of which only the press counts.
+    SendKey(QEvent::KeyRelease, Qt::Key_W, 0, true);
+    EXPECT_EQ(Key('W'), (Rows{255, 255, 255}));
+    SendKey(QEvent::KeyPress, Qt::Key_W, 0, true);
+    EXPECT_EQ(Key('W'), (Rows{255, 255, 0}));
+    QTest::keyRelease(window->View(), Qt::Key_W);
+    EXPECT_EQ(Key('W'), (Rows{0, 0, 0}));
+    // Also when the frame has the keys.
+    QTest::keyPress(window.data(), Qt::Key_Left);
+    EXPECT_EQ(Key(37), (Rows{255, 255, 255}));
+    QTest::keyRelease(window.data(), Qt::Key_Left);
+    EXPECT_EQ(Key(37), (Rows{0, 0, 255}));
+    // Keypad 8 pressed as a digit and released, after Num Lock, as an arrow.
+    SendKey(QEvent::KeyPress, Qt::Key_8, 80, false, Qt::KeypadModifier);
+    EXPECT_EQ(Key(104), (Rows{255, 255, 255}));
+    SendKey(QEvent::KeyRelease, Qt::Key_Up, 80, false, Qt::KeypadModifier);
+    EXPECT_EQ(Key(104), (Rows{0, 0, 255}));
+    EXPECT_EQ(Key(38), (Rows{0, 0, 0}));
+}
+
+}  // namespace
+}  // namespace pixelgrove

@@ -1,0 +1,208 @@
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include "OutputFixture.h"
+#include "render/RenderContext.h"
+#include "render/widgets/OffscreenOutput.h"
+
+namespace pixelgrove {
+namespace {
+
+constexpr QRgb kRed = qRgb(255, 0, 0), kGreen = qRgb(0, 255, 0), kBlack = qRgb(0, 0, 0);
+
+// Bottom-up: the lower half in one colour, the upper in the other.
+BitmapRef TwoHalves(int width, int height, QRgb lower, QRgb upper) {
+    auto bitmap = CreateFrameBitmap(width, height);
+    for (int y = 0; y < height; ++y) {
+        QRgb colour = y < height / 2 ? lower : upper;
+        for (int x = 0; x < width; ++x) {
+            std::memcpy(bitmap->Row(y) + 4 * x, &colour, 4);
+        }
+    }
+    return bitmap;
+}
+
+void ClearAndSwap(GlContext& context, float red, float green) {
+    QOpenGLFunctions* gl = QOpenGLContext::currentContext()->functions();
+    gl->glClearColor(red, green, 0, 1);
+    gl->glClear(GL_COLOR_BUFFER_BIT);
+    context.SwapBuffers();
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+}
+
+class PresentationTest : public OutputTest {};
+
+TEST_F(PresentationTest, BlackUntilAProjectPlays) {
+    Open();
+    EXPECT_TRUE(Shows(0, 0, kBlack));
+    EXPECT_TRUE(Shows(639, 359, kBlack));
+}
+
+TEST_F(PresentationTest, BitmapOfAnotherThreadFillsTheClientArea) {
+    Open();
+    RenderContext run;
+    App()->renderContext = &run;
+    App()->useGdiDisplay = 1;
+    std::thread([surface = window->Surface()] {
+        surface->ShowBitmap(nullptr);
+        surface->ShowBitmap(TwoHalves(64, 20, kGreen, kRed));
+    }).join();
+    EXPECT_TRUE(Shows(0, 0, kRed));
+    EXPECT_TRUE(Shows(639, 179, kRed));
+    EXPECT_TRUE(Shows(0, 180, kGreen));
+    EXPECT_TRUE(Shows(639, 359, kGreen));
+    // The window shows it again by itself, at its new size, until the run ends.
+    window->resize(700, 400);
+    EXPECT_TRUE(Shows(699, 199, kRed));
+    EXPECT_TRUE(Shows(699, 399, kGreen));
+    App()->renderContext = nullptr;
+    window->resize(720, 410);
+    EXPECT_TRUE(Shows(719, 409, kBlack));
+}
+
+TEST_F(PresentationTest, ManyBitmapsMakeOneEventAndTheLastIsSeen) {
+    struct Counter : QObject {
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == WindowSurface::BitmapEventType();
+            return false;
+        }
+        int count = 0;
+    } counter;
+    Open();
+    RenderContext run;
+    App()->renderContext = &run;
+    App()->useGdiDisplay = 1;
+    window->View()->installEventFilter(&counter);
+    std::thread([surface = window->Surface()] {
+        for (int i = 0; i < 1000; ++i) {
+            surface->ShowBitmap(TwoHalves(8, 8, kRed, kRed));
+        }
+        surface->ShowBitmap(TwoHalves(8, 8, kGreen, kGreen));
+    }).join();
+    EXPECT_TRUE(Shows(320, 180, kGreen));
+    EXPECT_EQ(counter.count, 1);
+    window->Surface()->ShowBitmap(TwoHalves(8, 8, kRed, kRed));
+    EXPECT_TRUE(Shows(320, 180, kRed));
+    EXPECT_EQ(counter.count, 2);
+}
+
+TEST_F(PresentationTest, GlFramesAndBitmapsTakeTurns) {
+    Open();
+    RenderContext context;
+    App()->renderContext = &context;
+    std::atomic<bool> draws{true};
+    std::shared_ptr<WindowSurface> surface = window->Surface();
+    ContextOnThread run(surface, [&](GlContext& gl) {
+        if (draws) {
+            ClearAndSwap(gl, 0, 1);
+        } else {
+            surface->ShowBitmap(TwoHalves(640, 360, kRed, kRed));
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+    });
+    ASSERT_TRUE(run.WaitCurrent());
+    for (int i = 0; i < 5; ++i) {
+        draws = true;
+        EXPECT_TRUE(Shows(600, 300, kGreen));
+        draws = false;
+        EXPECT_TRUE(Shows(600, 300, kRed));
+    }
+    draws = true;
+    window->resize(800, 600);
+    EXPECT_TRUE(Shows(790, 590, kGreen));
+    run.Stop();
+}
+
+TEST_F(PresentationTest, ClosingUnderARunKeepsTheDrawableUntilItsEnd) {
+    Open();
+    QPointer<OutputView> view = window->View();
+    std::atomic<int> frames{0};
+    ContextOnThread run(window->Surface(), [&](GlContext& context) {
+        ASSERT_TRUE(context.MakeCurrent());
+        ClearAndSwap(context, 1, 0);
+        ++frames;
+    });
+    ASSERT_TRUE(run.WaitCurrent());
+    ASSERT_TRUE(Shows(300, 300, kRed));
+    window->close();
+    EXPECT_TRUE(PumpUntil([this] { return !window; }));
+    const int before = frames;
+    EXPECT_TRUE(PumpUntil([&] { return frames > before + 10; })) << "the run goes on, unseen";
+    EXPECT_TRUE(view);
+
+    // Other windows come and go meanwhile; theirs leave nothing behind.
+    std::vector<QPointer<OutputView>> others;
+    for (int i = 0; i < 50; ++i) {
+        Open();
+        others.push_back(window->View());
+        EXPECT_FALSE(IsRetired(*App()->outputSurface));
+        window->close();
+        EXPECT_TRUE(PumpUntil([this] { return !window; }));
+    }
+    EXPECT_TRUE(
+        PumpUntil([&] { return std::none_of(others.begin(), others.end(), [](auto& v) { return v; }); }));
+    EXPECT_TRUE(view);
+    run.Stop();
+    EXPECT_TRUE(PumpUntil([&] { return !view; }));
+}
+
+TEST_F(PresentationTest, OnlyTheOwnersThreadMakesAContextCurrent) {
+    Open();
+    std::unique_ptr<GlContext> context = window->Surface()->CreateContext();
+    ASSERT_TRUE(context && context->MakeCurrent());
+    std::thread([&] {
+        EXPECT_FALSE(context->MakeCurrent());
+        context->SwapBuffers();
+        context->DoneCurrent();
+        context->Detach();
+    }).join();
+    EXPECT_TRUE(context->MakeCurrent());
+    EXPECT_TRUE(context->HasDrawable());
+    // The last holder may be another thread once the context is detached.
+    QPointer<OutputView> view = window->View();
+    context->Detach();
+    std::thread([context = std::move(context)]() mutable { context.reset(); }).join();
+    EXPECT_FALSE(window->Surface()->HasContexts());
+    window->close();
+    EXPECT_TRUE(PumpUntil([&] { return !view; }));
+}
+
+TEST_F(PresentationTest, OffscreenOutputRendersWithoutAWindow) {
+    std::shared_ptr<OutputSurface> surface = CreateOffscreenOutput({320, 200});
+    ASSERT_TRUE(surface);
+    EXPECT_EQ(surface->ClientSize(), (SurfaceSize{320, 200}));
+    EXPECT_FALSE(IsRetired(*surface));
+    std::atomic<int> seen{0};
+    std::thread([&, surface = std::move(surface)]() mutable {
+        EXPECT_EQ(CreateOffscreenOutput({1, 1}), nullptr) << "not on this thread";
+        std::unique_ptr<GlContext> context = surface->CreateContext();
+        ASSERT_TRUE(context && context->MakeCurrent());
+        EXPECT_FALSE(context->HasDrawable());
+        context->SwapBuffers();
+        QOpenGLFunctions* gl = QOpenGLContext::currentContext()->functions();
+        GLuint texture = 0, frameBuffer = 0;
+        gl->glGenTextures(1, &texture);
+        gl->glBindTexture(GL_TEXTURE_2D, texture);
+        gl->glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, 1, 1, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
+        gl->glGenFramebuffers(1, &frameBuffer);
+        gl->glBindFramebuffer(GL_FRAMEBUFFER, frameBuffer);
+        gl->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
+        gl->glClearColor(1, 0, 0, 1);
+        gl->glClear(GL_COLOR_BUFFER_BIT);
+        uint8_t pixel[4] = {};
+        gl->glReadPixels(0, 0, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, pixel);
+        seen = pixel[0];
+        context->DoneCurrent();
+        context.reset();
+        // The off-screen surface's last holder is this thread.
+        surface.reset();
+    }).join();
+    EXPECT_EQ(seen, 255);
+    PumpFor(0);
+}
+
+}  // namespace
+}  // namespace pixelgrove
