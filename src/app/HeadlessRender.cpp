@@ -57,12 +57,14 @@ int ApplyValues(const RenderOptions& options, const RenderContext& context) {
         }
         const std::optional<ControlValueType> type = FindUniformType(context, name);
         if (!type) {
-            PrintError(QStringLiteral("pixelgrove-render: no stage uses a float, int, uint or bool uniform named %1.")
+            PrintError(QStringLiteral(
+                           "pixelgrove-render: no stage uses a float, int, uint or bool uniform named %1.")
                            .arg(name));
             return kExitUsage;
         }
         if (controls.uniformCount >= kMaxControls) {
-            PrintError(QStringLiteral("pixelgrove-render: at most %1 values can be set.").arg(kMaxControls - 1));
+            PrintError(
+                QStringLiteral("pixelgrove-render: at most %1 values can be set.").arg(kMaxControls - 1));
             return kExitUsage;
         }
         UniformControl& control = controls.uniforms[size_t(controls.uniformCount++)];
@@ -88,7 +90,8 @@ int PrintSource(RenderContext& context, uint32_t stage) {
         PrintError(QStringLiteral("pixelgrove-render: %1 can't be assembled.").arg(StageName(stage)));
         return kExitCompileFailed;
     }
-    const bool written = std::fwrite(text->constData(), 1, size_t(text->size()), stdout) == size_t(text->size());
+    const bool written =
+        std::fwrite(text->constData(), 1, size_t(text->size()), stdout) == size_t(text->size());
     return written ? kExitDone : kExitUsage;
 }
 
@@ -114,7 +117,8 @@ std::shared_ptr<Bitmap> ReadPicture(const RenderContext& context, uint32_t stage
     for (int n = 0; n < 6; ++n) {
         if (!ReadBackStage(context, stage, *face, n)) return nullptr;
         for (int row = 0; row < kCubeSide; ++row) {
-            std::memcpy(strip->Row(row) + size_t(n) * face->StrideBytes(), face->Row(row), face->StrideBytes());
+            std::memcpy(strip->Row(row) + size_t(n) * face->StrideBytes(), face->Row(row),
+                        face->StrideBytes());
         }
     }
     return strip;

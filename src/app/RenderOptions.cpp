@@ -23,7 +23,8 @@ bool ParseSize(const QString& text, RenderOptions& options) {
     bool goodHeight = false;
     const int width = parts[0].toInt(&goodWidth);
     const int height = parts[1].toInt(&goodHeight);
-    if (!goodWidth || !goodHeight || width < 1 || height < 1 || width > kLargestSide || height > kLargestSide) {
+    if (!goodWidth || !goodHeight || width < 1 || height < 1 || width > kLargestSide ||
+        height > kLargestSide) {
         return false;
     }
     options.width = width;
@@ -106,7 +107,8 @@ QString RenderUsage() {
         "  --start T             shader time before the first frame (0.1)\n"
         "  --speed S             time step of a frame, -1 to 1 (0.03)\n"
         "  --size WxH            picture size in pixels (640x360)\n"
-        "  --stage NAME          stage to write: \"Buffer A\" to \"Buffer D\", \"Cube A\" (its six faces in a\n"
+        "  --stage NAME          stage to write: \"Buffer A\" to \"Buffer D\", \"Cube A\" (its six faces in "
+        "a\n"
         "                        row, +X -X +Y -Y +Z -Z), \"Image\" (Image)\n"
         "  --set NAME=VALUE      value of a uniform; may be given again\n"
         "  --out DIR             folder for the pictures (.)\n"

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QScreen>
+#include <QTimer>
 #include <algorithm>
 #include <cstdio>
 
@@ -23,6 +24,7 @@ using namespace pixelgrove;
 // Presses Play by itself once the windows stand.
 constexpr const char* kAutoplayVariable = "PIXELGROVE_AUTOPLAY";
 
+constexpr int kFrameDelayMs = 100;
 constexpr QSize kOutputRoom(652, 400);  // beside the main window
 
 // In the middle of the screen together with the output window to come, which is opened at the right.
@@ -40,11 +42,13 @@ void RunMainDialog(const QString& projectFile) {
     QObject::connect(&window, &MainWindow::Closed, [] { QCoreApplication::exit(0); });
     window.OpenInitialProject(projectFile);
     Place(window);
-    window.OpenOutputWindow();
     window.show();
-    window.activateWindow();
-    if (qEnvironmentVariable(kAutoplayVariable) == QStringLiteral("1") && App()->openGlOk)
-        window.PostCommand(kCmdPlay, 0);
+    // The output window is placed by this one's frame, which the window manager adds a little later.
+    QTimer::singleShot(kFrameDelayMs, &window, [&window] {
+        window.OpenOutputWindow();
+        if (qEnvironmentVariable(kAutoplayVariable) == QStringLiteral("1") && App()->openGlOk)
+            window.SendCommand(kCmdPlay, 0);
+    });
     QCoreApplication::exec();
 }
 

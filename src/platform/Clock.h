@@ -13,7 +13,8 @@ uint64_t TickCountMs();
 
 void SleepMs(uint32_t delayMs);
 
-// Sleeps until CounterNs() reaches deadlineNs, resuming after signals. Returns at once for a deadline that is past.
+// Sleeps until CounterNs() reaches deadlineNs, resuming after signals. Returns at once for a deadline that is
+// past.
 void SleepUntilNs(int64_t deadlineNs);
 
 }  // namespace pixelgrove

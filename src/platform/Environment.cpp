@@ -19,7 +19,7 @@ QStringList ProgramFilesFolders() {
 }
 
 QString ApplicationDataFolder() {
-    const QString given = QFile::decodeName(qgetenv("XDG_DATA_HOME"));
+    QString given = QFile::decodeName(qgetenv("XDG_DATA_HOME"));
     if (given.startsWith(u'/')) return given;
     return QDir::homePath() + QStringLiteral("/.local/share");
 }

@@ -10,7 +10,7 @@
 namespace pixelgrove {
 
 class SharedMemory {
-public:
+  public:
     // Creates the block, or opens it when it is there already; its size becomes at least sizeBytes. A new
     // block is zero. Null when the system refuses the object; a failed mapping gives an object whose
     // Data() is null.
@@ -23,7 +23,7 @@ public:
     void* Data() const { return data_; }
     size_t SizeBytes() const { return sizeBytes_; }
 
-private:
+  private:
     SharedMemory(void* data, size_t sizeBytes) : data_(data), sizeBytes_(sizeBytes) {}
     void* data_;
     size_t sizeBytes_;

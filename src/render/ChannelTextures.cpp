@@ -25,10 +25,14 @@ struct PixelForm {
 
 std::optional<PixelForm> PixelFormOf(int bitsPerPixel) {
     switch (bitsPerPixel) {
-        case 32: return PixelForm{GL_RGBA8, GL_BGRA};
-        case 24: return PixelForm{GL_RGB8, GL_BGR};
-        case 8: return PixelForm{GL_R8, GL_RED};
-        default: return std::nullopt;
+        case 32:
+            return PixelForm{GL_RGBA8, GL_BGRA};
+        case 24:
+            return PixelForm{GL_RGB8, GL_BGR};
+        case 8:
+            return PixelForm{GL_R8, GL_RED};
+        default:
+            return std::nullopt;
     }
 }
 
@@ -39,7 +43,8 @@ bool UploadBitmap(GLenum target, const BitmapRef& bitmap, bool vflip) {
     if (!form) return false;
     std::optional<std::vector<uint8_t>> pixels = RepackBitmapRows(*bitmap, vflip);
     if (!pixels) return false;
-    // GL reads rows at its default alignment of 4, which is wider than a tight row may be; the end must exist.
+    // GL reads rows at its default alignment of 4, which is wider than a tight row may be; the end must
+    // exist.
     pixels->resize(bitmap->StrideBytes() * size_t(bitmap->height));
     glTexImage2D(target, 0, form->internalFormat, bitmap->width, bitmap->height, 0, form->format,
                  GL_UNSIGNED_BYTE, pixels->data());
@@ -190,10 +195,17 @@ bool SetChannel(RenderContext& context, uint32_t stage, uint32_t channelIndex, c
             resolution = {float(header.x), float(header.y), float(header.z)};
             return true;
         }
-        case kChannelKeyboard: resolution = {kKeyCodes, kKeyRows, 1}; return true;
-        case kChannelWebcam: resolution = {kWebcamWidth, kWebcamHeight, 1}; return true;
-        case kChannelAudio: resolution = {kAudioWidth, kAudioRows, 1}; return true;
-        default: return false;
+        case kChannelKeyboard:
+            resolution = {kKeyCodes, kKeyRows, 1};
+            return true;
+        case kChannelWebcam:
+            resolution = {kWebcamWidth, kWebcamHeight, 1};
+            return true;
+        case kChannelAudio:
+            resolution = {kAudioWidth, kAudioRows, 1};
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -203,10 +215,17 @@ bool UploadChannelTexture(RenderContext& context, uint32_t stage, uint32_t chann
     channel.texture = 0;
     bool done = false;
     switch (channel.kind) {
-        case kChannelTexture: done = UploadTexture(channel); break;
-        case kChannelCubemap: done = UploadCubemap(channel); break;
-        case kChannelVolume: done = UploadVolume(channel); break;
-        default: return false;
+        case kChannelTexture:
+            done = UploadTexture(channel);
+            break;
+        case kChannelCubemap:
+            done = UploadCubemap(channel);
+            break;
+        case kChannelVolume:
+            done = UploadVolume(channel);
+            break;
+        default:
+            return false;
     }
     if (done && channel.kind == kChannelTexture) {
         // Selects a unit numbered by the name. Passes select their own units, so nothing depends on it, and a
@@ -244,7 +263,8 @@ void CreateLiveTexture(RenderContext& context, uint32_t kind) {
                          GL_BGRA, GL_UNSIGNED_BYTE, black.data());
             break;
         }
-        default: return;
+        default:
+            return;
     }
     ShowGLError();
 }

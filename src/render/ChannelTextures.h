@@ -10,12 +10,12 @@
 namespace pixelgrove {
 
 // Installs a copy of source into a stage's channel. False for a stage above 7, a channel above 3, a kind
-// outside 1..8, missing bitmaps or volume data, or a source stage above 7; the kind is set all the same once stage
-// and channel are good.
+// outside 1..8, missing bitmaps or volume data, or a source stage above 7; the kind is set all the same once
+// stage and channel are good.
 bool SetChannel(RenderContext& context, uint32_t stage, uint32_t channelIndex, const ChannelInput& source);
 
-// Makes the GL texture of a Texture, Cubemap or Volume channel. False, with texture name 0, when the data is missing
-// or of a form that can't be uploaded: the compile fails then.
+// Makes the GL texture of a Texture, Cubemap or Volume channel. False, with texture name 0, when the data is
+// missing or of a form that can't be uploaded: the compile fails then.
 bool UploadChannelTexture(RenderContext& context, uint32_t stage, uint32_t channelIndex);
 
 // Makes the shared texture of a Keyboard, Webcam or Audio channel, at the first channel of its kind.

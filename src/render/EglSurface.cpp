@@ -12,7 +12,7 @@ namespace pixelgrove {
 namespace {
 
 class EglContext : public GlContext {
-public:
+  public:
     EglContext(EGLDisplay display, EGLContext context) : display_(display), context_(context) {}
     ~EglContext() override {
         if (eglGetCurrentContext() == context_) DoneCurrent();
@@ -20,7 +20,8 @@ public:
     }
     bool MakeCurrent() override {
         // The API is chosen per thread.
-        return eglBindAPI(EGL_OPENGL_API) && eglMakeCurrent(display_, EGL_NO_SURFACE, EGL_NO_SURFACE, context_);
+        return eglBindAPI(EGL_OPENGL_API) &&
+               eglMakeCurrent(display_, EGL_NO_SURFACE, EGL_NO_SURFACE, context_);
     }
     void DoneCurrent() override {
         eglMakeCurrent(display_, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
@@ -30,18 +31,19 @@ public:
     bool HasDrawable() const override { return false; }
     void Detach() override { DoneCurrent(); }
 
-private:
+  private:
     EGLDisplay display_;
     EGLContext context_;
 };
 
 class EglSurface : public OutputSurface {
-public:
+  public:
     EglSurface(EGLDisplay display, SurfaceSize size) : display_(display), size_(size) {}
     SurfaceSize ClientSize() const override { return size_; }
     std::unique_ptr<GlContext> CreateContext() override {
         if (!eglBindAPI(EGL_OPENGL_API)) return nullptr;
-        const EGLint attributes[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT, EGL_NONE};
+        const EGLint attributes[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
+                                     EGL_NONE};
         EGLConfig config = nullptr;
         EGLint count = 0;
         // Nothing is drawn into a surface, so a display without configs will do as well.
@@ -52,12 +54,14 @@ public:
     }
     void ShowBitmap(BitmapRef) override {}
 
-private:
+  private:
     EGLDisplay display_;
     SurfaceSize size_;
 };
 
-bool Supports(const char* list, const char* extension) { return list && std::strstr(list, extension) != nullptr; }
+bool Supports(const char* list, const char* extension) {
+    return list && std::strstr(list, extension) != nullptr;
+}
 
 bool Initialise(EGLDisplay display) {
     return display != EGL_NO_DISPLAY && eglInitialize(display, nullptr, nullptr) &&
@@ -71,7 +75,8 @@ EGLDisplay FindDisplay() {
     // Real devices first, so that a machine with a graphics card uses it.
     if (getPlatformDisplay && Supports(extensions, "EGL_EXT_platform_device") &&
         Supports(extensions, "EGL_EXT_device_enumeration")) {
-        const auto queryDevices = reinterpret_cast<PFNEGLQUERYDEVICESEXTPROC>(eglGetProcAddress("eglQueryDevicesEXT"));
+        const auto queryDevices =
+            reinterpret_cast<PFNEGLQUERYDEVICESEXTPROC>(eglGetProcAddress("eglQueryDevicesEXT"));
         EGLDeviceEXT devices[16];
         EGLint count = 0;
         if (queryDevices && queryDevices(16, devices, &count)) {

@@ -14,7 +14,9 @@ constexpr int64_t kLongestSleepNs = 20'000'000;
 
 }  // namespace
 
-int64_t FrameIntervalNs(uint32_t fpsTarget) { return kCounterFrequency / std::max<uint32_t>(fpsTarget, 1); }
+int64_t FrameIntervalNs(uint32_t fpsTarget) {
+    return kCounterFrequency / std::max<uint32_t>(fpsTarget, 1);
+}
 
 int64_t WaitForFrame(int64_t lastNs, int64_t intervalNs, const std::atomic<uint32_t>& stop) {
     const int64_t deadlineNs = lastNs + intervalNs;

@@ -18,7 +18,8 @@ namespace pixelgrove {
 
 namespace {
 
-// Four corners of each face and the ray's origin. +Y holding y = -1 and -Y y = 1 is meant so: shaders expect these rays.
+// Four corners of each face and the ray's origin. +Y holding y = -1 and -Y y = 1 is meant so: shaders expect
+// these rays.
 constexpr float kCubeCorners[6][5][3] = {
     {{1, -1, -1}, {1, -1, 1}, {1, 1, 1}, {1, 1, -1}, {0, 0, 0}},
     {{-1, -1, 1}, {-1, -1, -1}, {-1, 1, -1}, {-1, 1, 1}, {0, 0, 0}},
@@ -88,11 +89,20 @@ void SendLiveUniforms(const UniformTable& table, GLuint program) {
         const GLint location = glGetUniformLocation(program, ToCodePage(value.name).constData());
         if (location < 0) continue;
         switch (value.type) {
-            case kControlFloat: glUniform1f(location, value.floatValue); break;
-            case kControlInt: glUniform1i(location, value.intValue); break;
-            case kControlUint: glUniform1ui(location, value.uintValue); break;
-            case kControlBool: glUniform1i(location, value.boolValue); break;
-            default: break;
+            case kControlFloat:
+                glUniform1f(location, value.floatValue);
+                break;
+            case kControlInt:
+                glUniform1i(location, value.intValue);
+                break;
+            case kControlUint:
+                glUniform1ui(location, value.uintValue);
+                break;
+            case kControlBool:
+                glUniform1i(location, value.boolValue);
+                break;
+            default:
+                break;
         }
     }
 }
@@ -114,15 +124,23 @@ BoundTexture StageTexture(const RenderContext& context, int32_t sourceStage) {
 
 BoundTexture ChannelTexture(const RenderContext& context, const ChannelInput& channel) {
     switch (channel.kind) {
-        case kChannelTexture: return {channel.texture, GL_TEXTURE_2D};
-        case kChannelCubemap: return {channel.texture, GL_TEXTURE_CUBE_MAP};
-        case kChannelVolume: return {channel.texture, GL_TEXTURE_3D};
-        case kChannelKeyboard: return {context.keyboardTexture, GL_TEXTURE_2D};
-        case kChannelWebcam: return {context.webcamTexture, GL_TEXTURE_2D};
-        case kChannelAudio: return {context.audioTexture, GL_TEXTURE_2D};
+        case kChannelTexture:
+            return {channel.texture, GL_TEXTURE_2D};
+        case kChannelCubemap:
+            return {channel.texture, GL_TEXTURE_CUBE_MAP};
+        case kChannelVolume:
+            return {channel.texture, GL_TEXTURE_3D};
+        case kChannelKeyboard:
+            return {context.keyboardTexture, GL_TEXTURE_2D};
+        case kChannelWebcam:
+            return {context.webcamTexture, GL_TEXTURE_2D};
+        case kChannelAudio:
+            return {context.audioTexture, GL_TEXTURE_2D};
         case kChannelBuffer:
-        case kChannelCubeA: return StageTexture(context, channel.sourceStage);
-        default: return {};
+        case kChannelCubeA:
+            return StageTexture(context, channel.sourceStage);
+        default:
+            return {};
     }
 }
 
@@ -170,7 +188,8 @@ void DrawQuad(const RenderContext& context) {
 
 void DrawFlat(const RenderContext& context, const ShaderStage& stage) {
     glBindFramebuffer(GL_FRAMEBUFFER, stage.frameBuffers[stage.writeIndex]);
-    glViewport(0, 0, GLsizei(std::lround(context.resolution[0])), GLsizei(std::lround(context.resolution[1])));
+    glViewport(0, 0, GLsizei(std::lround(context.resolution[0])),
+               GLsizei(std::lround(context.resolution[1])));
     DrawQuad(context);
 }
 
@@ -180,7 +199,8 @@ void DrawCube(const RenderContext& context, const ShaderStage& stage) {
     const GLint frame = glGetUniformLocation(stage.program, "iFrame");
     for (int face = 0; face < 6; ++face) {
         glBindFramebuffer(GL_FRAMEBUFFER, stage.frameBuffers[stage.writeIndex]);
-        glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GLenum(GL_TEXTURE_CUBE_MAP_POSITIVE_X + face),
+        glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0,
+                               GLenum(GL_TEXTURE_CUBE_MAP_POSITIVE_X + face),
                                stage.textures[stage.writeIndex], 0);
         glViewport(0, 0, kCubeSide, kCubeSide);
         glUniform3fv(corners, 5, kCubeCorners[face][0]);
@@ -234,7 +254,8 @@ bool RenderStages(RenderContext* context, const PaletteTable* palette) {
     UpdateDate(context->date);
     context->frameRate = FrameRate(*context);
     FeedLiveTextures(*context, palette);
-    for (ShaderStage& stage : context->project.stages) stage.channelTime.fill(context->playTime);
+    for (ShaderStage& stage : context->project.stages)
+        stage.channelTime.fill(context->playTime);
     for (ShaderStage& stage : context->project.stages) {
         if (IsRenderedStage(stage.kind)) RunPass(*context, stage);
     }

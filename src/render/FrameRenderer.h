@@ -7,14 +7,15 @@
 
 namespace pixelgrove {
 
-// One frame by context.uniforms, whose entry 0 is the time step. palette may be null. False for a null context.
+// One frame by context.uniforms, whose entry 0 is the time step. palette may be null. False for a null
+// context.
 bool RenderStages(RenderContext* context, const PaletteTable* palette);
 
 // The size that the next frame will have: the forced size, or the surface's client area.
 SurfaceSize WantedSize(const RenderContext& context);
 
-// iMouse from the mouse's state, by its rule: z is the click's x while the button is down, else its negative; w is the
-// click's y in the first frame after the press, else its negative. Clears justPressed.
+// iMouse from the mouse's state, by its rule: z is the click's x while the button is down, else its negative;
+// w is the click's y in the first frame after the press, else its negative. Clears justPressed.
 std::array<float, 4> TakeMouse();
 
 }  // namespace pixelgrove

@@ -56,7 +56,8 @@ const char* GlErrorText(uint32_t code) {
     switch (code) {
         case GL_INVALID_ENUM:
             return "GL_INVALID_ENUM: An unacceptable value is specified for an enumerated argument.";
-        case GL_INVALID_VALUE: return "GL_INVALID_VALUE: A numeric argument is out of range.";
+        case GL_INVALID_VALUE:
+            return "GL_INVALID_VALUE: A numeric argument is out of range.";
         case GL_INVALID_OPERATION:
             return "GL_INVALID_OPERATION: The specified operation is not allowed in the current state.";
         case GL_STACK_OVERFLOW:
@@ -67,7 +68,8 @@ const char* GlErrorText(uint32_t code) {
             return "GL_OUT_OF_MEMORY: There is not enough memory left to execute the command.";
         case GL_INVALID_FRAMEBUFFER_OPERATION:
             return "GL_INVALID_FRAMEBUFFER_OPERATION: The framebuffer object is not complete.";
-        default: return "Unknown error code.";
+        default:
+            return "Unknown error code.";
     }
 }
 

@@ -47,7 +47,9 @@ void MouseMoved(int x, int yFromTop, int clientHeight) {
     mouse.y = clientHeight - yFromTop;
 }
 
-void MouseReleased() { Mouse().isDown = 0; }
+void MouseReleased() {
+    Mouse().isDown = 0;
+}
 
 void KeyPressed(int keyCode) {
     if (keyCode < 0 || keyCode >= kKeyCodes) return;

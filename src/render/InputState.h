@@ -1,7 +1,7 @@
 // MouseState and KeyboardState: what the output window's input leaves for the renderer. Process-wide.
 //
-// Written by the main thread (through the functions below), read by the render thread. Mouse words are atomic,
-// and a view that mixes two events lasts one frame; the key rows stand behind a lock.
+// Written by the main thread (through the functions below), read by the render thread. Mouse words are
+// atomic, and a view that mixes two events lasts one frame; the key rows stand behind a lock.
 #pragma once
 
 #include <array>
@@ -27,9 +27,9 @@ constexpr int kKeyCodes = 256;
 constexpr int kKeyRows = 3;  // down, went down, toggle
 
 // Rows as the keyboard texture shows them, by virtual key code.
-void KeyPressed(int keyCode);   // auto-repeats too; codes outside 0..255 are ignored
+void KeyPressed(int keyCode);  // auto-repeats too; codes outside 0..255 are ignored
 void KeyReleased(int keyCode);
-void ClearKeyboard();           // zeroes the rows
+void ClearKeyboard();  // zeroes the rows
 // Copies the rows when they changed since the last call; false when not. Render thread.
 bool TakeKeyboardRows(std::array<uint8_t, kKeyCodes * kKeyRows>& rows);
 // Copies the rows as they are.

@@ -17,7 +17,7 @@ struct SurfaceSize {
 
 // One GL context. Made by the thread that renders with it and current there alone, until Detach.
 class GlContext {
-public:
+  public:
     virtual ~GlContext() = default;
     virtual bool MakeCurrent() = 0;
     virtual void DoneCurrent() = 0;
@@ -31,7 +31,7 @@ public:
 
 // Shared between the window and the run that draws into it; outlives both as needed.
 class OutputSurface {
-public:
+  public:
     virtual ~OutputSurface() = default;
     // Size in pixels; 0 by 0 while minimised or after the window was closed. Any thread.
     virtual SurfaceSize ClientSize() const = 0;

@@ -49,7 +49,8 @@ float MsSinceFirstFrame() {
 void PresentByBlit(RenderContext& context) {
     const ShaderStage& image = context.project.stages[kStageImage];
     const SurfaceSize client = context.surface->ClientSize();
-    if (!context.glContext->HasDrawable() || image.kind != kStageImage || client.width < 1 || client.height < 1) {
+    if (!context.glContext->HasDrawable() || image.kind != kStageImage || client.width < 1 ||
+        client.height < 1) {
         return;
     }
     GLuint source = 0;

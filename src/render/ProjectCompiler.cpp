@@ -28,7 +28,7 @@ void main() {
 )";
 
 class ShaderObject {
-public:
+  public:
     explicit ShaderObject(GLenum type) : name_(glCreateShader(type)) {}
     ~ShaderObject() { glDeleteShader(name_); }
     ShaderObject(const ShaderObject&) = delete;
@@ -43,7 +43,7 @@ public:
     }
     GLuint Name() const { return name_; }
 
-private:
+  private:
     GLuint name_;
 };
 
@@ -117,8 +117,11 @@ bool PrepareChannels(RenderContext& context, uint32_t stageId, CompileOutcome& o
                 break;
             case kChannelKeyboard:
             case kChannelWebcam:
-            case kChannelAudio: CreateLiveTexture(context, channel.kind); break;
-            default: break;
+            case kChannelAudio:
+                CreateLiveTexture(context, channel.kind);
+                break;
+            default:
+                break;
         }
     }
     return true;
@@ -156,8 +159,9 @@ bool CompileStage(RenderContext& context, uint32_t stageId, CompileOutcome& outc
         AssembleStageSource(context.project, context.includeContext, stageId, context.versionLine);
     if (!text) {
         Fail(outcome, stageId,
-             QStringLiteral("%1: an #include can't be expanded. It stands at the start of its line, with the name in "
-                            "double quotes.")
+             QStringLiteral(
+                 "%1: an #include can't be expanded. It stands at the start of its line, with the name in "
+                 "double quotes.")
                  .arg(StageName(stageId)));
         return false;
     }

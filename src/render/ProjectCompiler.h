@@ -1,5 +1,5 @@
-// Turns the running form of a project into GL programs, and GL's logs into messages in terms of the user's files and
-// lines.
+// Turns the running form of a project into GL programs, and GL's logs into messages in terms of the user's
+// files and lines.
 //
 // Render thread, with the context current.
 #pragma once

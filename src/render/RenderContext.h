@@ -24,16 +24,16 @@ struct RenderContext {
     std::array<float, 3> resolution{};       // iResolution: width, height, 1
     SurfaceSize forcedSize;                  // render size while recording
     bool forcedSizeOn = false;
-    SurfaceSize clientSize;  // last seen client area
-    SurfaceSize renderSize;  // the size that the targets have now
-    std::atomic<float> playTime{0.0f};      // iTime
-    float frameRate = 0.0f;                 // iFrameRate
-    std::atomic<int32_t> frameCounter{-1};  // the count behind iFrame
-    std::array<float, 4> mouse{};           // iMouse
-    std::array<float, 4> date{};            // iDate
-    uint64_t runStartMs = 0;                // set by CompileProject
+    SurfaceSize clientSize;                   // last seen client area
+    SurfaceSize renderSize;                   // the size that the targets have now
+    std::atomic<float> playTime{0.0f};        // iTime
+    float frameRate = 0.0f;                   // iFrameRate
+    std::atomic<int32_t> frameCounter{-1};    // the count behind iFrame
+    std::array<float, 4> mouse{};             // iMouse
+    std::array<float, 4> date{};              // iDate
+    uint64_t runStartMs = 0;                  // set by CompileProject
     QByteArray versionLine = "#version 330";  // replaced from the driver's version at each compile
-    uint32_t sampleExponent = 0;            // multisample exponent of the targets, 0 none
+    uint32_t sampleExponent = 0;              // multisample exponent of the targets, 0 none
     uint32_t frameBufferFormat = gl::kRgba32f;
     ShaderProject project;
 
@@ -50,8 +50,8 @@ struct RenderContext {
     UniformTable uniforms;  // this frame's live values; entry 0 is the time step
 };
 
-// A context on the surface, current on the calling thread, with the quad in place. Null when the surface gives
-// no GL context. Whether OpenGL is good enough shows in `initialised`.
+// A context on the surface, current on the calling thread, with the quad in place. Null when the surface
+// gives no GL context. Whether OpenGL is good enough shows in `initialised`.
 std::unique_ptr<RenderContext> CreateRenderContext(std::shared_ptr<OutputSurface> surface);
 
 // Ends the calling thread's hold on the context so that another thread may destroy it.

@@ -19,7 +19,8 @@ namespace pixelgrove {
 
 namespace {
 
-// Kept from one play to the next. Only one run that lives touches them; an abandoned one has left its loop's reach.
+// Kept from one play to the next. Only one run that lives touches them; an abandoned one has left its loop's
+// reach.
 std::atomic<int64_t> lastFrameNs{0};
 std::atomic<uint32_t> sampleExponent{0};
 
@@ -103,7 +104,9 @@ void RunProject(RenderRun& run) {
 
 RenderRun::RenderRun(AppState& state, RunRequest what) : app(state), request(std::move(what)) {}
 
-RenderRun::~RenderRun() { DestroyRenderContext(std::move(context)); }
+RenderRun::~RenderRun() {
+    DestroyRenderContext(std::move(context));
+}
 
 void RenderRun::Finish() {
     std::unique_lock lock(gate_);
@@ -180,7 +183,8 @@ bool PrepareRenderContext(RenderRun& run) {
             stage.source = BakeDefines(request.texts[id]);
         }
         for (uint32_t i = 0; i < kChannelCount; ++i) {
-            if (request.channels[id][i].kind != kChannelUnused) SetChannel(context, id, i, request.channels[id][i]);
+            if (request.channels[id][i].kind != kChannelUnused)
+                SetChannel(context, id, i, request.channels[id][i]);
         }
     }
     run.WithGate([&] { run.app.renderContext = &context; });
@@ -219,6 +223,8 @@ bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t
     return true;
 }
 
-int AbandonedRuns() { return abandonedRuns; }
+int AbandonedRuns() {
+    return abandonedRuns;
+}
 
 }  // namespace pixelgrove

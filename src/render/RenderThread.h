@@ -1,9 +1,9 @@
 // The run: from Play to Stop one thread owns the GL context, compiles the project, and draws frames at a
 // target rate.
 //
-// The main thread starts and stops a run through ToggleRenderThread and steers it through the atomic fields of
-// AppState and the RenderContext. The render thread reports through AppState::host (posted commands) and the
-// report in its RenderRun.
+// The main thread starts and stops a run through ToggleRenderThread and steers it through the atomic fields
+// of AppState and the RenderContext. The render thread reports through AppState::host (posted commands) and
+// the report in its RenderRun.
 #pragma once
 
 #include <array>
@@ -33,7 +33,8 @@ struct RunRequest {
     std::shared_ptr<OutputSurface> surface;  // never null
 };
 
-// Copies documents, channels and identity of AppState. The surface and start fields are the caller's. Main thread.
+// Copies documents, channels and identity of AppState. The surface and start fields are the caller's. Main
+// thread.
 RunRequest SnapshotProject();
 
 // One frame of a channel's source stage, for the previews in the main window.
@@ -86,7 +87,7 @@ struct RenderRun {
     std::array<QString, kStageCount> ReportedErrors();
     QString ReportedFailure();
 
-private:
+  private:
     std::thread thread_;
     std::mutex gate_;
     std::condition_variable endSignal_;
@@ -95,8 +96,8 @@ private:
 };
 
 // The press of Play, Stop and restart: with a run, StopRenderThread; without one, starts a run with
-// makeRequest()'s result after storing the clamped rate (10..240) to fpsTarget and fpsCurrent and publishing the
-// control values. configure may finish the run's record before its thread starts. True when a run was
+// makeRequest()'s result after storing the clamped rate (10..240) to fpsTarget and fpsCurrent and publishing
+// the control values. configure may finish the run's record before its thread starts. True when a run was
 // started. Main thread.
 bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t fpsTarget,
                         const std::function<void(RenderRun&)>& configure = {});

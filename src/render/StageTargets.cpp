@@ -47,7 +47,7 @@ void AllocateFlat(const RenderContext& context, GLuint texture, int width, int h
 
 // A single-sampled copy of a multisampled target, for as long as it lives.
 class ResolvedTarget {
-public:
+  public:
     ResolvedTarget(GLuint sourceFrameBuffer, int width, int height) {
         glGenTextures(1, &texture_);
         glBindTexture(GL_TEXTURE_2D, texture_);
@@ -67,7 +67,7 @@ public:
     ResolvedTarget& operator=(const ResolvedTarget&) = delete;
     GLuint Texture() const { return texture_; }
 
-private:
+  private:
     GLuint texture_ = 0;
     GLuint frameBuffer_ = 0;
 };
@@ -105,7 +105,8 @@ bool ReadBackStage(const RenderContext& context, uint32_t stageId, Bitmap& bitma
     const ShaderStage& stage = context.project.stages[stageId];
     const uint32_t latest = (stage.writeIndex + 1) % 2;
     const GLuint texture = stage.textures[latest];
-    if (stage.kind != stageId || texture == 0 || bitmap.bitsPerPixel != 32 || !bitmap.IsComplete()) return false;
+    if (stage.kind != stageId || texture == 0 || bitmap.bitsPerPixel != 32 || !bitmap.IsComplete())
+        return false;
 
     const bool cube = stageId == kStageCubeA;
     const bool multisampled = !cube && context.sampleExponent != 0;

@@ -15,9 +15,9 @@ void CreateStageTargets(const RenderContext& context, ShaderStage& stage, int wi
 
 void DeleteStageTargets(ShaderStage& stage);
 
-// Copies the stage's latest picture into a bottom-up 32-bit bitmap of exactly its size. face chooses a face of
-// Cube A, 0 to 5, and means nothing for other stages. False, with the bitmap as it was, when the stage is not drawn
-// or the sizes or the depth differ.
+// Copies the stage's latest picture into a bottom-up 32-bit bitmap of exactly its size. face chooses a face
+// of Cube A, 0 to 5, and means nothing for other stages. False, with the bitmap as it was, when the stage is
+// not drawn or the sizes or the depth differ.
 bool ReadBackStage(const RenderContext& context, uint32_t stageId, Bitmap& bitmap, int face = 0);
 
 }  // namespace pixelgrove

@@ -10,11 +10,16 @@ namespace {
 
 std::optional<ControlValueType> TypeOf(GLenum type) {
     switch (type) {
-        case GL_FLOAT: return kControlFloat;
-        case GL_INT: return kControlInt;
-        case GL_UNSIGNED_INT: return kControlUint;
-        case GL_BOOL: return kControlBool;
-        default: return std::nullopt;
+        case GL_FLOAT:
+            return kControlFloat;
+        case GL_INT:
+            return kControlInt;
+        case GL_UNSIGNED_INT:
+            return kControlUint;
+        case GL_BOOL:
+            return kControlBool;
+        default:
+            return std::nullopt;
     }
 }
 

@@ -8,7 +8,8 @@
 
 namespace pixelgrove {
 
-// The type of a scalar uniform that any stage's program uses; nothing when none does or it is of another type.
+// The type of a scalar uniform that any stage's program uses; nothing when none does or it is of another
+// type.
 std::optional<ControlValueType> FindUniformType(const RenderContext& context, const QString& name);
 
 }  // namespace pixelgrove

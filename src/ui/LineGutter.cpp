@@ -61,7 +61,7 @@ void LineGutter::paintEvent(QPaintEvent*) {
             text = theme::kText;
         }
         painter.setPen(text);
-        painter.drawText(row.adjusted(0, 0, -kRightPadding, 0), Qt::AlignRight | Qt::AlignVCenter,
+        painter.drawText(row.adjusted(0, 0, -kRightPadding, 0), Qt::AlignRight | Qt::AlignTop,
                          QString::number(line.line));
     }
 }

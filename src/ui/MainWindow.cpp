@@ -76,6 +76,7 @@ MainWindow::MainWindow(QWidget* parent)
     form_->editor->addActions(menus_->EditActions());
     form_->editor->setContextMenuPolicy(Qt::ActionsContextMenu);
     ConnectControls();
+    form_->editor->setFocus();
 }
 
 MainWindow::~MainWindow() {
@@ -213,10 +214,13 @@ void MainWindow::OpenOutputWindow() {
         menus_->SetTick(kCmdAnimationWindow, false);
     });
     const QRect room = screen()->availableGeometry();
-    const QRect own = isVisible() ? frameGeometry() : geometry();
+    const QRect own = frameGeometry();
     const int left = std::min(own.right() + 1 + kWindowGap, room.right() - output->width() + 1);
     output->move(std::max(room.left(), left), std::max(room.top(), own.top()));
+    // Whoever opens it goes on typing here.
+    output->setAttribute(Qt::WA_ShowWithoutActivating);
     output->show();
+    output->raise();
 }
 
 void MainWindow::JumpToMessage(const QString& line) {
@@ -230,7 +234,7 @@ void MainWindow::JumpToMessage(const QString& line) {
     if (target->line > 1) form_->editor->GoToLine(target->line);
 }
 
-void MainWindow::PostCommand(int commandId, intptr_t data) { commands_.PostCommand(commandId, data); }
+void MainWindow::PostCommand(int commandId, intptr_t word) { commands_.PostCommand(commandId, word); }
 
 void MainWindow::CancelPostedCommand(int commandId) { commands_.CancelPostedCommand(commandId); }
 

@@ -141,7 +141,7 @@ void Playback::OnCompileResult() {
         ForgetErrors();
         refresh_.start();
     } else {
-        app.stageErrors = app.renderThread->errors;
+        app.stageErrors = app.renderThread->ReportedErrors();
         SetButtonState(ButtonState::Idle);
         const bool hasErrors =
             std::ranges::any_of(app.stageErrors, [](const QString& errors) { return !errors.isEmpty(); });
@@ -149,8 +149,8 @@ void Playback::OnCompileResult() {
         if (!shown.isEmpty()) {
             app.host->SetStatusText(shown);
             app.host->MarkErrorLines();
-        } else if (!hasErrors && !app.renderThread->failure.isEmpty()) {
-            app.host->SetStatusText(app.renderThread->failure);
+        } else if (!hasErrors && !app.renderThread->ReportedFailure().isEmpty()) {
+            app.host->SetStatusText(app.renderThread->ReportedFailure());
         }
         app.recordingActive = 0;
     }

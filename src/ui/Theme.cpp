@@ -39,10 +39,10 @@ QPalette DarkPalette() {
 // Only what the palette can't say: paddings, corners and the frames of groups.
 const char kStyleSheet[] = R"(
 QGroupBox { background: #2e3238; border: 1px solid #4a5059; border-radius: 4px;
-            margin-top: 0.6em; padding: 9px 8px 8px 8px; }
+            margin-top: 8px; padding: 4px 0 0 0; }
 QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left; left: 8px; padding: 0 4px;
                    color: #aab1bb; }
-QPushButton { background: #3b4048; border: 1px solid #555c66; border-radius: 3px; padding: 4px 10px; }
+QPushButton { background: #3b4048; border: 1px solid #555c66; border-radius: 3px; padding: 4px 8px; }
 QPushButton:hover { background: #474d57; }
 QPushButton:pressed { background: #2b2f35; }
 QPushButton:focus { border-color: #4fa3d9; }

@@ -142,9 +142,11 @@ TEST(UniqueId, ThreadsNeverDrawTheSame) {
     std::set<uint64_t> drawn;
     std::mutex lock;
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int t = 0; t < 4; ++t) {
         threads.emplace_back([&] {
             std::vector<uint64_t> mine;
+            mine.reserve(1000);
             for (int i = 0; i < 1000; ++i)
                 mine.push_back(NextUniqueId());
             const std::lock_guard hold(lock);

@@ -1,14 +1,16 @@
 // Runs a fuzz target without libFuzzer: a fixed number of rounds over inputs made from the target's seeds.
 //
 //   fuzz_NAME_loop [ROUNDS [SEED [FILE]]]
+//   fuzz_NAME_loop seeds FOLDER      writes the seeds as files, for libFuzzer to start from
 //
 // Round n of a seed is always the same input. With FILE, each input is written there before it runs, so
 // that after a crash FILE holds the input that caused it.
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <random>
+#include <string>
+#include <vector>
 
 #include "FuzzTarget.h"
 
@@ -88,9 +90,22 @@ void Run(const std::string& input, const char* file) {
     LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(input.data()), input.size());
 }
 
+int WriteSeeds(const std::string& folder) {
+    for (size_t i = 0; i < FuzzSeeds().size(); ++i) {
+        const std::string path = folder + "/seed" + std::to_string(i);
+        std::ofstream file(path, std::ios::binary | std::ios::trunc);
+        if (!(file << FuzzSeeds()[i]).flush()) {
+            std::cerr << "can't write " << path << std::endl;
+            return 2;
+        }
+    }
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (argc == 3 && std::string(argv[1]) == "seeds") return WriteSeeds(argv[2]);
     const unsigned long long rounds = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 10'000;
     const unsigned long long seed = argc > 2 ? std::strtoull(argv[2], nullptr, 10) : 1;
     const char* const file = argc > 3 ? argv[3] : nullptr;

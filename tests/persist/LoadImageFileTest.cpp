@@ -125,6 +125,11 @@ TEST_F(LoadImageFileTest, RefusesFilesCutShort) {
         files.append({format, Encode(image, format)});
     files.append({"bmp8", Encode(image.convertToFormat(QImage::Format_Indexed8), "bmp")});
     files.append({"gif", EncodeGif(image)});
+    QBuffer progressive;
+    QImageWriter writer(&progressive, "jpeg");
+    writer.setProgressiveScanWrite(true);
+    ASSERT_TRUE(writer.write(image));
+    files.append({"progressive jpeg", progressive.data()});
 
     for (const auto& [name, bytes] : files) {
         ASSERT_TRUE(LoadBytes(bytes)) << name.constData();

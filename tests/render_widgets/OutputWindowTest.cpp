@@ -196,6 +196,7 @@ TEST_F(OutputWindowTest, ClickJumpsInTime) {
 
 TEST_F(OutputWindowTest, RightPressOpensTheMenu) {
     Open();
+    PumpFor(200);  // for the window manager's frame
     QTest::mousePress(window->View(), Qt::RightButton, {}, At(50, 60));
     ASSERT_TRUE(PumpUntil([] { return QApplication::activePopupWidget() != nullptr; }));
     QPointer<QWidget> menu = QApplication::activePopupWidget();

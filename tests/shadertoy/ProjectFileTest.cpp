@@ -225,7 +225,8 @@ TEST_F(ProjectFileTest, StatusTellsWhatAFileIs) {
         EXPECT_EQ(result.status, row.status) << row.text.toStdString();
         EXPECT_EQ(project.version == 9.0f, !row.isReplaced) << row.text.toStdString();
         EXPECT_EQ(!result.message.isEmpty(), row.hasMessage) << row.text.toStdString();
-        if (row.status == ProjectFileStatus::Loaded) EXPECT_EQ(project.stages[kStageImage].source, "new");
+        const bool hasImage = row.status == ProjectFileStatus::Loaded;
+        EXPECT_EQ(project.stages[kStageImage].source, hasImage ? "new" : "") << row.text.toStdString();
     }
 
     ShaderProject project;

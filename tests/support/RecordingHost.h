@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,8 +28,27 @@ class RecordingHost final : public Host {
     std::function<void(StageDocument&)> onLoadDocument;
     std::function<void()> onRebuildControlTree;
 
-    void PostCommand(int commandId, intptr_t data) override { Note({"PostCommand", commandId, data}); }
-    void CancelPostedCommand(int commandId) override { Note({"CancelPostedCommand", commandId}); }
+    void PostCommand(int commandId, intptr_t data) override {
+        Note({"PostCommand", commandId, data});
+        const std::lock_guard hold(lock_);
+        queue_.push_back({commandId, data});
+    }
+    void CancelPostedCommand(int commandId) override {
+        Note({"CancelPostedCommand", commandId});
+        const std::lock_guard hold(lock_);
+        std::erase_if(queue_, [commandId](const auto& posted) { return posted.first == commandId; });
+    }
+    // The data of the oldest posted command of this id that was neither taken nor cancelled. Any thread.
+    std::optional<intptr_t> TakePosted(int commandId) {
+        const std::lock_guard hold(lock_);
+        for (auto it = queue_.begin(); it != queue_.end(); ++it) {
+            if (it->first != commandId) continue;
+            const intptr_t data = it->second;
+            queue_.erase(it);
+            return data;
+        }
+        return std::nullopt;
+    }
     void SendCommand(int commandId, intptr_t data) override { Note({"SendCommand", commandId, data}); }
     void Beep() override { Note({"Beep"}); }
     void SetStatusText(const QString& text) override { Note({"SetStatusText", 0, 0, text}); }
@@ -82,6 +102,7 @@ class RecordingHost final : public Host {
 
     mutable std::mutex lock_;
     std::vector<Call> calls_;
+    std::vector<std::pair<int, intptr_t>> queue_;  // posted commands that wait
 };
 
 }  // namespace pixelgrove

@@ -137,8 +137,7 @@ void OutputView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void OutputView::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !QRectF(QPointF(0, 0), size()).contains(event->position()))
-        return;
+    if (event->button() != Qt::LeftButton || !IsInside(*event)) return;
     if (surface_->HasContexts()) MouseReleased();
     if (RenderContext* run = CurrentRun()) run->playTime.store(RandomStartTime(), std::memory_order_relaxed);
 }

@@ -1,0 +1,253 @@
+// Channel textures: orientation, wrap, filter, depths, cube maps, volumes, keyboard.
+#include "render/ChannelTextures.h"
+
+#include <gtest/gtest.h>
+
+#include "render/InputState.h"
+#include "support/Engine.h"
+
+namespace pixelgrove {
+namespace {
+
+using test::Engine;
+using test::Pixel;
+
+constexpr const char* kShowChannel0 =
+    "void mainImage(out vec4 c, in vec2 p) { c = texture(iChannel0, p / iResolution.xy); }";
+
+// A top-down picture of width by height whose red grows to the right and green downward, 10 a step.
+BitmapRef MakePicture(int width, int height, int bitsPerPixel) {
+    auto bitmap = CreateBitmap(width, height, bitsPerPixel, false);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            uint8_t* pixel = bitmap->Row(y) + x * bitsPerPixel / 8;
+            if (bitsPerPixel == 8) {
+                pixel[0] = uint8_t(10 * x + 40 * y);
+                continue;
+            }
+            pixel[0] = 7;
+            pixel[1] = uint8_t(10 * y);
+            pixel[2] = uint8_t(10 * x);
+            if (bitsPerPixel == 32) pixel[3] = 255;
+        }
+    }
+    return bitmap;
+}
+
+void SetPicture(ChannelInput& channel, const BitmapRef& picture, bool vflip, uint32_t filter = gl::kNearest) {
+    channel.kind = kChannelTexture;
+    DefaultSampler(channel);
+    channel.faces[0] = picture;
+    channel.vflip = vflip;
+    channel.filter = filter;
+}
+
+int Byte(float value) {
+    return int(std::lround(value * 255.0f));
+}
+
+TEST(Channel, RowsStandUprightWithVflipAndUpsideDownWithout) {
+    for (const int bits : {8, 24, 32}) {
+        for (const bool vflip : {true, false}) {
+            Engine engine;
+            engine.SetText(kStageImage, kShowChannel0);
+            SetPicture(engine.Channel(kStageImage, 0), MakePicture(4, 3, bits), vflip);
+            ASSERT_EQ(engine.Start(4, 3).result, CompileResult::Good);
+            ASSERT_TRUE(engine.Draw(1));
+            const std::vector<Pixel> pixels = engine.Read(kStageImage);
+            for (int y = 0; y < 3; ++y) {
+                const int fileRow = vflip ? 2 - y : y;
+                for (int x = 0; x < 4; ++x) {
+                    const Pixel& pixel = pixels[size_t(4 * y + x)];
+                    const int red = bits == 8 ? 10 * x + 40 * fileRow : 10 * x;
+                    const int green = bits == 8 ? 0 : 10 * fileRow;
+                    EXPECT_EQ(Byte(pixel[0]), red)
+                        << bits << " bits, vflip " << vflip << " at " << x << "," << y;
+                    EXPECT_EQ(Byte(pixel[1]), green);
+                    EXPECT_EQ(Byte(pixel[2]), bits == 8 ? 0 : 7);
+                }
+            }
+            EXPECT_EQ(engine.Context().project.stages[kStageImage].channelResolution[0],
+                      (std::array<float, 3>{4, 3, 1}));
+        }
+    }
+}
+
+TEST(Channel, WrapAndFilterModes) {
+    // One row of four columns 0, 10, 20, 30, looked up one and a half columns beyond the right edge.
+    struct Case {
+        uint32_t wrap, filter;
+        float u;
+        float expected;
+    };
+    const Case cases[] = {
+        {gl::kClampToEdge, gl::kNearest, 1.375f, 30},    {gl::kRepeat, gl::kNearest, 1.375f, 10},
+        {gl::kMirroredRepeat, gl::kNearest, 1.375f, 20}, {gl::kClampToEdge, gl::kLinear, 0.5f, 15},
+        {gl::kClampToEdge, gl::kNearest, -0.4f, 0},      {gl::kRepeat, gl::kLinear, 0.0f, 15},
+        {gl::kMirroredRepeat, gl::kLinear, 1.0f, 30},
+    };
+    for (const Case& item : cases) {
+        Engine engine;
+        const std::string text = "void mainImage(out vec4 c, in vec2 p) { c = texture(iChannel0, vec2(" +
+                                 std::to_string(item.u) + ", 0.5)); }";
+        engine.SetText(kStageImage, text.c_str());
+        SetPicture(engine.Channel(kStageImage, 0), MakePicture(4, 1, 32), true, item.filter);
+        engine.Channel(kStageImage, 0).wrap = item.wrap;
+        ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
+        ASSERT_TRUE(engine.Draw(1));
+        EXPECT_NEAR(engine.ReadFirst()[0] * 255, item.expected, 0.6f) << text << " wrap " << item.wrap;
+    }
+}
+
+TEST(Channel, MipmapsAreMade) {
+    Engine engine;
+    engine.SetText(kStageImage,
+                   "void mainImage(out vec4 c, in vec2 p) { c = textureLod(iChannel0, vec2(0.5), 2.0); }");
+    SetPicture(engine.Channel(kStageImage, 0), MakePicture(4, 4, 32), true, gl::kLinearMipmapLinear);
+    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
+    ASSERT_TRUE(engine.Draw(1));
+    EXPECT_NEAR(engine.ReadFirst()[0] * 255, 15.0f, 1.0f);  // the mean of 0, 10, 20, 30
+}
+
+TEST(Channel, CubemapTakesSixFacesAndVflipSwapsTopAndBottom) {
+    for (const bool vflip : {false, true}) {
+        Engine engine;
+        engine.SetText(kStageImage,
+                       "void mainImage(out vec4 c, in vec2 p) { vec3 d[6] = vec3[6](vec3(1,0,0), "
+                       "vec3(-1,0,0), vec3(0,1,0),"
+                       "  vec3(0,-1,0), vec3(0,0,1), vec3(0,0,-1)); c = texture(iChannel0, d[int(p.x)]); }");
+        ChannelInput& channel = engine.Channel(kStageImage, 0);
+        channel.kind = kChannelCubemap;
+        DefaultSampler(channel);
+        channel.filter = gl::kNearest;
+        channel.vflip = vflip;
+        for (int face = 0; face < 6; ++face) {
+            auto picture = CreateBitmap(4, 4, 32, false);
+            std::fill(picture->bits.begin(), picture->bits.end(), uint8_t(20 * (face + 1)));
+            channel.faces[size_t(face)] = picture;
+        }
+        ASSERT_EQ(engine.Start(6, 1).result, CompileResult::Good);
+        ASSERT_TRUE(engine.Draw(1));
+        const std::vector<Pixel> pixels = engine.Read(kStageImage);
+        const int order[2][6] = {{0, 1, 2, 3, 4, 5}, {0, 1, 3, 2, 4, 5}};
+        for (int i = 0; i < 6; ++i)
+            EXPECT_EQ(Byte(pixels[size_t(i)][0]), 20 * (order[vflip][i] + 1));
+
+        channel.faces[3] = nullptr;  // a face whose file was missing
+        EXPECT_EQ(engine.Start(6, 1).result, CompileResult::Failed);
+    }
+}
+
+VolumeRef MakeVolume(uint32_t x, uint32_t y, uint32_t z, uint32_t kind, std::vector<uint8_t> samples) {
+    std::vector<uint8_t> file = {'B', 'I', 'N', 0};
+    for (const uint32_t value : {x, y, z, kind}) {
+        for (int shift = 0; shift < 32; shift += 8)
+            file.push_back(uint8_t(value >> shift));
+    }
+    file.insert(file.end(), samples.begin(), samples.end());
+    return std::make_shared<const std::vector<uint8_t>>(std::move(file));
+}
+
+TEST(Channel, VolumesOfKindOneAndTwoAreReadOthersFailTheCompile) {
+    std::vector<uint8_t> bytes(4 * 2 * 2);
+    for (size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = uint8_t(3 * i);
+    std::vector<uint8_t> words(bytes.size() * 2);
+    for (size_t i = 0; i < bytes.size(); ++i) {
+        words[2 * i] = 0;
+        words[2 * i + 1] = bytes[i];
+    }
+    const std::vector<uint8_t> fourByteTexels(bytes.size() * 4, 9);
+    struct Case {
+        VolumeRef volume;
+        CompileResult expected;
+    };
+    const Case cases[] = {
+        {MakeVolume(4, 2, 2, 1, bytes), CompileResult::Good},
+        {MakeVolume(4, 2, 2, 2, words), CompileResult::Good},
+        {MakeVolume(4, 2, 2, 4, fourByteTexels), CompileResult::Good},
+        {MakeVolume(4, 2, 2, 3, bytes), CompileResult::Failed},
+        {MakeVolume(1024, 1024, 4096, 1, bytes), CompileResult::Failed},  // asks for 4 GB, holds 16 bytes
+        {MakeVolume(4, 2, 2, 1, {1, 2, 3}), CompileResult::Failed},
+        {nullptr, CompileResult::Failed},
+    };
+    for (const Case& item : cases) {
+        Engine engine;
+        engine.SetText(
+            kStageImage,
+            "void mainImage(out vec4 c, in vec2 p) { c = texelFetch(iChannel0, ivec3(p, 1), 0); }");
+        ChannelInput& channel = engine.Channel(kStageImage, 0);
+        channel.kind = kChannelVolume;
+        DefaultSampler(channel);
+        channel.filter = gl::kNearest;
+        channel.volumeData = item.volume;
+        const CompileOutcome outcome = engine.Start(4, 2);
+        EXPECT_EQ(outcome.result, item.expected) << outcome.failure.toStdString();
+        if (outcome.result != CompileResult::Good) {
+            EXPECT_FALSE(outcome.failure.isEmpty()) << "a failure without a log has a sentence";
+            continue;
+        }
+        ASSERT_TRUE(engine.Draw(1));
+        if (item.volume->size() > 80) continue;  // kind 4 reads one component a texel: no picture to check
+        const std::vector<Pixel> pixels = engine.Read(kStageImage);
+        for (int i = 0; i < 8; ++i)
+            EXPECT_NEAR(pixels[size_t(i)][0] * 255, 3 * (8 + i), 0.2f);
+    }
+}
+
+TEST(Channel, KeyboardRowsReachTheShader) {
+    Engine engine;
+    engine.SetText(kStageImage,
+                   "void mainImage(out vec4 c, in vec2 p) { for (int y = 0; y < 3; ++y) c[y] = "
+                   "texelFetch(iChannel0, ivec2(65, y), 0).x; }");
+    engine.Channel(kStageImage, 0).kind = kChannelKeyboard;
+    DefaultSampler(engine.Channel(kStageImage, 0));
+    engine.SetText(kStageBufferA, kShowChannel0);
+    engine.Channel(kStageBufferA, 0) = engine.Channel(kStageImage, 0);
+    KeyPressed(65);  // before the play: creating the texture clears the rows
+    ASSERT_EQ(engine.Start(1, 2).result, CompileResult::Good);
+    const auto shown = [&engine] {
+        engine.Draw(1);
+        const Pixel pixel = engine.ReadFirst();
+        return std::array<int, 3>{int(pixel[0]), int(pixel[1]), int(pixel[2])};
+    };
+    using Rows = std::array<int, 3>;
+    EXPECT_EQ(shown(), (Rows{0, 0, 0}));
+    KeyReleased(65);
+    KeyPressed(65);
+    EXPECT_EQ(shown(), (Rows{1, 1, 1}));
+    KeyPressed(65);  // auto-repeat
+    EXPECT_EQ(shown(), (Rows{1, 1, 0}));
+    KeyReleased(65);
+    EXPECT_EQ(shown(), (Rows{0, 0, 0}));
+    KeyPressed(65);
+    EXPECT_EQ(shown(), (Rows{1, 1, 1}));
+    KeyPressed(256);
+    KeyPressed(-1);  // codes of no row
+    KeyReleased(65);
+}
+
+TEST(Channel, MissingPictureFailsWithItsName) {
+    Engine engine;
+    engine.SetText(kStageImage, kShowChannel0);
+    ChannelInput& channel = engine.Channel(kStageImage, 0);
+    channel.kind = kChannelTexture;
+    DefaultSampler(channel);
+    const CompileOutcome outcome = engine.Start(2, 2);
+    EXPECT_EQ(outcome.result, CompileResult::Failed);
+    EXPECT_EQ(outcome.failedStage, uint32_t(kStageImage));
+    EXPECT_TRUE(outcome.failure.contains(QLatin1String("texture of channel 0")));
+}
+
+TEST(Channel, ASourceThatDoesNotExistIsSkipped) {
+    Engine engine;
+    engine.SetText(kStageImage,
+                   "void mainImage(out vec4 c, in vec2 p) { c = vec4(0.25) + 0.0 * texture(iChannel0, p); }");
+    engine.Connect(kStageImage, 0, kStageBufferD);
+    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
+    ASSERT_TRUE(engine.Draw(3));
+    EXPECT_EQ(engine.ReadFirst()[0], 0.25f);
+}
+
+}  // namespace
+}  // namespace pixelgrove

@@ -1,0 +1,115 @@
+// From the driver's log to the user's lines.
+#include <gtest/gtest.h>
+
+#include "support/Engine.h"
+
+namespace pixelgrove {
+namespace {
+
+using test::Engine;
+
+constexpr const char* kGoodImage = "void mainImage(out vec4 c, in vec2 p) { c = vec4(1.0); }";
+
+TEST(Compile, MistakesNameTheStageAndTheLine) {
+    struct Case {
+        const char* name;
+        uint32_t stage;  // where the broken text stands
+        const char* text;
+        uint32_t shownIn;  // whose error text names it
+        std::vector<const char*> expected;
+    };
+    const Case cases[] = {
+        {"image line 4",
+         kStageImage,
+         "void mainImage(out vec4 c, in vec2 p)\n{\n    float x = 1.0;\n    c = vec4(y);\n}",
+         kStageImage,
+         {"Image(4): error: "}},
+        {"several",
+         kStageImage,
+         "void mainImage(out vec4 c, in vec2 p)\n{\n    c = vec4(a1);\n\n    c += vec4(b1);\n    c += c1;\n}",
+         kStageImage,
+         {"Image(3): error: ", "Image(5): error: ", "Image(6): error: "}},
+        {"buffer",
+         kStageBufferC,
+         "\nvoid mainImage(out vec4 c, in vec2 p)\n{\n    c = vec4(1.0)\n}",
+         kStageBufferC,
+         {"Buffer C(5): error: "}},
+        {"common",
+         kStageCommon,
+         "float f() {\n  return 1.0;\n}\nfloat g() { return h; }\n",
+         kStageCommon,
+         {"Common(4): error: "}},
+        {"cube",
+         kStageCubeA,
+         "void mainCubemap(out vec4 c, in vec2 p, in vec3 o, in vec3 d)\n{ c = d; }",
+         kStageCubeA,
+         {"Cube A(2): error: "}},
+        {"preprocessor",
+         kStageImage,
+         "void mainImage(out vec4 c, in vec2 p)\n{\n#if NOT(\n#endif\n c = vec4(1.0);\n}",
+         kStageImage,
+         {"Image(3): "}},
+        {"unset channel",
+         kStageImage,
+         "void mainImage(out vec4 c, in vec2 p)\n{\n c = texture(iChannel2, p);\n}",
+         kStageImage,
+         {"Image(3): error: ", "iChannel2 "}},
+    };
+    for (const Case& item : cases) {
+        Engine engine;
+        if (item.stage != kStageImage) engine.SetText(kStageImage, kGoodImage);
+        engine.SetText(item.stage, item.text);
+        ASSERT_EQ(engine.Start(8, 8).result, CompileResult::Failed) << item.name;
+        const StageErrorArray errors = MapStageErrors(engine.Context());
+        for (const char* expected : item.expected) {
+            EXPECT_TRUE(errors[item.shownIn].contains(QString::fromLatin1(expected)))
+                << item.name << ": " << errors[item.shownIn].toStdString();
+        }
+        for (uint32_t other = 0; other < kStageCount; ++other) {
+            if (other == item.shownIn) continue;
+            EXPECT_TRUE(errors[other].trimmed().isEmpty()) << item.name << other;
+        }
+    }
+}
+
+TEST(Compile, FailuresWithoutALogHaveASentence) {
+    const char* texts[] = {
+        "  #include \"x.glsl\"\nvoid mainImage(out vec4 c, in vec2 p) { c = vec4(1.0); }",      // indented
+        "vec4 declaredOnly();\nvoid mainImage(out vec4 c, in vec2 p) { c = declaredOnly(); }",  // doesn't
+                                                                                                // link
+    };
+    for (const char* text : texts) {
+        Engine engine;
+        engine.SetText(kStageImage, text);
+        const CompileOutcome outcome = engine.Start(8, 8);
+        ASSERT_EQ(outcome.result, CompileResult::Failed);
+        const StageErrorArray errors = MapStageErrors(engine.Context());
+        EXPECT_TRUE(!outcome.failure.isEmpty() || !errors[kStageImage].isEmpty()) << text;
+    }
+}
+
+TEST(Compile, ReservedWordsOfTheServiceAndCodePageTextCompile) {
+    Engine engine;
+    SetDocumentText(App()->documents[kStageImage],
+                    QStringLiteral("// caf\u00e9 \u4e2d\r\nvoid mainImage(out vec4 c, in vec2 p)\r\n{ float "
+                                   "packed = 0.5; float char = 0.25;"
+                                   " c = vec4(packed, char, 0.0, 1.0); }\r\n\r\n"));
+    App()->documents[kStageImage].hasText = true;
+    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
+    ASSERT_TRUE(engine.Draw(1));
+    EXPECT_EQ(engine.ReadFirst(), (test::Pixel{0.5f, 0.25f, 0, 1}));
+}
+
+TEST(Compile, StopsBetweenStagesWhenAsked) {
+    Engine engine;
+    engine.SetText(kStageBufferA, kGoodImage);
+    engine.SetText(kStageImage, "broken");
+    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Failed);
+    int asked = 0;
+    EXPECT_EQ(CompileProject(engine.Context(), [&asked] { return ++asked == 2; }).result,
+              CompileResult::Stopped);
+    EXPECT_EQ(asked, 2);
+}
+
+}  // namespace
+}  // namespace pixelgrove

@@ -1,0 +1,202 @@
+// What a frame computes: time, frame numbers, feedback order, cube rays, resizing, uniforms. Every value here
+// was worked out on paper.
+#include <gtest/gtest.h>
+
+#include "render/FrameRenderer.h"
+#include "render/InputState.h"
+#include "support/Engine.h"
+
+namespace pixelgrove {
+namespace {
+
+using test::Bits;
+using test::Engine;
+using test::Pixel;
+
+TEST(Frame, TimeIsASumOfSingleSteps) {
+    Engine engine;
+    engine.SetText(
+        kStageImage,
+        "void mainImage(out vec4 c, in vec2 p) { c = vec4(iTime, iTimeDelta, iChannelTime[2], 1.0); }");
+    ASSERT_EQ(engine.Start(4, 4, 0.25f).result, CompileResult::Good);
+    float time = 0.25f;
+    for (int frame = 0; frame < 300; ++frame) {
+        time += 0.03f;
+        ASSERT_TRUE(engine.Draw(1));
+    }
+    const Pixel pixel = engine.ReadFirst();
+    EXPECT_EQ(Bits(pixel[0]), Bits(time));
+    EXPECT_EQ(Bits(pixel[1]), Bits(0.03f));
+    EXPECT_EQ(Bits(pixel[2]), Bits(time));
+}
+
+TEST(Frame, NumberCountsFromTwoZeroesAndRestartsOnResize) {
+    Engine engine;
+    engine.SetText(kStageImage,
+                   "void mainImage(out vec4 c, in vec2 p) { c = vec4(float(iFrame), iResolution.xy, "
+                   "iChannelResolution[0].x); }");
+    engine.Connect(kStageImage, 0, kStageImage);
+    ASSERT_EQ(engine.Start(6, 4).result, CompileResult::Good);
+    for (const float expected : {0.0f, 0.0f, 1.0f, 2.0f}) {
+        ASSERT_TRUE(engine.Draw(1));
+        EXPECT_EQ(engine.ReadFirst()[0], expected);
+    }
+    engine.Surface().Resize({10, 8});
+    for (const float expected : {0.0f, 0.0f, 1.0f}) {
+        ASSERT_TRUE(engine.Draw(1));
+        const Pixel pixel = engine.ReadFirst();
+        EXPECT_EQ(pixel[0], expected);
+        EXPECT_EQ(pixel[1], 10.0f);
+        EXPECT_EQ(pixel[2], 8.0f);
+        EXPECT_EQ(pixel[3], 6.0f) << "a buffer channel keeps the size of the play's start";
+    }
+    EXPECT_EQ(engine.Read(kStageImage).size(), 80u);
+    engine.Surface().Resize({0, 0});
+    const float time = engine.Context().playTime;
+    EXPECT_FALSE(engine.Draw(1)) << "a window without area draws nothing";
+    EXPECT_EQ(engine.Context().playTime, time);
+}
+
+TEST(Frame, FirstFreeChannelReadsTheStagesLastFrame) {
+    Engine engine;
+    engine.SetText(
+        kStageImage,
+        "void mainImage(out vec4 c, in vec2 p) {"
+        "  c = iFrame == 0 ? vec4(1.0) : texelFetch(iChannel1, ivec2(p), 0) + vec4(1.0, 10.0, 0.0, 0.0); }");
+    engine.Connect(kStageImage, 0, kStageBufferA);  // taken, so channel 1 is the first free one
+    ASSERT_EQ(engine.Start(3, 3).result, CompileResult::Good);
+    ASSERT_TRUE(engine.Draw(2 + 5));
+    EXPECT_EQ(engine.ReadFirst(), (Pixel{6, 51, 1, 1}));
+    EXPECT_EQ(engine.Channel(kStageImage, 1).kind, kChannelUnused)
+        << "the editing form keeps its free channel";
+}
+
+TEST(Frame, StagesReadEarlierOnesNowAndLaterOnesAFrameAgo) {
+    Engine engine;
+    // B writes the frame's own count; A hands on what it reads of B; Image shows both.
+    engine.SetText(kStageBufferA,
+                   "void mainImage(out vec4 c, in vec2 p) { c = texelFetch(iChannel0, ivec2(p), 0); }");
+    engine.SetText(kStageBufferB,
+                   "void mainImage(out vec4 c, in vec2 p) { c = vec4(100.0 + float(iFrame)); }");
+    engine.SetText(kStageImage,
+                   "void mainImage(out vec4 c, in vec2 p) {"
+                   "  c = vec4(texelFetch(iChannel0, ivec2(p), 0).x, texelFetch(iChannel1, ivec2(p), 0).x, "
+                   "0.0, 0.0); }");
+    engine.Connect(kStageBufferA, 0, kStageBufferB);
+    engine.Connect(kStageImage, 0, kStageBufferA);
+    engine.Connect(kStageImage, 1, kStageBufferB);
+    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
+    ASSERT_TRUE(engine.Draw(2));
+    for (int frame = 1; frame < 5; ++frame) {
+        ASSERT_TRUE(engine.Draw(1));
+        const Pixel pixel = engine.ReadFirst();
+        EXPECT_EQ(pixel[0], 100.0f + float(frame - 1)) << "this frame's A, which read the last frame's B";
+        EXPECT_EQ(pixel[1], 100.0f + float(frame)) << "this frame's B";
+    }
+}
+
+TEST(Frame, CubeFacesFollowTheCornerTable) {
+    Engine engine;
+    engine.SetText(kStageCubeA,
+                   "void mainCubemap(out vec4 c, in vec2 p, in vec3 ro, in vec3 rd) { c = vec4(rd, "
+                   "iResolution.x + ro.x); }");
+    // A look-up along (x, y, z) finds the ray (x, -y, -z).
+    engine.SetText(
+        kStageImage,
+        "void mainImage(out vec4 c, in vec2 p) {"
+        "  vec3 d = normalize(vec3(0.3, 0.9, -0.2)); if (p.x > 1.0) d = normalize(vec3(-0.8, 0.1, 0.5));"
+        "  if (p.x > 2.0) d = normalize(vec3(0.1, -0.2, 0.7));"
+        "  c = vec4(texture(iChannel0, d).xyz - d * vec3(1.0, -1.0, -1.0), 1.0); }");
+    engine.Connect(kStageImage, 0, kStageCubeA);
+    ASSERT_EQ(engine.Start(3, 1).result, CompileResult::Good);
+    ASSERT_TRUE(engine.Draw(1));
+    for (const Pixel& pixel : engine.Read(kStageImage)) {
+        for (int i = 0; i < 3; ++i)
+            EXPECT_NEAR(pixel[size_t(i)], 0.0f, 0.003f);
+    }
+    // The ray through the lower left corner of each face is corner 0 of that face.
+    const float corners[6][3] = {{1, -1, -1}, {-1, -1, 1},  {-1, -1, 1},
+                                 {-1, 1, -1}, {-1, -1, -1}, {1, -1, 1}};
+    for (int face = 0; face < 6; ++face) {
+        const Pixel pixel = engine.Read(kStageCubeA, face).at(0);
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_NEAR(pixel[size_t(i)], corners[face][i] / std::sqrt(3.0f), 0.002f) << "face " << face;
+        }
+        EXPECT_EQ(pixel[3], 1024.0f);
+    }
+}
+
+TEST(Frame, MouseFollowsItsRule) {
+    const auto expect = [](std::array<float, 4> wanted) { EXPECT_EQ(TakeMouse(), wanted); };
+    MousePressed(10, 80, 100);  // 20 from the bottom
+    expect({10, 20, 10, 20});
+    expect({10, 20, 10, -20});
+    MouseMoved(15, 70, 100);
+    expect({15, 30, 10, -20});
+    MouseReleased();
+    expect({15, 30, -10, -20});
+    MouseMoved(50, 50, 100);
+    expect({15, 30, -10, -20});
+    MousePressed(7, 91, 100);
+    MouseReleased();  // released before a frame came
+    expect({7, 9, -7, -9});
+    expect({7, 9, -7, -9});
+}
+
+TEST(Frame, LiveUniformsArriveByType) {
+    Engine engine;
+    engine.SetText(
+        kStageImage,
+        "uniform float f; uniform int i; uniform uint u; uniform bool b;"
+        "void mainImage(out vec4 c, in vec2 p) { c = vec4(f, float(i), float(u), b ? 1.0 : 0.0); }");
+    const std::tuple<const char*, ControlValueType, float> values[] = {{"f", kControlFloat, 0.5f},
+                                                                       {"i", kControlInt, -7.0f},
+                                                                       {"u", kControlUint, 9.0f},
+                                                                       {"gone", kControlInt, 1.0f}};
+    ControlSet& controls = *Controls();
+    for (const auto& [name, type, value] : values) {
+        UniformControl& control = controls.uniforms[size_t(controls.uniformCount++)];
+        control.type = type;
+        control.displayName = QString::fromLatin1(name);
+        control.range.value = value;
+    }
+    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
+    ASSERT_TRUE(engine.Draw(1));
+    const Pixel pixel = engine.ReadFirst();
+    EXPECT_EQ(pixel[0], 0.5f);
+    EXPECT_NEAR(pixel[1], -7.0f, 1.0f);  // rounding of negatives is the controls' business
+    EXPECT_EQ(pixel[2], 9.0f);
+}
+
+TEST(Frame, AssertionsPaintTheirColour) {
+    Engine engine;
+    engine.SetText(kStageImage,
+                   "void mainImage(out vec4 c, in vec2 p) { c = vec4(0.5); st_assert(p.x > 1.0); "
+                   "st_assert(p.x < 2.0, 1); }");
+    ASSERT_EQ(engine.Start(3, 1).result, CompileResult::Good);
+    ASSERT_TRUE(engine.Draw(1));
+    const std::vector<Pixel> pixels = engine.Read(kStageImage);
+    EXPECT_EQ(pixels[0], (Pixel{1, 0, 0, 1}));
+    EXPECT_EQ(pixels[1], (Pixel{0.5f, 0.5f, 0.5f, 0.5f}));
+    EXPECT_EQ(pixels[2], (Pixel{0, 1, 0, 1}));
+}
+
+TEST(Frame, MultisampledTargetsAreResolvedOnReadBack) {
+    Engine engine;
+    engine.SetText(
+        kStageImage,
+        "void mainImage(out vec4 c, in vec2 p) { c = vec4(p.x < 2.0 ? 1.0 : 0.0, 0.2, 0.4, 1.0); }");
+    ASSERT_EQ(engine.Start(4, 2, 0.1f, 2).result, CompileResult::Good);
+    ASSERT_TRUE(engine.Draw(1));
+    const auto bitmap = CreateFrameBitmap(4, 2);
+    ASSERT_TRUE(ReadBackStage(engine.Context(), kStageImage, *bitmap));
+    const uint8_t* row = bitmap->Row(0);
+    EXPECT_EQ((std::array<int, 4>{row[0], row[1], row[2], row[12 + 2]}),
+              (std::array<int, 4>{102, 51, 255, 0}));
+    const auto wrongSize = CreateFrameBitmap(5, 2);
+    EXPECT_FALSE(ReadBackStage(engine.Context(), kStageImage, *wrongSize));
+    EXPECT_FALSE(ReadBackStage(engine.Context(), kStageBufferA, *bitmap));
+}
+
+}  // namespace
+}  // namespace pixelgrove

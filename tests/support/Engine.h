@@ -1,0 +1,127 @@
+// Engine: the real engine on EGL, driven frame by frame by a test. One at a time, on one thread.
+#pragma once
+
+#include <GL/glew.h>
+
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "controls/LiveValues.h"
+#include "core/AppState.h"
+#include "core/ProjectModel.h"
+#include "render/EglSurface.h"
+#include "render/ProjectCompiler.h"
+#include "render/RenderContext.h"
+#include "render/RenderThread.h"
+#include "render/StageTargets.h"
+
+namespace pixelgrove::test {
+
+// An EGL surface whose size a test can change, and that keeps what the read-back path shows.
+class ResizableSurface : public OutputSurface {
+  public:
+    explicit ResizableSurface(SurfaceSize size) : size_(size), egl_(CreateEglSurface(size)) {}
+    SurfaceSize ClientSize() const override {
+        std::lock_guard lock(lock_);
+        return size_;
+    }
+    std::unique_ptr<GlContext> CreateContext() override { return egl_ ? egl_->CreateContext() : nullptr; }
+    void ShowBitmap(BitmapRef bitmap) override {
+        std::lock_guard lock(lock_);
+        shown_ = std::move(bitmap);
+    }
+    void Resize(SurfaceSize size) {
+        std::lock_guard lock(lock_);
+        size_ = size;
+    }
+    BitmapRef Shown() const {
+        std::lock_guard lock(lock_);
+        return shown_;
+    }
+
+  private:
+    mutable std::mutex lock_;
+    SurfaceSize size_;
+    BitmapRef shown_;
+    std::shared_ptr<OutputSurface> egl_;
+};
+
+using Pixel = std::array<float, 4>;
+
+class Engine {
+  public:
+    Engine() {
+        AllocateGlobals();
+        InitialiseSpeed(*Controls());
+    }
+    ~Engine() {
+        run_.reset();
+        App()->renderContext = nullptr;
+        FreeGlobals();
+    }
+
+    void SetText(uint32_t stage, const char* text) {
+        SetDocumentText(App()->documents[stage], QString::fromLatin1(text));
+        App()->documents[stage].hasText = true;
+    }
+    ChannelInput& Channel(uint32_t stage, int index) { return App()->channels[stage][size_t(index)]; }
+    // A channel that reads another stage.
+    void Connect(uint32_t stage, int index, uint32_t source) {
+        ChannelInput& channel = Channel(stage, index);
+        channel.kind = source == kStageCubeA ? kChannelCubeA : kChannelBuffer;
+        DefaultSampler(channel);
+        channel.sourceStage = int32_t(source);
+    }
+
+    CompileOutcome Start(int width, int height, float startTime = 0.1f, uint32_t sampleExponent = 0) {
+        surface_ = std::make_shared<ResizableSurface>(SurfaceSize{width, height});
+        RunRequest request = SnapshotProject();
+        request.surface = surface_;
+        request.startTime = startTime;
+        PublishControlValues(*Controls());
+        run_ = std::make_shared<RenderRun>(*App(), std::move(request));
+        if (!PrepareRenderContext(*run_)) return {CompileResult::Failed, 0, QStringLiteral("no GL context")};
+        run_->context->sampleExponent = sampleExponent;
+        return CompileProject(*run_->context);
+    }
+    bool Draw(int frames) {
+        for (int i = 0; i < frames; ++i) {
+            if (!RenderFrameTick(*run_)) return false;
+        }
+        return true;
+    }
+    // The latest picture of a stage, in the target's own precision; row 0 is the bottom one.
+    std::vector<Pixel> Read(uint32_t stage, int face = 0) {
+        const ShaderStage& record = Context().project.stages[stage];
+        const GLuint texture = record.textures[(record.writeIndex + 1) % 2];
+        const bool cube = stage == kStageCubeA;
+        const GLenum target = cube ? GLenum(GL_TEXTURE_CUBE_MAP_POSITIVE_X + face) : GL_TEXTURE_2D;
+        GLint width = 0;
+        GLint height = 0;
+        glBindTexture(cube ? GL_TEXTURE_CUBE_MAP : GL_TEXTURE_2D, texture);
+        glGetTexLevelParameteriv(target, 0, GL_TEXTURE_WIDTH, &width);
+        glGetTexLevelParameteriv(target, 0, GL_TEXTURE_HEIGHT, &height);
+        std::vector<Pixel> pixels(size_t(width) * size_t(height));
+        glGetTexImage(target, 0, GL_RGBA, GL_FLOAT, pixels.data());
+        return pixels;
+    }
+    Pixel ReadFirst(uint32_t stage = kStageImage) { return Read(stage).at(0); }
+    RenderContext& Context() { return *run_->context; }
+    RenderRun& Run() { return *run_; }
+    ResizableSurface& Surface() { return *surface_; }
+
+  private:
+    std::shared_ptr<ResizableSurface> surface_;
+    std::shared_ptr<RenderRun> run_;
+};
+
+inline uint32_t Bits(float value) {
+    uint32_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+
+}  // namespace pixelgrove::test

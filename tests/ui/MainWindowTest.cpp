@@ -1,0 +1,255 @@
+// Stages, editor, messages, menus and project commands of the main window.
+#include <QFile>
+#include <QMenu>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QTextBlock>
+
+#include "WindowFixture.h"
+#include "ui/LineGutter.h"
+#include "ui/StageButtons.h"
+
+namespace pixelgrove {
+namespace {
+
+class MainWindowTest : public WindowTest {};
+
+const QByteArray kProject =
+    R"({"Shader":{"ver":"0.1","info":{"id":"x","date":"0","viewed":0,"name":"Loaded","username":"u",
+"description":"","likes":0,"published":0,"flags":0,"usePreview":0,"hasliked":0,"tags":[]},
+"renderpass":[{"inputs":[],"outputs":[],"code":"void mainImage(out vec4 c,in vec2 p){c=vec4(1);}",
+"name":"Image","description":"","type":"image"},
+{"inputs":[],"outputs":[],"code":"// shared","name":"Common","description":"","type":"common"}]}})";
+
+TEST_F(MainWindowTest, StartsWithTheDefaultImage) {
+    EXPECT_EQ(Title(), QStringLiteral("Untitled.json - Pixelgrove"));
+    EXPECT_EQ(Status(), QStringLiteral("[ Image ] No errors."));
+    EXPECT_EQ(Editor()->toPlainText(), DefaultSource(kStageImage));
+    EXPECT_EQ(Control<QPushButton>("stageImageButton")->text(), QStringLiteral("[ Image ]"));
+    EXPECT_EQ(Control<QLabel>("caretStatusText")->text(), QStringLiteral("Ln: 1 / 11\t Ch: 1"));
+    EXPECT_FALSE(shaderModified);
+}
+
+TEST_F(MainWindowTest, AddedStagesKeepTheirTextsAndViews) {
+    Click("stageAddButton");
+    auto* menu = window->findChild<QMenu*>(QStringLiteral("addStageMenu"));
+    ASSERT_NE(menu, nullptr);
+    ASSERT_EQ(menu->actions().size(), 6);
+    menu->actions().at(1)->trigger();
+    menu->close();
+    EXPECT_EQ(App()->currentStage, uint32_t(kStageBufferA));
+    EXPECT_EQ(Control<QPushButton>("stageBufferAButton")->text(), QStringLiteral("[ Buffer A ]"));
+    EXPECT_EQ(Control<QPushButton>("stageImageButton")->text(), QStringLiteral("Image"));
+
+    const QString lines = QStringLiteral("// line\n").repeated(200);
+    ReplaceText(lines);
+    Editor()->GoToLine(120);
+    const int scroll = Editor()->verticalScrollBar()->value();
+    ASSERT_GT(scroll, 0);
+    Click("stageImageButton");
+    EXPECT_EQ(Editor()->toPlainText(), DefaultSource(kStageImage));
+    EXPECT_EQ(Editor()->CaretLine(), 1);
+    Click("stageBufferAButton");
+    EXPECT_EQ(Editor()->toPlainText(), lines);
+    EXPECT_EQ(Editor()->CaretLine(), 120);
+    EXPECT_EQ(Editor()->verticalScrollBar()->value(), scroll);
+
+    // Removing the shown stage falls back to Image; added again it has its default text.
+    auto* buttons = Control<StageButtons>("stageButtons");
+    buttons->PopUpRemoveMenu(kStageBufferA, QPoint(100, 100));
+    menu = window->findChild<QMenu*>(QStringLiteral("removeStageMenu"));
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions().at(0)->text(), QStringLiteral("Remove Buffer"));
+    menu->actions().at(0)->trigger();
+    menu->close();
+    EXPECT_EQ(App()->currentStage, uint32_t(kStageImage));
+    EXPECT_FALSE(Control<QPushButton>("stageBufferAButton")->isVisible());
+    EXPECT_FALSE(App()->documents[kStageBufferA].hasText);
+    AddStage(kStageBufferA);
+    SelectStage(kStageBufferA);
+    EXPECT_EQ(Editor()->toPlainText(), DefaultSource(kStageBufferA));
+    EXPECT_EQ(Editor()->CaretLine(), 1);
+}
+
+TEST_F(MainWindowTest, EditingMarksTheTitleAndSwitchingStagesDoesNot) {
+    AddStage(kStageCommon);
+    SelectStage(kStageCommon);
+    SelectStage(kStageImage);
+    EXPECT_FALSE(shaderModified);
+    QTest::keyClicks(Editor(), QStringLiteral("x"));
+    EXPECT_TRUE(shaderModified);
+    EXPECT_EQ(Title(), QStringLiteral("*Untitled.json - Pixelgrove"));
+    EXPECT_TRUE(App()->documents[kStageImage].text.startsWith(u'x'));
+    EXPECT_EQ(Control<QLabel>("caretStatusText")->text(), QStringLiteral("Ln: 1 / 11\t Ch: 2"));
+}
+
+TEST_F(MainWindowTest, TheTextReachesTheDocumentUnchanged) {
+    // A no-break space stays one, and a line separator becomes a line of its own however it came in.
+    QMimeData pasted;
+    pasted.setText(QStringLiteral("a\u00A0b\u2028c"));
+    Editor()->selectAll();
+    QApplication::clipboard();
+    Editor()->setFocus();
+    struct Paster : CodeView {
+        using CodeView::insertFromMimeData;
+    };
+    (static_cast<CodeView*>(Editor())->*(&Paster::insertFromMimeData))(&pasted);
+    QTest::keyClick(Editor(), Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(App()->documents[kStageImage].text, QStringLiteral("a\u00A0b\nc\n"));
+    EXPECT_EQ(Editor()->blockCount(), 3);
+}
+
+TEST_F(MainWindowTest, AMessageLeadsToItsLine) {
+    ReplaceText(QStringLiteral("// line\n").repeated(300));
+    Editor()->GoToLine(5);
+    const std::pair<const char*, int> rows[] = {
+        {"Image(200): error: x", 200},      {"Buffer B(30): on the stage that is shown", 30},
+        {"Image(1): line 1 stays put", 30}, {"no place at all", 30},
+        {"Image(2000000000): beyond", 301}, {"Image(-4): before", 301},
+        {"/no/such/file(7): dropped", 301},
+    };
+    for (const auto& [message, line] : rows) {
+        window->JumpToMessage(QString::fromLatin1(message));
+        EXPECT_EQ(Editor()->CaretLine(), line) << message;
+    }
+
+    window->SetStatusText(QStringLiteral("first\nImage(42): error: second"));
+    auto* pane = Control<QPlainTextEdit>("statusText");
+    QTextCursor second(pane->document()->findBlockByNumber(1));
+    QTest::mouseDClick(pane->viewport(), Qt::LeftButton, {}, pane->cursorRect(second).center());
+    EXPECT_EQ(Editor()->CaretLine(), 42);
+    EXPECT_TRUE(Editor()->hasFocus());
+}
+
+TEST_F(MainWindowTest, TheGutterMarksTheLinesOfTheShownStage) {
+    window->SetStatusText(QStringLiteral("Image(3): error: a\nBuffer A(5): error: b\nIMAGE(7): c"));
+    window->MarkErrorLines();
+    auto* gutter = Control<LineGutter>("lineGutter");
+    const QImage picture = gutter->grab().toImage();
+    const QColor marker(255, 128, 128);
+    for (const CodeView::VisibleLine& line : Editor()->VisibleLines()) {
+        const int y = int((line.top + line.height / 2) * picture.devicePixelRatio()) + 1;
+        EXPECT_EQ(picture.pixelColor(1, y) == marker, line.line == 3 || line.line == 7) << line.line;
+    }
+    EXPECT_FALSE(shaderModified) << "marks are no edits";
+}
+
+TEST_F(MainWindowTest, UnsavedChangesAreAskedForOnceAndOnlyYesProceeds) {
+    chosenPath = FileWith(kProject);
+    Run(kCmdOpenProject);
+    EXPECT_EQ(questions, 0);
+    EXPECT_EQ(Status(), QStringLiteral("Project loaded."));
+
+    ReplaceText(QStringLiteral("mine"));
+    Run(kCmdOpenProject);
+    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(lastCaption, QStringLiteral("Warning: Unsaved changes"));
+    EXPECT_EQ(lastQuestion,
+              QStringLiteral("You've made changes to the current shader that have not been saved. If you "
+                             "proceed, those changes will be lost.\n\nDo you wish to proceed?"));
+    EXPECT_EQ(App()->documents[kStageImage].text, QStringLiteral("mine"));
+    Run(kCmdCancel);
+    EXPECT_TRUE(window->isVisible()) << "the answer was no";
+
+    answer = true;
+    Run(kCmdOpenProject);
+    EXPECT_FALSE(shaderModified);
+    EXPECT_EQ(Title(), QFileInfo(chosenPath).fileName() + QStringLiteral(" - Pixelgrove"));
+    EXPECT_EQ(App()->documents[kStageCommon].text, QStringLiteral("// shared"));
+
+    // New asks nothing and leaves the mark of changes as it is.
+    ReplaceText(QStringLiteral("mine"));
+    const int before = questions;
+    Run(kCmdNew);
+    EXPECT_EQ(questions, before);
+    EXPECT_TRUE(shaderModified);
+    EXPECT_EQ(Editor()->toPlainText(), DefaultSource(kStageImage));
+    EXPECT_FALSE(Control<QPushButton>("stageCommonButton")->isVisible());
+}
+
+TEST_F(MainWindowTest, ABadFileLeavesTheProjectAlone) {
+    const QString good = Editor()->toPlainText();
+    for (const QString& path :
+         {FileWith("{ no json"), FileWith(""), folder.filePath(QStringLiteral("absent.json")), folder.path()}) {
+        chosenPath = path;
+        window->SetStatusText(QString());
+        Run(kCmdOpenProject);
+        EXPECT_TRUE(Status().startsWith(QStringLiteral("Error loading project."))) << qPrintable(path);
+        EXPECT_EQ(Editor()->toPlainText(), good);
+        EXPECT_EQ(Title(), QStringLiteral("Untitled.json - Pixelgrove"));
+    }
+    chosenPath.clear();
+    Run(kCmdOpenProject);
+    EXPECT_EQ(Status(), QStringLiteral("Error loading file."));
+
+    MakeWindow(folder.filePath(QStringLiteral("absent.json")));
+    EXPECT_EQ(Editor()->toPlainText(), DefaultSource(kStageImage));
+    EXPECT_TRUE(Status().startsWith(QStringLiteral("Error loading project.")));
+}
+
+TEST_F(MainWindowTest, ASavedProjectReadsBackTheSame) {
+    const QString common = QStringLiteral("// \u00E9\u00A0\t\"quoted\"\n\n");
+    AddStage(kStageCommon);
+    SelectStage(kStageCommon);
+    ReplaceText(common);
+    ChannelInput& channel = App()->channels[kStageImage][2];
+    channel.kind = kChannelKeyboard;
+    DefaultSampler(channel);
+    chosenPath = folder.filePath(QStringLiteral("saved.json"));
+    Run(kCmdSaveProjectAs);
+    EXPECT_EQ(Status(), QStringLiteral("File saved."));
+    EXPECT_EQ(Title(), QStringLiteral("saved.json - Pixelgrove"));
+    EXPECT_FALSE(shaderModified);
+
+    Run(kCmdNew);
+    ASSERT_FALSE(App()->documents[kStageCommon].hasText);
+    Run(kCmdOpenProject);
+    EXPECT_EQ(App()->documents[kStageCommon].text, common);
+    EXPECT_EQ(App()->documents[kStageImage].text, DefaultSource(kStageImage));
+    EXPECT_EQ(App()->channels[kStageImage][2].kind, uint32_t(kChannelKeyboard));
+
+    ReplaceText(QStringLiteral("unsaved"));
+    chosenPath = folder.filePath(QStringLiteral("no/such/folder.json"));
+    Run(kCmdSaveProjectAs);
+    EXPECT_EQ(Status(), QStringLiteral("Error saving file."));
+    EXPECT_TRUE(shaderModified);
+}
+
+TEST_F(MainWindowTest, MenuChoicesReachTheRunsSettings) {
+    auto choose = [this](int id) { window->MenuEntries().Action(id)->trigger(); };
+    auto ticked = [this](int id) { return window->MenuEntries().Action(id)->isChecked(); };
+    EXPECT_TRUE(ticked(121));
+    choose(115);
+    EXPECT_EQ(App()->frameBufferFormat, 0x8058u);
+    EXPECT_FALSE(ticked(121));
+    EXPECT_TRUE(ticked(115));
+    choose(118);
+    EXPECT_EQ(App()->frameBufferFormat, 0x8058u) << "GL_RGB16F is not accepted";
+    EXPECT_TRUE(ticked(118)) << "but ticked";
+    EXPECT_FALSE(ticked(115));
+
+    choose(135);
+    EXPECT_EQ(App()->multisampleIndex, 3u);
+    EXPECT_TRUE(ticked(135));
+    EXPECT_FALSE(ticked(132));
+    choose(kCmdUseGdiDisplay);
+    EXPECT_EQ(App()->useGdiDisplay, 1u);
+    choose(kCmdUseGdiDisplay);
+    EXPECT_EQ(App()->useGdiDisplay, 0u);
+    EXPECT_FALSE(ticked(kCmdUseGdiDisplay));
+}
+
+TEST_F(MainWindowTest, PostedCommandsCanBeDroppedUntilTheyRun) {
+    window->PostCommand(kCmdUseGdiDisplay, 0);
+    window->PostCommand(kCmdStageAdd, 0);
+    window->PostCommand(kCmdUseGdiDisplay, 0);
+    window->PostCommand(kCmdMultisampleFirst + 2, 0);
+    window->CancelPostedCommand(kCmdUseGdiDisplay);
+    window->CancelPostedCommand(kCmdStageAdd);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(App()->useGdiDisplay, 0u);
+    EXPECT_EQ(App()->multisampleIndex, 2u);
+}
+
+}  // namespace
+}  // namespace pixelgrove

@@ -1,0 +1,193 @@
+// The playback buttons against a real run on the display's OpenGL.
+#include <QCheckBox>
+
+#include "WindowFixture.h"
+#include "render/RenderContext.h"
+#include "render/RenderThread.h"
+
+namespace pixelgrove {
+namespace {
+
+const QString kPlain =
+    QStringLiteral("void mainImage(out vec4 c, in vec2 p)\n{\n    c = vec4(iTime);\n}\n");
+const QString kBroken =
+    QStringLiteral("void mainImage(out vec4 c, in vec2 p)\n{\n    c = vec4(iTime);\n    c = nothing;\n}\n");
+
+class PlaybackTest : public WindowTest {
+  protected:
+    void SetUp() override {
+        WindowTest::SetUp();
+        if (!qApp || IsSkipped()) return;
+        if (!App()->openGlOk) GTEST_SKIP() << "no usable OpenGL on this display";
+        ReplaceText(kPlain);
+    }
+    bool PlayUntilRunning() {
+        Click("playButton");
+        return PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); });
+    }
+    bool PlayUntilFailed() {
+        window->SetStatusText(QString());
+        Click("playButton");
+        return PumpUntil([this] { return !Status().isEmpty(); });
+    }
+    RenderContext* Context() const { return App()->renderContext.load(); }
+};
+
+TEST_F(PlaybackTest, ButtonsFollowTheRun) {
+    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    Click("playButton");
+    EXPECT_EQ(Enabled(), QStringLiteral("P")) << "compiling changes no button";
+    ASSERT_TRUE(PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); }));
+    EXPECT_EQ(Status(), QStringLiteral("Compilation successful."));
+    EXPECT_TRUE(PumpUntil([this] { return App()->renderThread->framesDrawn > 2; }));
+
+    Click("pauseButton");
+    EXPECT_EQ(Enabled(), QStringLiteral("pS"));
+    EXPECT_EQ(App()->paused, 1u);
+    Click("pauseButton");
+    EXPECT_EQ(Enabled(), QStringLiteral("pSs"));
+    Click("pauseButton");
+    Click("stopButton");
+    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    EXPECT_EQ(App()->paused, 0u);
+    EXPECT_EQ(App()->renderThread, nullptr);
+    EXPECT_EQ(Context(), nullptr);
+    EXPECT_FALSE(window->PlaybackControl().IsRefreshing());
+}
+
+TEST_F(PlaybackTest, AfterAFailedCompileTheFirstPlayOnlyClears) {
+    ReplaceText(kBroken);
+    ASSERT_TRUE(PlayUntilFailed());
+    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    EXPECT_TRUE(Status().contains(QStringLiteral("Image(4)"))) << qPrintable(Status());
+    EXPECT_TRUE(Editor()->IsErrorLine(4));
+    EXPECT_FALSE(Editor()->IsErrorLine(3));
+    EXPECT_NE(Context(), nullptr);
+
+    ReplaceText(kPlain);
+    const QString log = Status();
+    Click("playButton");
+    EXPECT_EQ(App()->renderThread, nullptr);
+    EXPECT_EQ(Context(), nullptr);
+    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    EXPECT_EQ(Status(), log);
+    EXPECT_FALSE(Editor()->IsErrorLine(4)) << "the marks go with the press";
+    EXPECT_TRUE(PlayUntilRunning());
+}
+
+TEST_F(PlaybackTest, ErrorsOfAStageThatIsNotShownWaitUntilItIs) {
+    AddStage(kStageBufferA);
+    SelectStage(kStageBufferA);
+    ReplaceText(kBroken);
+    SelectStage(kStageImage);
+    const QString before = Status();
+    Click("playButton");
+    ASSERT_TRUE(PumpUntil([] { return !App()->stageErrors[kStageBufferA].isEmpty(); }));
+    EXPECT_EQ(Status(), before);
+    SelectStage(kStageBufferA);
+    EXPECT_TRUE(Status().contains(QStringLiteral("Buffer A(4)"))) << qPrintable(Status());
+    EXPECT_TRUE(Editor()->IsErrorLine(4));
+}
+
+TEST_F(PlaybackTest, AResultThatArrivesAfterStopIsDropped) {
+    Click("playButton");
+    ASSERT_TRUE(PumpUntil([this] { return Context() != nullptr; }));
+    Run(kCmdStop);
+    const QString before = Status();
+    // As if the run had posted at the very moment.
+    window->PostCommand(kCmdCompileResult, 0);
+    QTest::qWait(50);
+    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    EXPECT_EQ(Status(), before);
+}
+
+TEST_F(PlaybackTest, RestartTakesTheEditedText) {
+    ASSERT_TRUE(PlayUntilRunning());
+    const std::shared_ptr<RenderRun> first = App()->renderThread;
+    ReplaceText(QStringLiteral("// edited\n") + kPlain);
+    window->PostCommand(kCmdRestart, 0);
+    ASSERT_TRUE(PumpUntil([&] { return App()->renderThread && App()->renderThread != first; }));
+    EXPECT_TRUE(App()->renderThread->request.texts[kStageImage].startsWith(QStringLiteral("// edited")));
+    EXPECT_TRUE(PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); }));
+}
+
+TEST_F(PlaybackTest, StartAndSetStartMoveTheShadersTime) {
+    ASSERT_TRUE(PlayUntilRunning());
+    Click("pauseButton");
+    QTest::qWait(150);  // the frame that was under way
+    Context()->playTime = 12.34567f;
+    ASSERT_TRUE(PumpUntil([this] {
+        return Control<QLabel>("currentTimeText")->text() == QStringLiteral("12.346");
+    }));
+    Click("setStartButton");
+    EXPECT_EQ(Control<QLineEdit>("startTimeEdit")->text(), QStringLiteral("12.346"));
+    EXPECT_EQ(Context()->playTime, 12.346f) << "the displayed number counts";
+
+    QTest::mouseClick(Control<QCheckBox>("randomizeCheck"), Qt::LeftButton, {}, QPoint(8, 10));
+    ASSERT_FALSE(Control<QCheckBox>("randomizeCheck")->isChecked());
+    Context()->frameCounter = 99;
+    for (const auto& [text, time] : {std::pair(QStringLiteral("7.5"), 7.5f), {QStringLiteral("abc"), 0.0f}}) {
+        Control<QLineEdit>("startTimeEdit")->setText(text);
+        Run(kCmdStart);
+        EXPECT_EQ(Context()->playTime, time) << qPrintable(text);
+    }
+    EXPECT_EQ(Context()->frameCounter, 0);
+}
+
+TEST_F(PlaybackTest, RandomizeDecidesTheEnableStateOnlyFromItsFirstClick) {
+    auto* check = Control<QCheckBox>("randomizeCheck");
+    EXPECT_TRUE(check->isChecked());
+    EXPECT_TRUE(Control<QLineEdit>("startTimeEdit")->isEnabled());
+    check->click();
+    check->click();
+    EXPECT_TRUE(check->isChecked());
+    EXPECT_FALSE(Control<QLineEdit>("startTimeEdit")->isEnabled());
+    EXPECT_FALSE(Control<QPushButton>("setStartButton")->isEnabled());
+}
+
+TEST_F(PlaybackTest, TheRateIsClampedWhenTheEditIsLeftAndAtPlay) {
+    auto* edit = Control<QLineEdit>("fpsTargetEdit");
+    const std::pair<QString, uint32_t> rows[] = {
+        {QStringLiteral("300"), 240}, {QStringLiteral("3"), 10}, {QStringLiteral("241"), 240}, {QStringLiteral("-7"), 10}, {QStringLiteral("61"), 61}};
+    for (const auto& [typed, rate] : rows) {
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClicks(edit, typed);
+        EXPECT_NE(App()->fpsTarget, rate) << "nothing counts before the edit is left";
+        QTest::keyClick(edit, Qt::Key_Return);
+        EXPECT_EQ(App()->fpsTarget, rate) << qPrintable(typed);
+        EXPECT_EQ(edit->text(), QString::number(rate));
+    }
+    edit->setText(QStringLiteral("no number"));
+    Run(kCmdFpsTarget);
+    EXPECT_EQ(App()->fpsTarget, 61u);
+    edit->setText(QStringLiteral("500"));
+    ASSERT_TRUE(PlayUntilRunning());
+    EXPECT_EQ(App()->fpsTarget, 240u);
+    EXPECT_TRUE(PumpUntil([&] { return edit->text() == QStringLiteral("240"); }));
+}
+
+TEST_F(PlaybackTest, ClosingTheOutputWindowKeepsTheRunStoppable) {
+    Run(kCmdAnimationWindow);
+    ASSERT_NE(App()->outputWindow, nullptr);
+    EXPECT_TRUE(window->MenuEntries().Action(kCmdAnimationWindow)->isChecked());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(App()->outputWindow));
+    ASSERT_TRUE(PlayUntilRunning());
+    EXPECT_EQ(App()->renderThread->request.surface, App()->outputSurface);
+    const SurfaceSize size = App()->outputSurface->ClientSize();
+
+    App()->outputWindow->close();
+    EXPECT_EQ(App()->outputWindow, nullptr);
+    EXPECT_FALSE(window->MenuEntries().Action(kCmdAnimationWindow)->isChecked());
+    Click("stopButton");
+    EXPECT_EQ(AbandonedRuns(), 0);
+
+    // Without a window the next run draws off screen, at the size that the window had.
+    ASSERT_TRUE(PlayUntilRunning());
+    EXPECT_NE(App()->renderThread->request.surface, App()->outputSurface);
+    EXPECT_EQ(App()->renderThread->request.surface->ClientSize(), size);
+    EXPECT_TRUE(PumpUntil([] { return App()->renderThread->framesDrawn > 2; }));
+}
+
+}  // namespace
+}  // namespace pixelgrove
