@@ -147,7 +147,7 @@ void AdoptProject(ShaderProject& project, const QString& path) {
     ClearProject(false);
     for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
         ShaderStage& stage = project.stages[id];
-        if (stage.kind != kStageNone && !stage.source.isEmpty()) AdoptStage(app, id, stage);
+        if (stage.kind != kStageNone) AdoptStage(app, id, stage);
     }
     app.projectInfo = project.info;
     app.projectVersion = project.version;

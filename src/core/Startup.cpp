@@ -1,6 +1,9 @@
 #include "core/Startup.h"
 
+#include <unistd.h>
+
 #include <new>
+#include <string>
 
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
@@ -21,6 +24,15 @@ void AllocateRecentLists(AppState& app) {
     for (auto* list : {&app.recentFiles, &app.recentProjects, &app.recentPalettes, &app.recentPlaylists}) {
         list->reset(new (std::nothrow) StringList);
     }
+}
+
+// The block under the common name belongs to whoever made it first; another user of the machine gets one of
+// their own.
+std::unique_ptr<SharedMemory> OpenSharedPalette() {
+    auto palette = SharedMemory::CreateOrOpen(kPaletteMemoryName, sizeof(PaletteBlock));
+    if (palette) return palette;
+    const std::string own = kPaletteMemoryName + std::string("-") + std::to_string(getuid());
+    return SharedMemory::CreateOrOpen(own.c_str(), sizeof(PaletteBlock));
 }
 
 void ShutDown(AppState& app, const StartupSteps& steps) {
@@ -51,7 +63,7 @@ int ApplicationMain(const StartupSteps& steps) {
     AllocateRecentLists(app);
     Run(steps.loadSettings);
     Run(steps.copyControlColours);
-    app.sharedPalette = SharedMemory::CreateOrOpen(kPaletteMemoryName, sizeof(PaletteBlock));
+    app.sharedPalette = OpenSharedPalette();
     if (!app.sharedPalette) return kExitNoSharedMemory;
     playTimer = NextUniqueId();
     secondTimer = NextUniqueId();

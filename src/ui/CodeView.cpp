@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <QTextBlock>
 #include <algorithm>
+#include <set>
 
 #include "core/ProjectModel.h"
 #include "ui/Theme.h"
@@ -95,7 +96,8 @@ void CodeView::RefreshErrorMarks() {
     if (shown_) {
         QColor ground = MarkerColour(shown_->errorLines.markerColour);
         ground.setAlpha(70);  // the text above it stays readable
-        for (int line : shown_->errorLines.lines) {
+        // A line with several errors is named several times, and translucent grounds would add up.
+        for (int line : std::set<int>(shown_->errorLines.lines.begin(), shown_->errorLines.lines.end())) {
             const QTextBlock block = document()->findBlockByNumber(line - 1);
             if (!block.isValid()) continue;
             QTextEdit::ExtraSelection mark;

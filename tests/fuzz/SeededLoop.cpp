@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr size_t kMaxInputBytes = 32 * 1024;
+constexpr size_t kMaxInputBytes = 32'768;
 
 using Random = std::mt19937_64;
 

@@ -22,7 +22,7 @@ IncludeContext SampleContext() {
 
 QString Map(const QString& log) {
     IncludeContext context = SampleContext();
-    const QString mapped = MapShaderLog(context, log, QStringLiteral("Image"));
+    QString mapped = MapShaderLog(context, log, QStringLiteral("Image"));
     EXPECT_TRUE(context.includedFiles.empty());
     return mapped;
 }

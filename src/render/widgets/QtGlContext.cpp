@@ -27,7 +27,7 @@ class QtGlContext : public GlContext {
     ~QtGlContext() override {
         use_->contexts.fetch_sub(1, std::memory_order_relaxed);
         if (IsMine()) {
-            context_->doneCurrent();
+            LeaveThread();
         } else if (context_->thread() == MainThread()) {
             // Detached, but the last holder is not the main thread.
             context_.release()->deleteLater();
@@ -59,12 +59,20 @@ class QtGlContext : public GlContext {
 
     void Detach() override {
         if (!IsMine()) return;
-        context_->doneCurrent();
+        LeaveThread();
         if (QThread* main = MainThread()) context_->moveToThread(main);
     }
 
   private:
     bool IsMine() const { return context_->thread() == QThread::currentThread(); }
+
+    void LeaveThread() {
+        context_->doneCurrent();
+        // The group deletes itself through its thread's events, which a rendering thread never handles.
+        QOpenGLContextGroup* group = context_->shareGroup();
+        QThread* main = MainThread();
+        if (main && group->thread() == QThread::currentThread()) group->moveToThread(main);
+    }
 
     std::unique_ptr<QOpenGLContext> context_;
     std::shared_ptr<QSurface> surface_;

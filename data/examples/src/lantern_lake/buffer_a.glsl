@@ -17,7 +17,7 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     float pan = iFrame < 2 ? 0.0 : last.x * 0.4;
     float near = fract(n * 0.618034 + 0.31); // multiples of the golden ratio spread evenly over the depths
     near = near * near * near;
-    float size = mix(0.0095, 0.066, near);
+    float size = mix(0.010, 0.078, near);
 
     // Each lantern rises, leaves the picture, and comes back somewhere else.
     float trip = hash1(n + 2.0) + iTime * mix(0.008, 0.021, near);
@@ -25,7 +25,7 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     float spot = hash1(n * 3.7 + floor(trip) * 5.1 + 0.3);
     float sway = 0.025 * sin(iTime * 0.5 + n * 2.4) * (0.4 + near);
     float x = (spot - 0.5) * 2.1 + sway + pan * near * 0.8;
-    float y = HORIZON + 0.035 + 0.05 * near + rise * 0.78;
+    float y = HORIZON + 0.035 + 0.05 * near + rise * 0.74;
 
     float flicker = 0.88 + 0.12 * sin(iTime * 7.0 + n * 5.0) * sin(iTime * 4.3 + n);
     float fade = smoothstep(0.0, 0.06, rise) * smoothstep(1.0, 0.90, rise);

@@ -60,10 +60,10 @@ vec3 sky(vec2 p)
     vec2 m = p - MOON;
     float d = length(m);
     float disc = smoothstep(0.0022, -0.0022, d - 0.062);
-    float seas = sin(m.x * 67.0 + 1.0) * sin(m.y * 51.0 + 0.4) + 0.6 * sin(m.x * 119.0 - m.y * 83.0);
-    vec3 moon = vec3(1.0, 0.90, 0.74) * (1.25 + 0.10 * seas - 4.0 * dot(m, vec2(0.8, -0.6)));
+    float seas = sin(m.x * 67.0 + 2.0 * sin(m.y * 40.0)) * sin(m.y * 61.0 + 1.5 * sin(m.x * 53.0));
+    vec3 moon = vec3(1.0, 0.90, 0.74) * (1.75 - 0.35 * smoothstep(0.0, 0.5, seas) + 6.0 * dot(m, vec2(-0.8, 0.6)));
     color = mix(color, moon, disc);
-    color += vec3(0.55, 0.42, 0.34) * (0.016 / (d * d * 6.0 + 0.05)) * (1.0 - disc);
+    color += vec3(0.60, 0.44, 0.36) * (0.020 / (d * d * 5.0 + 0.045)) * (1.0 - disc);
     return color;
 }
 
@@ -81,8 +81,8 @@ vec3 addRange(vec3 color, vec2 p, float near, float pan)
     return mix(color, rock, mask);
 }
 
-// Light of all lanterns at p.
-vec3 lanterns(vec2 p)
+// Light of all lanterns at p, and in w how much of what is behind them their paper hides.
+vec4 lanterns(vec2 p)
 {
     // Bags seldom overlap: the loop adds up the glow of all and only remembers the bag that p is deepest in.
     float glow = 0.0;
@@ -93,7 +93,7 @@ vec3 lanterns(vec2 p)
         vec4 lantern = texelFetch(iChannel0, ivec2(i, 0), 0);
         vec2 q = (p - lantern.xy) / lantern.z;
         float g = dot(q, q);
-        glow += lantern.w * (0.062 / (0.45 + g) + 0.00085 / (0.05 + g * 0.004));
+        glow += lantern.w * (0.062 / (0.45 + g) + 0.0011 / (0.05 + g * 0.004));
         if (g < nearest) {
             nearest = g;
             bag = q;
@@ -114,11 +114,11 @@ vec3 lanterns(vec2 p)
     // The flame sits at the bottom of the bag; its light fades towards the top and the sides.
     vec2 f = (q - vec2(0.0, -0.42)) * vec2(1.3, 0.75);
     float inner = 1.0 / (0.55 + 1.9 * dot(f, f));
-    vec3 paper = mix(vec3(1.9, 0.62, 0.13), vec3(2.3, 1.35, 0.50), clamp(inner - 0.55, 0.0, 1.0));
+    vec3 paper = mix(vec3(2.0, 0.60, 0.12), vec3(3.2, 1.75, 0.62), clamp(inner - 0.55, 0.0, 1.0));
     float ribs = 0.93 + 0.07 * cos(q.x * 13.0 / width);
     float rim = smoothstep(-0.16, 0.0, d);
     light += paper * inner * ribs * mask * (1.0 - 0.45 * rim) * which.y;
-    return light * Glow;
+    return vec4(light * Glow, mask * min(which.y * 1.5, 1.0));
 }
 
 vec3 scene(vec2 p, float pan)
@@ -134,7 +134,8 @@ vec3 scene(vec2 p, float pan)
     float top = HORIZON + bank + firs(x) * smoothstep(0.22, 0.60, abs(x + 0.10)) * 1.9 - 0.004;
     color = mix(color, vec3(0.012, 0.014, 0.030), smoothstep(0.002, -0.002, p.y - top));
 
-    return color + lanterns(p);
+    vec4 light = lanterns(p);
+    return color * (1.0 - light.w) + light.rgb;
 }
 
 void mainImage(out vec4 fragColor, in vec2 fragCoord)
@@ -166,6 +167,11 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     float steep = clamp(depth * 2.6, 0.0, 1.0);
     vec3 lake = color * mix(vec3(0.80, 0.72, 0.76), vec3(0.34, 0.42, 0.55), steep)
               + vec3(0.004, 0.012, 0.028) * (1.0 + 0.5 * slope) * steep;
+
+    // The moon itself is mirrored below the picture's edge; only the crests of the waves catch its light.
+    float path = (p.x + pan * 0.1 - MOON.x) / (0.035 + 0.40 * depth);
+    float glitter = smoothstep(0.5, 1.6, slope + 0.8 * sin(p.x * 140.0 / (1.0 + 6.0 * depth))) * exp(-path * path) * smoothstep(0.0, 0.05, depth);
+    lake += vec3(0.85, 0.66, 0.52) * glitter * 0.85;
     color = mix(color, lake, water);
 
     // Mist on the water line hides where both halves meet.

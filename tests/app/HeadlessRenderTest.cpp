@@ -1,0 +1,208 @@
+// pixelgrove-render as a script runs it: exit status, messages, files.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace {
+
+struct Outcome {
+    int exitCode = -1;
+    bool crashed = false;
+    QString out, err;
+};
+
+class HeadlessRender : public ::testing::Test {
+  protected:
+    QString Path(const char* name) const { return folder_.filePath(QString::fromLatin1(name)); }
+    void Write(const char* name, const QByteArray& bytes) const {
+        QFile file(Path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+    Outcome Run(const QStringList& arguments) const {
+        QProcess process;
+        process.setWorkingDirectory(folder_.path());
+        process.start(QStringLiteral(PIXELGROVE_BIN_DIR "/pixelgrove-render"), arguments);
+        Outcome outcome;
+        if (!process.waitForFinished(60000)) return outcome;
+        outcome.exitCode = process.exitCode();
+        outcome.crashed = process.exitStatus() == QProcess::CrashExit;
+        outcome.out = QString::fromLatin1(process.readAllStandardOutput());
+        outcome.err = QString::fromLatin1(process.readAllStandardError());
+        return outcome;
+    }
+    Outcome Run(const char* line) const {
+        return Run(QString::fromLatin1(line).split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    }
+
+    QTemporaryDir folder_;
+};
+
+QByteArray Pass(const char* type, const char* name, const QByteArray& code, const QByteArray& inputs = "") {
+    QByteArray escaped = code;
+    escaped.replace('\\', "\\\\").replace('"', "\\\"").replace('\n', "\\n");
+    return QByteArray("{\"inputs\":[") + inputs + "],\"outputs\":[],\"code\":\"" + escaped +
+           "\",\"name\":\"" + name + "\",\"description\":\"\",\"type\":\"" + type + "\"}";
+}
+
+QByteArray Project(const QByteArray& passes) {
+    return "{\"Shader\":{\"ver\":\"0.1\",\"info\":{},\"renderpass\":[" + passes + "]}}";
+}
+
+QByteArray Input(const char* ctype, const char* src) {
+    return QByteArray("{\"id\":1,\"src\":\"") + src + "\",\"ctype\":\"" + ctype +
+           "\",\"channel\":0,\"sampler\":{\"filter\":\"nearest\",\"wrap\":\"clamp\",\"vflip\":\"true\","
+           "\"srgb\":\"false\"},\"published\":1}";
+}
+
+const QByteArray kGradient =
+    "uniform float blue;\nvoid mainImage(out vec4 c, in vec2 p) { c = vec4(p / iResolution.xy, blue, 1.0); }";
+
+TEST_F(HeadlessRender, WritesNumberedFramesOfTheAskedSize) {
+    Write("a.json", Project(Pass("image", "Image", kGradient)));
+    const Outcome outcome = Run("a.json --frames 3 --size 8x4 --set blue=0.4 --format f%02d.png");
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    EXPECT_EQ(QDir(folder_.path()).entryList({QStringLiteral("*.png")}),
+              (QStringList{QStringLiteral("f01.png"), QStringLiteral("f02.png"), QStringLiteral("f03.png")}));
+    const QImage image(Path("f01.png"));
+    ASSERT_EQ(image.size(), QSize(8, 4));
+    // Picture row 0 is the top, the highest y.
+    EXPECT_EQ(image.pixelColor(0, 3), QColor(16, 32, 102));
+    EXPECT_EQ(image.pixelColor(7, 0), QColor(239, 223, 102));
+}
+
+TEST_F(HeadlessRender, TimeStartsOneStepAfterStart) {
+    Write("a.json", Project(Pass("image", "Image",
+                                 "void mainImage(out vec4 c, in vec2 p) { c = vec4(abs(iTime - 0.75) < 1e-6, "
+                                 "iTimeDelta == 0.25, iFrame == 0, 1.0); }")));
+    ASSERT_EQ(Run("a.json --start 0.5 --speed 0.25 --size 4x4").exitCode, 0);
+    EXPECT_EQ(QImage(Path("frame-0001.png")).pixelColor(1, 1), QColor(255, 255, 255));
+}
+
+TEST_F(HeadlessRender, CubeFacesStandInARow) {
+    Write("a.json", Project(Pass("image", "Image", kGradient) + "," +
+                            Pass("cubemap", "Cube A",
+                                 "void mainCubemap(out vec4 c, in vec2 p, in vec3 o, in vec3 d) { c = "
+                                 "vec4(0.5 + 0.5 * d, 1.0); }")));
+    const Outcome outcome =
+        Run({QStringLiteral("a.json"), QStringLiteral("--stage"), QStringLiteral("Cube A")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    const QImage strip(Path("frame-0001.png"));
+    ASSERT_EQ(strip.size(), QSize(6144, 1024));
+    EXPECT_NEAR(strip.pixelColor(512, 512).red(), 255, 1);         // +X
+    EXPECT_NEAR(strip.pixelColor(1024 + 512, 512).red(), 0, 1);    // -X
+    EXPECT_NEAR(strip.pixelColor(2048 + 512, 512).green(), 0, 1);  // +Y holds the ray with y = -1
+    EXPECT_NEAR(strip.pixelColor(4096 + 512, 512).blue(), 0, 1);   // +Z holds z = -1
+    EXPECT_EQ(Run({QStringLiteral("a.json"), QStringLiteral("--stage"), QStringLiteral("Buffer A")}).exitCode,
+              2);
+}
+
+TEST_F(HeadlessRender, CompileFailuresAreOneWithMappedMessages) {
+    Write("a.json",
+          Project(Pass("image", "Image", "void mainImage(out vec4 c, in vec2 p)\n{\n\n    c = wrong;\n}")));
+    for (const char* line : {"a.json", "a.json --check"}) {
+        const Outcome outcome = Run(line);
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_TRUE(outcome.err.contains(QLatin1String("Image(4): error: "))) << outcome.err.toStdString();
+    }
+    Write("common.json", Project(Pass("common", "Common", "float f() {\n return nothing; }") + "," +
+                                 Pass("image", "Image", kGradient)));
+    EXPECT_TRUE(Run("common.json").err.contains(QLatin1String("Common(2): error: ")));
+    Write("good.json", Project(Pass("image", "Image", kGradient)));
+    EXPECT_EQ(Run("good.json --check").exitCode, 0);
+    EXPECT_TRUE(QDir(folder_.path()).entryList({QStringLiteral("*.png")}).isEmpty());
+}
+
+TEST_F(HeadlessRender, PrintsTheWholeSourceOfAStage) {
+    Write("a.json", Project(Pass("common", "Common", "float two() { return 2.0; }") + "," +
+                            Pass("image", "Image", kGradient)));
+    const Outcome outcome = Run("a.json --print-source image");
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_TRUE(outcome.out.startsWith(QLatin1String("#version ")));
+    EXPECT_TRUE(outcome.out.contains(
+        QLatin1String("uniform sampler2D iChannel0;\nfloat two() { return 2.0; }\nuniform float blue;")));
+    EXPECT_TRUE(outcome.out.endsWith(QLatin1String("gl_FragColor = color;\n}\n")));
+}
+
+TEST_F(HeadlessRender, BadProjectFilesAreTwoAndSayWhy) {
+    const QByteArray good = Project(Pass("image", "Image", kGradient));
+    QByteArray junk(50 << 20, '\0');
+    for (qsizetype i = 0; i < junk.size(); ++i)
+        junk[i] = char(i * 31);
+    const std::pair<const char*, QByteArray> files[] = {
+        {"empty", ""},
+        {"cut", good.left(good.size() / 2)},
+        {"junk", junk},
+        {"text", "void mainImage() {}"},
+        {"deep", "{\"Shader\":" + QByteArray(1000000, '[')},
+        {"types", "{\"Shader\":{\"ver\":\"1\",\"info\":[],\"renderpass\":{}}}"},
+        {"array", "[1,2,3]"},
+        {"noimage", Project(Pass("common", "Common", "float x;"))},
+        {"sound", Project(Pass("sound", "Sound", kGradient))},
+    };
+    for (const auto& [name, bytes] : files) {
+        Write("bad.json", bytes);
+        QElapsedTimer timer;
+        timer.start();
+        const Outcome outcome = Run("bad.json");
+        EXPECT_EQ(outcome.exitCode, 2) << name;
+        EXPECT_FALSE(outcome.crashed) << name;
+        EXPECT_FALSE(outcome.err.isEmpty()) << name;
+        EXPECT_LT(timer.elapsed(), 10000) << name;
+    }
+    for (const char* line :
+         {"missing.json", ".", "", "--nonsense", "bad.json --out nowhere/at/all", "/dev/zero"}) {
+        EXPECT_EQ(Run(line).exitCode, 2) << line;
+    }
+    Write("good.json", good);
+    for (const char* line : {"good.json --set other=1", "good.json --set Speed=3",
+                             "good.json --format x%d.xyz", "good.json --out nowhere"}) {
+        EXPECT_EQ(Run(line).exitCode, 2) << line;
+    }
+    EXPECT_EQ(Run("--help").exitCode, 0);
+}
+
+TEST_F(HeadlessRender, MediaThatLieAreACompileFailure) {
+    QByteArray volume("BIN\0", 4);
+    for (const quint32 value : {1024u, 1024u, 4096u, 1u})
+        volume.append(reinterpret_cast<const char*>(&value), 4);
+    Write("lie.bin", volume);
+    QByteArray bitmap("BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0", 18);
+    for (const quint32 value : {60000u, 60000u})
+        bitmap.append(reinterpret_cast<const char*>(&value), 4);
+    bitmap.append(QByteArray("\x01\0\x18\0", 4)).append(QByteArray(24, '\0'));
+    Write("lie.bmp", bitmap);
+    for (const auto& [type, src] : {std::pair{"volume", "lie.bin"},
+                                    {"texture", "lie.bmp"},
+                                    {"texture", "gone.png"},
+                                    {"cubemap", "lie.bmp"}}) {
+        Write("a.json", Project(Pass("image", "Image", kGradient, Input(type, src))));
+        const Outcome outcome = Run("a.json --size 8x8");
+        EXPECT_EQ(outcome.exitCode, 1) << type << " " << src;
+        EXPECT_FALSE(outcome.crashed);
+        EXPECT_TRUE(outcome.err.contains(QLatin1String("channel 0"))) << outcome.err.toStdString();
+    }
+}
+
+TEST_F(HeadlessRender, TextureRowsStandUpright) {
+    QImage picture(4, 2, QImage::Format_RGB32);
+    picture.fill(QColor(255, 0, 0));
+    for (int x = 0; x < 4; ++x)
+        picture.setPixelColor(x, 1, QColor(0, 0, 255));
+    ASSERT_TRUE(picture.save(Path("p.png")));
+    Write(
+        "a.json",
+        Project(Pass("image", "Image",
+                     "void mainImage(out vec4 c, in vec2 p) { c = texture(iChannel0, p / iResolution.xy); }",
+                     Input("texture", "p.png"))));
+    ASSERT_EQ(Run("a.json --size 8x8").exitCode, 0);
+    const QImage frame(Path("frame-0001.png"));
+    EXPECT_EQ(frame.pixelColor(3, 0), QColor(255, 0, 0));
+    EXPECT_EQ(frame.pixelColor(3, 7), QColor(0, 0, 255));
+}
+
+}  // namespace
