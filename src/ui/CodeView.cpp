@@ -26,7 +26,9 @@ QString TextOf(const QTextDocument& document) {
 
 // A line separator would be a line break on screen without being a line of its own, and the lines that
 // messages name would be off.
-QString WithoutLineSeparators(QString text) { return text.replace(QChar::LineSeparator, u'\n'); }
+QString WithoutLineSeparators(QString text) {
+    return text.replace(QChar::LineSeparator, u'\n');
+}
 
 QColor MarkerColour(uint32_t blueGreenRed) {
     return QColor(int(blueGreenRed & 255), int(blueGreenRed >> 8 & 255), int(blueGreenRed >> 16 & 255));

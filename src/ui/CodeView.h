@@ -1,7 +1,9 @@
-// CodeView: the editor. Shows one StageDocument at a time and keeps that document's text equal to what is shown.
+// CodeView: the editor. Shows one StageDocument at a time and keeps that document's text equal to what is
+// shown.
 //
-// The view holds the master copy of the shown text; each change goes into the document at once, so whoever reads
-// documents on the main thread never sees an old text. Caret and scroll are kept per document. Main thread.
+// The view holds the master copy of the shown text; each change goes into the document at once, so whoever
+// reads documents on the main thread never sees an old text. Caret and scroll are kept per document. Main
+// thread.
 #pragma once
 
 #include <QPlainTextEdit>
@@ -14,7 +16,7 @@ namespace pixelgrove {
 class CodeView : public QPlainTextEdit {
     Q_OBJECT
 
-public:
+  public:
     explicit CodeView(QWidget* parent = nullptr);
 
     // Shows the document with its saved view. The view of the document shown before is saved into it, unless
@@ -29,8 +31,8 @@ public:
     void RefreshErrorMarks();
     bool IsErrorLine(int line) const;
 
-    // Puts the caret at the start of the line (from 1; the last line for a number beyond it), scrolls only when
-    // the line is out of view, and takes the focus.
+    // Puts the caret at the start of the line (from 1; the last line for a number beyond it), scrolls only
+    // when the line is out of view, and takes the focus.
     void GoToLine(int line);
 
     // "Ln: <line> / <lines>\t Ch: <column>", all from 1.
@@ -45,17 +47,17 @@ public:
     };
     std::vector<VisibleLine> VisibleLines() const;
 
-Q_SIGNALS:
+  Q_SIGNALS:
     // The gutter's picture is out of date.
     void ViewChanged();
 
-protected:
+  protected:
     void keyPressEvent(QKeyEvent* event) override;
     void insertFromMimeData(const QMimeData* source) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
-private:
+  private:
     void OnContentsChange(int position, int removed, int added);
     void UpdateTabStop();
     int FullyVisibleLineCount() const;

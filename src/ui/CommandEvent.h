@@ -1,7 +1,7 @@
 // CommandQueue: the road of posted commands into the main window.
 //
-// A command waits in a locked queue; a plain event, which carries no data, tells the receiver that one is there.
-// So a command that was posted can be dropped again until the moment it is taken.
+// A command waits in a locked queue; a plain event, which carries no data, tells the receiver that one is
+// there. So a command that was posted can be dropped again until the moment it is taken.
 #pragma once
 
 #include <QEvent>
@@ -19,7 +19,7 @@ struct PostedCommand {
 };
 
 class CommandQueue {
-public:
+  public:
     // The receiver must outlive the last PostCommand; it gets one event of EventType() for each command.
     explicit CommandQueue(QObject* receiver) : receiver_(receiver) {}
 
@@ -32,7 +32,7 @@ public:
     // The oldest waiting command; nothing when it was dropped meanwhile. Main thread.
     std::optional<PostedCommand> Take();
 
-private:
+  private:
     QObject* receiver_;
     std::mutex lock_;  // guards waiting_
     std::deque<PostedCommand> waiting_;

@@ -12,8 +12,7 @@ QString MissingDisplayText() {
     if (!qEnvironmentVariable("QT_QPA_PLATFORM", QStringLiteral("xcb")).startsWith(QLatin1String("xcb")))
         return {};
     const QString display = qEnvironmentVariable("DISPLAY");
-    if (display.isEmpty())
-        return QStringLiteral("no X display: the environment variable DISPLAY is not set");
+    if (display.isEmpty()) return QStringLiteral("no X display: the environment variable DISPLAY is not set");
     xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
     const bool failed = xcb_connection_has_error(connection) != 0;
     xcb_disconnect(connection);

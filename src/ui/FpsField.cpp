@@ -70,10 +70,17 @@ bool FpsField::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         switch (static_cast<QKeyEvent*>(event)->key()) {
             case Qt::Key_Return:
-            case Qt::Key_Enter: Q_EMIT Committed(); return true;
-            case Qt::Key_Up: Step(1); return true;
-            case Qt::Key_Down: Step(-1); return true;
-            default: break;
+            case Qt::Key_Enter:
+                Q_EMIT Committed();
+                return true;
+            case Qt::Key_Up:
+                Step(1);
+                return true;
+            case Qt::Key_Down:
+                Step(-1);
+                return true;
+            default:
+                break;
         }
     }
     return QWidget::eventFilter(watched, event);

@@ -1,5 +1,5 @@
-// FpsField: the target rate as an edit with two small arrows. The arrows change the edit's text only; the value
-// counts when the edit is left or Enter is pressed. Main thread.
+// FpsField: the target rate as an edit with two small arrows. The arrows change the edit's text only; the
+// value counts when the edit is left or Enter is pressed. Main thread.
 #pragma once
 
 #include <QWidget>
@@ -11,7 +11,7 @@ namespace pixelgrove {
 class FpsField : public QWidget {
     Q_OBJECT
 
-public:
+  public:
     explicit FpsField(QWidget* parent = nullptr);
 
     // The number in the edit; nothing else counts as a number and reads as 0. False in ok then.
@@ -19,14 +19,14 @@ public:
     void SetNumber(int number);
     QLineEdit* Edit() const { return edit_; }
 
-Q_SIGNALS:
+  Q_SIGNALS:
     // The edit lost the focus or Enter was pressed.
     void Committed();
 
-protected:
+  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-private:
+  private:
     void Step(int by);
 
     QLineEdit* edit_;

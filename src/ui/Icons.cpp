@@ -12,11 +12,14 @@ constexpr int kGridSide = 16;  // the shapes are given on a grid of this size
 
 QColor ColourOf(PlaybackIcon kind) {
     switch (kind) {
-        case PlaybackIcon::Play: return QColor(0x5f, 0xc9, 0x78);
-        case PlaybackIcon::Record: return QColor(0xe2, 0x5c, 0x5c);
+        case PlaybackIcon::Play:
+            return QColor(0x5f, 0xc9, 0x78);
+        case PlaybackIcon::Record:
+            return QColor(0xe2, 0x5c, 0x5c);
         case PlaybackIcon::Start:
         case PlaybackIcon::Stop:
-        case PlaybackIcon::Pause: break;
+        case PlaybackIcon::Pause:
+            break;
     }
     return theme::kText;
 }
@@ -27,9 +30,15 @@ void Draw(QPainter& painter, PlaybackIcon kind) {
             painter.drawRect(QRectF(2.5, 3, 2.5, 10));
             painter.drawPolygon(QPolygonF({{14, 3}, {14, 13}, {6, 8}}));
             break;
-        case PlaybackIcon::Play: painter.drawPolygon(QPolygonF({{4, 2.5}, {13.5, 8}, {4, 13.5}})); break;
-        case PlaybackIcon::Stop: painter.drawRect(QRectF(3.5, 3.5, 9, 9)); break;
-        case PlaybackIcon::Record: painter.drawEllipse(QRectF(3, 3, 10, 10)); break;
+        case PlaybackIcon::Play:
+            painter.drawPolygon(QPolygonF({{4, 2.5}, {13.5, 8}, {4, 13.5}}));
+            break;
+        case PlaybackIcon::Stop:
+            painter.drawRect(QRectF(3.5, 3.5, 9, 9));
+            break;
+        case PlaybackIcon::Record:
+            painter.drawEllipse(QRectF(3, 3, 10, 10));
+            break;
         case PlaybackIcon::Pause:
             painter.drawRect(QRectF(4, 3, 3, 10));
             painter.drawRect(QRectF(9, 3, 3, 10));

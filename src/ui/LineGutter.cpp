@@ -48,7 +48,8 @@ void LineGutter::paintEvent(QPaintEvent*) {
     painter.fillRect(rect(), theme::kPanel);
     if (!editor_) return;
     // The strip and the editor stand side by side, but the editor's text begins below its frame.
-    const int offset = editor_->viewport()->mapTo(editor_->window(), QPoint()).y() - mapTo(window(), QPoint()).y();
+    const int offset =
+        editor_->viewport()->mapTo(editor_->window(), QPoint()).y() - mapTo(window(), QPoint()).y();
     const int caretLine = editor_->CaretLine();
     for (const CodeView::VisibleLine& line : editor_->VisibleLines()) {
         const QRect row(0, line.top + offset, width(), line.height);

@@ -1,5 +1,5 @@
-// LineGutter: the strip of line numbers at the editor's left. Lines with errors stand on the marker colour, the
-// caret's line is inverted. Main thread.
+// LineGutter: the strip of line numbers at the editor's left. Lines with errors stand on the marker colour,
+// the caret's line is inverted. Main thread.
 #pragma once
 
 #include <QWidget>
@@ -11,7 +11,7 @@ class CodeView;
 class LineGutter : public QWidget {
     Q_OBJECT
 
-public:
+  public:
     explicit LineGutter(QWidget* parent = nullptr);
 
     // The editor whose lines are numbered; it outlives the strip's last paint.
@@ -19,11 +19,11 @@ public:
 
     QSize sizeHint() const override;
 
-protected:
+  protected:
     void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
-private:
+  private:
     CodeView* editor_ = nullptr;
     int digits_ = 0;
 };

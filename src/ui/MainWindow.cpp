@@ -144,34 +144,81 @@ void MainWindow::OpenInitialProject(const QString& path) {
 void MainWindow::SendCommand(int id, intptr_t) {
     switch (id) {
         case kCmdOk:
-        case kCmdCancel: close(); return;
-        case kCmdPlay: playback_.Play(); return;
-        case kCmdPause: playback_.Pause(); return;
-        case kCmdStop: playback_.Stop(); return;
-        case kCmdStart: playback_.Start(); return;
-        case kCmdCompileResult: playback_.OnCompileResult(); return;
-        case kCmdRestart: playback_.Restart(); return;
-        case kCmdRandomize: playback_.OnRandomize(); return;
-        case kCmdSetStartToCurrent: playback_.SetStartToCurrent(); return;
-        case kCmdFpsTarget: playback_.CommitFpsTarget(); return;
+        case kCmdCancel:
+            close();
+            return;
+        case kCmdPlay:
+            playback_.Play();
+            return;
+        case kCmdPause:
+            playback_.Pause();
+            return;
+        case kCmdStop:
+            playback_.Stop();
+            return;
+        case kCmdStart:
+            playback_.Start();
+            return;
+        case kCmdCompileResult:
+            playback_.OnCompileResult();
+            return;
+        case kCmdRestart:
+            playback_.Restart();
+            return;
+        case kCmdRandomize:
+            playback_.OnRandomize();
+            return;
+        case kCmdSetStartToCurrent:
+            playback_.SetStartToCurrent();
+            return;
+        case kCmdFpsTarget:
+            playback_.CommitFpsTarget();
+            return;
         case kCmdUseGdiDisplay:
             App()->useGdiDisplay = App()->useGdiDisplay ? 0 : 1;
             menus_->SetTick(id, App()->useGdiDisplay != 0);
             return;
-        case kCmdEditUndo: form_->editor->undo(); return;
-        case kCmdEditPaste: form_->editor->paste(); return;
-        case kCmdEditCopy: form_->editor->copy(); return;
-        case kCmdEditCut: form_->editor->cut(); return;
-        case kCmdEditDelete: form_->editor->textCursor().removeSelectedText(); return;
-        case kCmdEditSelectAll: form_->editor->selectAll(); return;
-        case kCmdNew: projects_.New(); return;
-        case kCmdOpenProject: projects_.OpenProject(); return;
-        case kCmdSaveProjectAs: projects_.SaveProjectAs(); return;
-        case kCmdAnimationWindow: ToggleOutputWindow(); return;
-        case kCmdStageImage: SelectStage(kStageImage); return;
-        case kCmdStageAdd: form_->stageButtons->PopUpAddMenu(); return;
-        case kCmdBeep: QApplication::beep(); return;
-        default: break;
+        case kCmdEditUndo:
+            form_->editor->undo();
+            return;
+        case kCmdEditPaste:
+            form_->editor->paste();
+            return;
+        case kCmdEditCopy:
+            form_->editor->copy();
+            return;
+        case kCmdEditCut:
+            form_->editor->cut();
+            return;
+        case kCmdEditDelete:
+            form_->editor->textCursor().removeSelectedText();
+            return;
+        case kCmdEditSelectAll:
+            form_->editor->selectAll();
+            return;
+        case kCmdNew:
+            projects_.New();
+            return;
+        case kCmdOpenProject:
+            projects_.OpenProject();
+            return;
+        case kCmdSaveProjectAs:
+            projects_.SaveProjectAs();
+            return;
+        case kCmdAnimationWindow:
+            ToggleOutputWindow();
+            return;
+        case kCmdStageImage:
+            SelectStage(kStageImage);
+            return;
+        case kCmdStageAdd:
+            form_->stageButtons->PopUpAddMenu();
+            return;
+        case kCmdBeep:
+            QApplication::beep();
+            return;
+        default:
+            break;
     }
     if (id >= kCmdStageCommon && id <= kCmdStageCubeA) SelectStage(uint32_t(id - kCmdStageAdd));
     if (id >= kCmdFrameBufferFormatFirst && id <= kCmdFrameBufferFormatLast) ChooseFrameBufferFormat(id);
@@ -234,17 +281,26 @@ void MainWindow::JumpToMessage(const QString& line) {
     if (target->line > 1) form_->editor->GoToLine(target->line);
 }
 
-void MainWindow::PostCommand(int commandId, intptr_t word) { commands_.PostCommand(commandId, word); }
+void MainWindow::PostCommand(int commandId, intptr_t word) {
+    commands_.PostCommand(commandId, word);
+}
 
-void MainWindow::CancelPostedCommand(int commandId) { commands_.CancelPostedCommand(commandId); }
+void MainWindow::CancelPostedCommand(int commandId) {
+    commands_.CancelPostedCommand(commandId);
+}
 
-void MainWindow::Beep() { PostCommand(kCmdBeep, 0); }
+void MainWindow::Beep() {
+    PostCommand(kCmdBeep, 0);
+}
 
-void MainWindow::SetStatusText(const QString& text) { form_->statusText->setPlainText(text); }
+void MainWindow::SetStatusText(const QString& text) {
+    form_->statusText->setPlainText(text);
+}
 
 void MainWindow::ShowTitle(bool modified) {
-    setWindowTitle(QStringLiteral("%1%2 - Pixelgrove")
-                       .arg(modified ? QStringLiteral("*") : QString(), QFileInfo(App()->fileName).fileName()));
+    setWindowTitle(
+        QStringLiteral("%1%2 - Pixelgrove")
+            .arg(modified ? QStringLiteral("*") : QString(), QFileInfo(App()->fileName).fileName()));
 }
 
 void MainWindow::LoadDocument(StageDocument& document) {
@@ -261,7 +317,9 @@ void MainWindow::MarkErrorLines() {
     form_->editor->RefreshErrorMarks();
 }
 
-void MainWindow::RefreshStageTabs() { form_->stageButtons->Refresh(); }
+void MainWindow::RefreshStageTabs() {
+    form_->stageButtons->Refresh();
+}
 
 void MainWindow::RefreshChannelPanel() {}
 
@@ -271,11 +329,14 @@ void MainWindow::RebuildControlTree() {
     PublishControlValues(*Controls());
 }
 
-void MainWindow::RefreshCaretStatus() { form_->caretStatusText->setText(form_->editor->CaretStatus()); }
+void MainWindow::RefreshCaretStatus() {
+    form_->caretStatusText->setText(form_->editor->CaretStatus());
+}
 
 bool MainWindow::event(QEvent* event) {
     if (event->type() != CommandQueue::EventType()) return QMainWindow::event(event);
-    if (const std::optional<PostedCommand> command = commands_.Take()) SendCommand(command->id, command->data);
+    if (const std::optional<PostedCommand> command = commands_.Take())
+        SendCommand(command->id, command->data);
     return true;
 }
 

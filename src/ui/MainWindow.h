@@ -1,8 +1,8 @@
 // MainWindow: what the user works in: editor, stage buttons, playback, messages, menus. The hub where every
 // gesture becomes a command, and the Host that logic and the render thread report to.
 //
-// Made after AllocateGlobals; registers itself as AppState::mainWindow and AppState::host until it is destroyed,
-// which must not be before the run has ended. Main thread, but for PostCommand and Beep.
+// Made after AllocateGlobals; registers itself as AppState::mainWindow and AppState::host until it is
+// destroyed, which must not be before the run has ended. Main thread, but for PostCommand and Beep.
 #pragma once
 
 #include <QMainWindow>
@@ -23,7 +23,7 @@ namespace pixelgrove {
 class MainWindow : public QMainWindow, public Host {
     Q_OBJECT
 
-public:
+  public:
     explicit MainWindow(QWidget* parent = nullptr);
     // Ends the run if there is one.
     ~MainWindow() override;
@@ -38,8 +38,8 @@ public:
     ProjectCommands& Projects() { return projects_; }
     Playback& PlaybackControl() { return playback_; }
     const Menus& MenuEntries() const { return *menus_; }
-    // Goes where a line of the message pane points to: a line of the shown stage, or a file in the user's text
-    // editor. Nothing for a line that points nowhere.
+    // Goes where a line of the message pane points to: a line of the shown stage, or a file in the user's
+    // text editor. Nothing for a line that points nowhere.
     void JumpToMessage(const QString& line);
 
     // Host
@@ -56,16 +56,16 @@ public:
     void RebuildControlTree() override;
     void RefreshCaretStatus() override;
 
-Q_SIGNALS:
+  Q_SIGNALS:
     // The window was closed for good; the run has ended.
     void Closed();
 
-protected:
+  protected:
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
-private:
+  private:
     void ConnectControls();
     void ProbeOutput();
     void ChooseFrameBufferFormat(int commandId);

@@ -15,9 +15,9 @@ namespace {
 
 // GL_RGB16F stands on the menu and is not accepted: it can't be counted on as a colour target.
 constexpr FrameBufferFormatRow kFormats[] = {
-    {115, "GL_RGBA8", 0x8058, true},   {116, "GL_RGB8", 0x8051, true},
-    {117, "GL_RGBA16F", 0x881A, true}, {118, "GL_RGB16F", 0x881B, false},
-    {119, "GL_RGBA16", 0x805B, true},  {120, "GL_RGB16", 0x8054, true},
+    {115, "GL_RGBA8", 0x8058, true},         {116, "GL_RGB8", 0x8051, true},
+    {117, "GL_RGBA16F", 0x881A, true},       {118, "GL_RGB16F", 0x881B, false},
+    {119, "GL_RGBA16", 0x805B, true},        {120, "GL_RGB16", 0x8054, true},
     {121, "GL_RGBA32F", gl::kRgba32f, true},
 };
 
@@ -94,7 +94,8 @@ void Menus::SetTick(int commandId, bool ticked) {
 
 QList<QAction*> Menus::EditActions() const {
     QList<QAction*> actions;
-    for (int id : kEditCommands) actions.append(Action(id));
+    for (int id : kEditCommands)
+        actions.append(Action(id));
     return actions;
 }
 

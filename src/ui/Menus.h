@@ -11,7 +11,7 @@ class QMainWindow;
 namespace pixelgrove {
 
 class Menus {
-public:
+  public:
     // Builds the menus into the window's menu bar; runCommand is called with the entry's id.
     Menus(QMainWindow& window, std::function<void(int commandId)> runCommand);
 
@@ -20,7 +20,7 @@ public:
     // The entries of the editor's context menu.
     QList<QAction*> EditActions() const;
 
-private:
+  private:
     std::map<int, QAction*> actions_;
 };
 
@@ -28,8 +28,8 @@ private:
 struct FrameBufferFormatRow {
     int commandId;
     const char* text;
-    uint32_t format;    // GL internal format
-    bool isAccepted;    // choosing it changes the format
+    uint32_t format;  // GL internal format
+    bool isAccepted;  // choosing it changes the format
 };
 // Ids kCmdFrameBufferFormatFirst to kCmdFrameBufferFormatLast in order; null for another id.
 const FrameBufferFormatRow* FindFrameBufferFormat(int commandId);

@@ -20,9 +20,13 @@ constexpr int kRefreshIntervalMs = 250;
 constexpr uint32_t kRestartDelayMs = 100;
 constexpr int kTimeDecimals = 3;
 
-QString TimeText(float time) { return QString::number(double(time), 'f', kTimeDecimals); }
+QString TimeText(float time) {
+    return QString::number(double(time), 'f', kTimeDecimals);
+}
 
-uint32_t ClampedFps(int fps) { return uint32_t(std::clamp(fps, int(kMinFps), int(kMaxFps))); }
+uint32_t ClampedFps(int fps) {
+    return uint32_t(std::clamp(fps, int(kMinFps), int(kMaxFps)));
+}
 
 }  // namespace
 
@@ -58,9 +62,11 @@ void Playback::SetButtonState(ButtonState state) {
 
 void Playback::ForgetErrors() {
     AppState& app = *App();
-    for (QString& errors : app.stageErrors) errors.clear();
+    for (QString& errors : app.stageErrors)
+        errors.clear();
     // Every stage's marks, not the shown one's alone: they name lines of a text that is compiled anew.
-    for (StageDocument& document : app.documents) document.errorLines.lines.clear();
+    for (StageDocument& document : app.documents)
+        document.errorLines.lines.clear();
     form_.editor->RefreshErrorMarks();
 }
 
@@ -119,8 +125,8 @@ void Playback::Stop() {
 void Playback::Start() {
     RenderContext* context = App()->renderContext.load();
     if (!context) return;
-    context->playTime = form_.randomizeCheck->isChecked() ? RandomStartTime()
-                                                          : NumberFromText(form_.startTimeEdit->text());
+    context->playTime =
+        form_.randomizeCheck->isChecked() ? RandomStartTime() : NumberFromText(form_.startTimeEdit->text());
     context->frameCounter = 0;
 }
 

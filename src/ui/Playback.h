@@ -1,7 +1,9 @@
-// Playback: the buttons Start, Play, Stop, Record, Pause, the time and rate groups, and the hand-over to the run.
+// Playback: the buttons Start, Play, Stop, Record, Pause, the time and rate groups, and the hand-over to the
+// run.
 //
-// The seam between the main thread, which owns all that is edited, and the render thread, which owns the running
-// form. Nothing that is edited reaches the picture before the next Play. Main thread; owned by the main window.
+// The seam between the main thread, which owns all that is edited, and the render thread, which owns the
+// running form. Nothing that is edited reaches the picture before the next Play. Main thread; owned by the
+// main window.
 #pragma once
 
 #include <QTimer>
@@ -21,11 +23,12 @@ class CodeView;
 enum class ButtonState { Idle = 0, Running = 1, Paused = 2 };
 
 class Playback {
-public:
+  public:
     // The form outlives this object.
     explicit Playback(Ui::EditWindow& form);
 
-    // First state of the displays: the start time is shown and "Randomize" ticked, with its edit left enabled.
+    // First state of the displays: the start time is shown and "Randomize" ticked, with its edit left
+    // enabled.
     void SetUp();
 
     void SetButtonState(ButtonState state);
@@ -55,7 +58,7 @@ public:
     // The timer that refreshes the displays is running.
     bool IsRefreshing() const { return refresh_.isActive(); }
 
-private:
+  private:
     // The open output window, else an off-screen surface of the size that it had last. Null without either.
     std::shared_ptr<OutputSurface> ChooseSurface();
     void ToggleRun();

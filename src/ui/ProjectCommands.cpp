@@ -18,7 +18,9 @@ namespace {
 
 const QString kProjectFilter = QStringLiteral("JSON Files (*.json);;All Files (*)");
 
-QString ProjectFolder() { return NormalizePath(PathOf(PathId::ProjectFiles)); }
+QString ProjectFolder() {
+    return NormalizePath(PathOf(PathId::ProjectFiles));
+}
 
 // The running form of what is edited, as a file holds it.
 ShaderProject ProjectFromEditor() {
@@ -70,7 +72,9 @@ bool ProjectCommands::ConfirmLoss() {
                        "those changes will be lost.\n\nDo you wish to proceed?"));
 }
 
-void ProjectCommands::New() { ClearProject(true); }
+void ProjectCommands::New() {
+    ClearProject(true);
+}
 
 void ProjectCommands::OpenProject() {
     if (!ConfirmLoss()) return;

@@ -23,7 +23,7 @@ struct UserDialogs {
 UserDialogs MakeUserDialogs(QWidget* window);
 
 class ProjectCommands {
-public:
+  public:
     explicit ProjectCommands(UserDialogs userDialogs) : dialogs(std::move(userDialogs)) {}
 
     // Without unsaved changes true at once; otherwise asks, and only Yes gives true.

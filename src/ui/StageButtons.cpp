@@ -15,9 +15,10 @@ namespace {
 QString StyleOf(bool current, bool inError) {
     const char* ground = current ? (inError ? "#ff8080" : "#80ff80") : (inError ? "#b28080" : "#80b280");
     const char* hover = current ? (inError ? "#ff9696" : "#9cff9c") : (inError ? "#c49393" : "#93c493");
-    return QStringLiteral("QPushButton { background: %1; color: %2; border: 1px solid %3; border-radius: 3px;"
-                          " padding: 3px 10px; } QPushButton:hover { background: %4; }"
-                          " QPushButton:focus { border-color: #ffffff; }")
+    return QStringLiteral(
+               "QPushButton { background: %1; color: %2; border: 1px solid %3; border-radius: 3px;"
+               " padding: 3px 10px; } QPushButton:hover { background: %4; }"
+               " QPushButton:focus { border-color: #ffffff; }")
         .arg(QLatin1String(ground), current ? QStringLiteral("#000000") : QStringLiteral("#333333"),
              current ? QStringLiteral("#e4e6ea") : QStringLiteral("#4a5059"), QLatin1String(hover));
 }

@@ -17,7 +17,7 @@ namespace pixelgrove {
 class StageButtons : public QWidget {
     Q_OBJECT
 
-public:
+  public:
     explicit StageButtons(QWidget* parent = nullptr);
 
     // What a press runs: the button's command id.
@@ -27,13 +27,13 @@ public:
     void Refresh();
     QPushButton* Button(uint32_t stage) const { return buttons_[stage]; }
 
-    // A menu of the stages that can be added, at the mouse; nothing when there are none. A choice adds the stage
-    // and shows it.
+    // A menu of the stages that can be added, at the mouse; nothing when there are none. A choice adds the
+    // stage and shows it.
     void PopUpAddMenu();
     // A menu with "Remove Buffer", for every stage but "+" and Image.
     void PopUpRemoveMenu(uint32_t stage, const QPoint& globalPosition);
 
-private:
+  private:
     std::array<QPushButton*, kStageCount> buttons_{};
 };
 

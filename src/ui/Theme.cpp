@@ -45,6 +45,7 @@ QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left; lef
 QPushButton { background: #3b4048; border: 1px solid #555c66; border-radius: 3px; padding: 4px 8px; }
 QPushButton:hover { background: #474d57; }
 QPushButton:pressed { background: #2b2f35; }
+QPushButton:checked { background: #33688a; border-color: #4fa3d9; }
 QPushButton:focus { border-color: #4fa3d9; }
 QPushButton:disabled { background: #30343a; border-color: #3d4249; color: #6c727b; }
 QLineEdit { background: #1b1d21; border: 1px solid #4a5059; border-radius: 3px; padding: 3px 5px; }

@@ -215,7 +215,7 @@ ShaderProject ReadProject() {
     channel.faces[0] = CreateBitmap(2, 2, 32, false);
     channel.fileName = QStringLiteral("x.png");
     project.stages[kStageImage].channels[1].fileName = QStringLiteral("of no kind");
-    project.stages[kStageBufferA].kind = kStageBufferA;  // no text: no stage
+    project.stages[kStageBufferA].kind = kStageBufferA;  // an empty text is a text
     project.stages[kStageBufferA].channels[0].kind = kChannelAudio;
     project.stages[kStageBufferB].source = "no kind";
     return project;
@@ -240,8 +240,9 @@ TEST_F(ProjectModelTest, AdoptingTakesTextsAndChannelsOver) {
     EXPECT_EQ(project.stages[kStageImage].channels[3].faces[0], nullptr);
     EXPECT_TRUE(project.stages[kStageImage].source.isEmpty());
     EXPECT_TRUE(State().channels[kStageImage][1].fileName.isEmpty());
-    EXPECT_EQ(State().channels[kStageBufferA][0].kind, kChannelUnused);
-    EXPECT_THAT(AddableStages(), ElementsAre(1u, 2u, 3u, 4u, 5u, 6u));
+    EXPECT_EQ(State().channels[kStageBufferA][0].kind, kChannelAudio);
+    EXPECT_TRUE(State().documents[kStageBufferA].hasText);
+    EXPECT_THAT(AddableStages(), ElementsAre(1u, 3u, 4u, 5u, 6u));
     EXPECT_EQ(State().currentStage, kStageImage);
     EXPECT_TRUE(sawNoOutgoing);
     EXPECT_FALSE(shaderModified);

@@ -169,8 +169,8 @@ TEST_F(MainWindowTest, UnsavedChangesAreAskedForOnceAndOnlyYesProceeds) {
 
 TEST_F(MainWindowTest, ABadFileLeavesTheProjectAlone) {
     const QString good = Editor()->toPlainText();
-    for (const QString& path :
-         {FileWith("{ no json"), FileWith(""), folder.filePath(QStringLiteral("absent.json")), folder.path()}) {
+    for (const QString& path : {FileWith("{ no json"), FileWith(""),
+                                folder.filePath(QStringLiteral("absent.json")), folder.path()}) {
         chosenPath = path;
         window->SetStatusText(QString());
         Run(kCmdOpenProject);

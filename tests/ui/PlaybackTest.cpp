@@ -8,8 +8,7 @@
 namespace pixelgrove {
 namespace {
 
-const QString kPlain =
-    QStringLiteral("void mainImage(out vec4 c, in vec2 p)\n{\n    c = vec4(iTime);\n}\n");
+const QString kPlain = QStringLiteral("void mainImage(out vec4 c, in vec2 p)\n{\n    c = vec4(iTime);\n}\n");
 const QString kBroken =
     QStringLiteral("void mainImage(out vec4 c, in vec2 p)\n{\n    c = vec4(iTime);\n    c = nothing;\n}\n");
 
@@ -116,9 +115,8 @@ TEST_F(PlaybackTest, StartAndSetStartMoveTheShadersTime) {
     Click("pauseButton");
     QTest::qWait(150);  // the frame that was under way
     Context()->playTime = 12.34567f;
-    ASSERT_TRUE(PumpUntil([this] {
-        return Control<QLabel>("currentTimeText")->text() == QStringLiteral("12.346");
-    }));
+    ASSERT_TRUE(
+        PumpUntil([this] { return Control<QLabel>("currentTimeText")->text() == QStringLiteral("12.346"); }));
     Click("setStartButton");
     EXPECT_EQ(Control<QLineEdit>("startTimeEdit")->text(), QStringLiteral("12.346"));
     EXPECT_EQ(Context()->playTime, 12.346f) << "the displayed number counts";
@@ -147,8 +145,11 @@ TEST_F(PlaybackTest, RandomizeDecidesTheEnableStateOnlyFromItsFirstClick) {
 
 TEST_F(PlaybackTest, TheRateIsClampedWhenTheEditIsLeftAndAtPlay) {
     auto* edit = Control<QLineEdit>("fpsTargetEdit");
-    const std::pair<QString, uint32_t> rows[] = {
-        {QStringLiteral("300"), 240}, {QStringLiteral("3"), 10}, {QStringLiteral("241"), 240}, {QStringLiteral("-7"), 10}, {QStringLiteral("61"), 61}};
+    const std::pair<QString, uint32_t> rows[] = {{QStringLiteral("300"), 240},
+                                                 {QStringLiteral("3"), 10},
+                                                 {QStringLiteral("241"), 240},
+                                                 {QStringLiteral("-7"), 10},
+                                                 {QStringLiteral("61"), 61}};
     for (const auto& [typed, rate] : rows) {
         edit->setFocus();
         edit->selectAll();

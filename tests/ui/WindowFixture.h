@@ -1,5 +1,5 @@
-// A main window on the display, with the default project, over fresh global records. Questions and file dialogs
-// are answered from fields of the fixture.
+// A main window on the display, with the default project, over fresh global records. Questions and file
+// dialogs are answered from fields of the fixture.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -55,14 +55,14 @@ class WindowTest : public testing::Test {
         window.reset();
         ClearProject(false);
         window = std::make_unique<MainWindow>();
-        window->Projects().dialogs = {
-            [this](const QString& caption, const QString& text) {
-                ++questions;
-                lastCaption = caption;
-                lastQuestion = text;
-                return answer;
-            },
-            [this](const QString&) { return chosenPath; }, [this](const QString&) { return chosenPath; }};
+        window->Projects().dialogs = {[this](const QString& caption, const QString& text) {
+                                          ++questions;
+                                          lastCaption = caption;
+                                          lastQuestion = text;
+                                          return answer;
+                                      },
+                                      [this](const QString&) { return chosenPath; },
+                                      [this](const QString&) { return chosenPath; }};
         window->OpenInitialProject(projectFile);
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
@@ -94,8 +94,11 @@ class WindowTest : public testing::Test {
     // The enabled ones of Play, Record, Pause, Stop, Start, by their first letters ("P", "R", "p", "S", "s").
     QString Enabled() const {
         QString letters;
-        const std::pair<const char*, char> buttons[] = {
-            {"playButton", 'P'}, {"recordButton", 'R'}, {"pauseButton", 'p'}, {"stopButton", 'S'}, {"startButton", 's'}};
+        const std::pair<const char*, char> buttons[] = {{"playButton", 'P'},
+                                                        {"recordButton", 'R'},
+                                                        {"pauseButton", 'p'},
+                                                        {"stopButton", 'S'},
+                                                        {"startButton", 's'}};
         for (const auto& [name, letter] : buttons)
             if (Control<QPushButton>(name)->isEnabled()) letters += QLatin1Char(letter);
         return letters;
