@@ -8,6 +8,7 @@
 #include "platform/Clock.h"
 #include "render/FramePacing.h"
 #include "support/Engine.h"
+#include "support/Memory.h"
 #include "support/RecordingHost.h"
 
 namespace pixelgrove {
@@ -68,6 +69,7 @@ class Run : public ::testing::Test {
 };
 
 TEST_F(Run, TwoHundredStartsAndStopsWithErrorsInBetween) {
+    double settledMiB = 0;
     for (int i = 0; i < 200; ++i) {
         const bool broken = i % 10 == 7;
         SetText(kStageImage,
@@ -84,7 +86,10 @@ TEST_F(Run, TwoHundredStartsAndStopsWithErrorsInBetween) {
         ASSERT_FALSE(Toggle()) << "a second press stops";
         EXPECT_EQ(App()->renderContext.load(), nullptr);
         EXPECT_EQ(App()->renderThread, nullptr);
+        if (i == 59) settledMiB = test::ResidentMiB();
     }
+    if (!test::kMemoryIsMeasurable) return;
+    EXPECT_LT(test::ResidentMiB() - settledMiB, 8.0);
 }
 
 TEST_F(Run, StopDuringTheCompileDropsTheReport) {

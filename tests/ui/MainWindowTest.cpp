@@ -1,7 +1,7 @@
 // Stages, editor, messages, menus and project commands of the main window.
+#include <QClipboard>
 #include <QFile>
 #include <QMenu>
-#include <QMimeData>
 #include <QScrollBar>
 #include <QTextBlock>
 
@@ -85,15 +85,9 @@ TEST_F(MainWindowTest, EditingMarksTheTitleAndSwitchingStagesDoesNot) {
 
 TEST_F(MainWindowTest, TheTextReachesTheDocumentUnchanged) {
     // A no-break space stays one, and a line separator becomes a line of its own however it came in.
-    QMimeData pasted;
-    pasted.setText(QStringLiteral("a\u00A0b\u2028c"));
+    QApplication::clipboard()->setText(QStringLiteral("a\u00A0b\u2028c"));
     Editor()->selectAll();
-    QApplication::clipboard();
-    Editor()->setFocus();
-    struct Paster : CodeView {
-        using CodeView::insertFromMimeData;
-    };
-    (static_cast<CodeView*>(Editor())->*(&Paster::insertFromMimeData))(&pasted);
+    Run(kCmdEditPaste);
     QTest::keyClick(Editor(), Qt::Key_Return, Qt::ShiftModifier);
     EXPECT_EQ(App()->documents[kStageImage].text, QStringLiteral("a\u00A0b\nc\n"));
     EXPECT_EQ(Editor()->blockCount(), 3);

@@ -38,14 +38,15 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     vec2 w = 7.0 / iResolution.xy;
     vec2 bulge = vec2(texture(iChannel1, uv - vec2(w.x, 0.0)).x - texture(iChannel1, uv + vec2(w.x, 0.0)).x,
                       texture(iChannel1, uv - vec2(0.0, w.y)).x - texture(iChannel1, uv + vec2(0.0, w.y)).x);
-    normal = normalize(normal + vec3(bulge * 2.0 * Relief, 0.0));
+    normal = normalize(normal + vec3(bulge * 2.0 * Relief * h, 0.0));
 
     // Colours: a dark glazed ground; coral that goes from pale at its growing tips to deep red where it is old.
     vec2 p = (fragCoord - 0.5 * iResolution.xy) / iResolution.y;
     float r = length(p);
-    vec3 ground = mix(vec3(0.010, 0.075, 0.105), vec3(0.012, 0.020, 0.060), smoothstep(0.1, 0.9, r));
-    vec3 young = vec3(1.0, 0.74, 0.42);
-    vec3 grown = mix(vec3(0.93, 0.26, 0.13), vec3(0.62, 0.06, 0.22), smoothstep(0.05, 0.75, r));
+    vec3 ground = mix(vec3(0.012, 0.150, 0.180), vec3(0.014, 0.030, 0.110), smoothstep(0.0, 0.85, r));
+    vec3 young = vec3(1.0, 0.80, 0.50);
+    vec3 grown = mix(vec3(1.00, 0.36, 0.10), vec3(0.90, 0.07, 0.16), smoothstep(0.05, 0.45, r));
+    grown = mix(grown, vec3(0.42, 0.05, 0.36), smoothstep(0.40, 0.95, r));
     vec3 coral = mix(young, grown, smoothstep(0.05, 0.75, around.y));
     vec3 color = mix(ground, coral, h);
 
@@ -67,8 +68,8 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     float fresnel = 0.045 + 0.55 * pow(1.0 - normal.z, 3.0);
     lit += seen * fresnel * Gloss * (1.0 - 0.8 * edge);
 
-    vec3 result = 1.0 - exp(-lit * 1.45);
-    result = pow(result, vec3(0.4545 * 1.55));
+    vec3 result = 1.0 - exp(-lit * 1.75);
+    result = pow(result, vec3(0.66));
     float corner = 16.0 * uv.x * uv.y * (1.0 - uv.x) * (1.0 - uv.y);
     fragColor = vec4(result * (0.55 + 0.45 * pow(corner, 0.25)), 1.0);
 }

@@ -1,0 +1,156 @@
+// What stands on the screen while a project plays: both present paths, several sizes, windows that come and
+// go, a shader that hangs.
+#include <QScreen>
+#include <cmath>
+
+#include "platform/Clock.h"
+#include "render/RenderThread.h"
+#include "support/Memory.h"
+#include "ui/WindowFixture.h"
+
+namespace pixelgrove {
+namespace {
+
+// A white frame of one pixel around four quarters: red, green below; blue, yellow above.
+const QString kQuarters = QStringLiteral(
+    "void mainImage(out vec4 c, in vec2 p) {\n"
+    "  vec2 s = iResolution.xy;\n"
+    "  bvec2 up = greaterThan(p, 0.5 * s);\n"
+    "  c = up.y ? (up.x ? vec4(1, 1, 0, 1) : vec4(0, 0, 1, 1)) : (up.x ? vec4(0, 1, 0, 1) : vec4(1, 0, 0, "
+    "1));\n"
+    "  if (min(p.x, p.y) < 1.0 || p.x > s.x - 1.0 || p.y > s.y - 1.0) c = vec4(1);\n"
+    "}\n");
+
+class PictureTest : public WindowTest {
+  protected:
+    void SetUp() override {
+        WindowTest::SetUp();
+        if (IsSkipped() || !qApp) return;
+        window->OpenOutputWindow();
+        // Side by side: what is covered can't be seen on a screenshot.
+        App()->outputWindow->move(8, 40);
+        window->move(900, 420);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(App()->outputWindow));
+    }
+    void TearDown() override {
+        if (qApp && App()) StopRenderThread();
+        EXPECT_TRUE(AbandonedRuns() == 0 || WaitAbandoned()) << "a thread outlives the test";
+        WindowTest::TearDown();
+    }
+    static bool WaitAbandoned() {
+        for (int i = 0; i < 1200 && AbandonedRuns() > 0; ++i)
+            SleepMs(100);
+        return AbandonedRuns() == 0;
+    }
+    bool PlayUntilRunning() {
+        Run(kCmdPlay);
+        return PumpUntil([this] { return Enabled().contains(QLatin1Char('S')); });
+    }
+    static QImage Screenshot() {
+        return App()->outputWindow->screen()->grabWindow(App()->outputWindow->winId()).toImage();
+    }
+    static bool ShowsQuarters(const QSize& size) {
+        const QImage image = Screenshot();
+        if (image.size() != size) return false;
+        const int w = size.width();
+        const int h = size.height();
+        const std::pair<QPoint, QColor> expected[] = {
+            {{0, 0}, Qt::white},
+            {{w - 1, h - 1}, Qt::white},
+            {{0, h - 1}, Qt::white},
+            {{w - 1, 0}, Qt::white},
+            {{w / 2, 0}, Qt::white},
+            {{1, 1}, Qt::blue},
+            {{w - 2, 1}, Qt::yellow},
+            {{1, h - 2}, Qt::red},
+            {{w - 2, h - 2}, Qt::green},
+            {{w / 4, h / 4}, Qt::blue},
+            {{w / 2 - 2, h / 2 - 2}, Qt::blue},
+            {{w / 2 + 2, h / 2 + 2}, Qt::green},
+        };
+        for (const auto& [at, colour] : expected) {
+            if (image.pixelColor(at) != colour) return false;
+        }
+        return true;
+    }
+};
+
+TEST_F(PictureTest, BothPathsShowExactPixelsAtEverySize) {
+    ReplaceText(kQuarters);
+    for (const bool readBack : {false, true, false}) {
+        App()->useGdiDisplay = readBack;
+        ASSERT_TRUE(PlayUntilRunning());
+        for (const QSize size : {QSize(640, 360), QSize(320, 241), QSize(801, 600), QSize(133, 77)}) {
+            App()->outputWindow->resize(size);
+            EXPECT_TRUE(PumpUntil([&size] { return ShowsQuarters(size); }))
+                << "read back: " << readBack << ", " << size.width() << " by " << size.height();
+        }
+        Run(kCmdStop);
+    }
+}
+
+TEST_F(PictureTest, ThePathCanBeSwitchedWhileAProjectPlays) {
+    ReplaceText(kQuarters);
+    ASSERT_TRUE(PlayUntilRunning());
+    for (int i = 0; i < 6; ++i) {
+        Run(kCmdUseGdiDisplay);
+        App()->outputWindow->resize(300 + 10 * i, 200);
+        EXPECT_TRUE(PumpUntil([i] { return ShowsQuarters({300 + 10 * i, 200}); })) << i;
+    }
+}
+
+TEST_F(PictureTest, OutputWindowsComeAndGoWhileProjectsPlay) {
+    ReplaceText(QStringLiteral("void mainImage(out vec4 c, in vec2 p) { c = vec4(1, 0, 0, 1); }"));
+    double settledMiB = 0;
+    for (int i = 0; i < 50; ++i) {
+        if (i % 5 == 0) {
+            if (i == 25) {  // a mistake in between costs two presses
+                ReplaceText(QStringLiteral("nonsense"));
+                Run(kCmdPlay);
+                ASSERT_TRUE(PumpUntil([] { return App()->compileFailed != 0; }));
+                QCoreApplication::processEvents();
+                ReplaceText(
+                    QStringLiteral("void mainImage(out vec4 c, in vec2 p) { c = vec4(1, 0, 0, 1); }"));
+                Run(kCmdPlay);
+            }
+            ASSERT_TRUE(PlayUntilRunning()) << i;
+            ASSERT_TRUE(PumpUntil([] { return Screenshot().pixelColor(30, 30) == QColor(Qt::red); })) << i;
+        }
+        Run(kCmdAnimationWindow);
+        EXPECT_EQ(App()->outputWindow, nullptr);
+        QCoreApplication::processEvents();
+        Run(kCmdAnimationWindow);
+        ASSERT_NE(App()->outputWindow, nullptr);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(App()->outputWindow));
+        if (i % 5 == 4) {
+            Run(kCmdStop);
+            EXPECT_EQ(App()->renderThread, nullptr);
+        }
+        if (i == 19) settledMiB = test::ResidentMiB();
+    }
+    if (!test::kMemoryIsMeasurable) return;
+    EXPECT_LT(test::ResidentMiB() - settledMiB, 12.0);
+}
+
+TEST_F(PictureTest, AShaderThatHangsLeavesTheWindowsAnswering) {
+    ReplaceText(
+        QStringLiteral("void mainImage(out vec4 c, in vec2 p) { float x = p.x;\n"
+                       "  for (int i = 0; i < 150000; ++i) x = sin(x + iTime);\n  c = vec4(x); }"));
+    ASSERT_TRUE(PlayUntilRunning());
+    SleepMs(300);
+    QElapsedTimer timer;
+    timer.start();
+    Click("stopButton");
+    EXPECT_LT(timer.elapsed(), 4100);
+    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    if (AbandonedRuns() == 0) GTEST_SKIP() << "this machine draws the heavy frame within four seconds";
+    ReplaceText(kQuarters);
+    ASSERT_TRUE(PlayUntilRunning());
+    EXPECT_TRUE(PumpUntil([] {
+        return ShowsQuarters({640, 360});
+    })) << "the next project plays beside the stuck thread";
+    Run(kCmdStop);
+}
+
+}  // namespace
+}  // namespace pixelgrove
