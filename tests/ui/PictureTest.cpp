@@ -145,10 +145,19 @@ TEST_F(PictureTest, AShaderThatHangsLeavesTheWindowsAnswering) {
     EXPECT_EQ(Enabled(), QStringLiteral("P"));
     if (AbandonedRuns() == 0) GTEST_SKIP() << "this machine draws the heavy frame within four seconds";
     ReplaceText(kQuarters);
-    ASSERT_TRUE(PlayUntilRunning());
-    EXPECT_TRUE(PumpUntil([] {
-        return ShowsQuarters({640, 360});
-    })) << "the next project plays beside the stuck thread";
+    Run(kCmdPlay);
+    // A driver that draws on the processor finishes the heavy frame first; until then the windows must
+    // answer.
+    qint64 longestTurnMs = 0;
+    bool shown = false;
+    for (timer.restart(); !shown && timer.elapsed() < 120000;) {
+        const qint64 before = timer.elapsed();
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        longestTurnMs = std::max(longestTurnMs, timer.elapsed() - before);
+        shown = ShowsQuarters({640, 360});
+    }
+    EXPECT_TRUE(shown) << "the next project plays";
+    EXPECT_LT(longestTurnMs, 500);
     Run(kCmdStop);
 }
 
