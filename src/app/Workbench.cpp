@@ -40,13 +40,14 @@ void Place(MainWindow& window) {
 void RunMainDialog(const QString& projectFile) {
     MainWindow window;
     QObject::connect(&window, &MainWindow::Closed, [] { QCoreApplication::exit(0); });
-    window.OpenInitialProject(projectFile);
+    const bool opened = window.OpenInitialProject(projectFile);
     Place(window);
     window.show();
     // The output window is placed by this one's frame, which the window manager adds a little later.
-    QTimer::singleShot(kFrameDelayMs, &window, [&window] {
+    QTimer::singleShot(kFrameDelayMs, &window, [&window, opened] {
         window.OpenOutputWindow();
-        if (qEnvironmentVariable(kAutoplayVariable) == QStringLiteral("1") && App()->openGlOk)
+        // What was wrong with the file must stay readable: no play by itself then.
+        if (opened && qEnvironmentVariable(kAutoplayVariable) == QStringLiteral("1") && App()->openGlOk)
             window.SendCommand(kCmdPlay, 0);
     });
     QCoreApplication::exec();

@@ -30,8 +30,8 @@ class SharedMemory;
 
 // Marks a line of a stage's text as holding an error.
 struct ErrorLineList {
-    std::vector<int32_t> lines;           // from 1
-    uint32_t markerColour = 0x8080ff;     // blue-green-red order: red 255, green 128, blue 128
+    std::vector<int32_t> lines;        // from 1
+    uint32_t markerColour = 0x8080ff;  // blue-green-red order: red 255, green 128, blue 128
 };
 
 // The editing form of a stage's text. Line ends are LF.
@@ -39,7 +39,7 @@ struct StageDocument {
     uint32_t length = 0;     // code units of text
     uint32_t allocated = 0;  // code units set aside; length plus one for a document read from a project
     QString text;
-    bool hasText = false;  // false when the stage doesn't exist
+    bool hasText = false;             // false when the stage doesn't exist
     std::vector<uint8_t> commentMap;  // one class byte per code unit: 0 code, 1 line comment, 2 block comment
     ErrorLineList errorLines;
     void (*onChange)(bool textChanged, bool spanHasControls) = nullptr;
@@ -60,29 +60,29 @@ struct AppState {
     std::shared_ptr<OutputSurface> outputSurface;
     Host* host = &SilentHost();
 
-    std::atomic<uint32_t> fpsTarget{30};           // main; 10..240
-    std::atomic<uint32_t> fpsCurrent{0};           // render thread (and main at Play)
-    std::atomic<uint32_t> showChannelBuffers{0};   // main
-    std::atomic<uint32_t> paused{0};               // main
+    std::atomic<uint32_t> fpsTarget{30};          // main; 10..240
+    std::atomic<uint32_t> fpsCurrent{0};          // render thread (and main at Play)
+    std::atomic<uint32_t> showChannelBuffers{0};  // main
+    std::atomic<uint32_t> paused{0};              // main
     uint32_t snapToEdges = 0;
-    std::atomic<uint32_t> useGdiDisplay{0};        // main
-    std::atomic<uint32_t> recordingActive{0};      // main; cleared by the render thread at its end
-    std::atomic<uint32_t> captureRequested{0};     // main; consumed by the render thread
-    std::atomic<uint32_t> recordWidth{1920};       // main
-    std::atomic<uint32_t> recordHeight{1080};      // main
+    std::atomic<uint32_t> useGdiDisplay{0};     // main
+    std::atomic<uint32_t> recordingActive{0};   // main; cleared by the render thread at its end
+    std::atomic<uint32_t> captureRequested{0};  // main; consumed by the render thread
+    std::atomic<uint32_t> recordWidth{1920};    // main
+    std::atomic<uint32_t> recordHeight{1080};   // main
     uint32_t recordMethod = 0;
-    std::atomic<uint32_t> recordFrameTotal{0};     // main
-    std::atomic<uint32_t> recordFrameIndex{0};     // render thread (and main at Play)
+    std::atomic<uint32_t> recordFrameTotal{0};  // main
+    std::atomic<uint32_t> recordFrameIndex{0};  // render thread (and main at Play)
     // The context of the current run; set by the render thread through its run's gate, cleared by main.
     std::atomic<RenderContext*> renderContext{nullptr};
     bool openGlOk = false;
-    uint32_t multisampleIndex = 0;                     // 0 none, n means 2 to the power n samples
+    uint32_t multisampleIndex = 0;                          // 0 none, n means 2 to the power n samples
     std::atomic<uint32_t> frameBufferFormat{gl::kRgba32f};  // main; read when targets are made
     std::unique_ptr<IncludeContext> includeContext;
-    QString fileName;                                  // path of the open file or project
-    std::atomic<uint32_t> restartRequested{0};         // main sets, render thread consumes
-    std::shared_ptr<RenderRun> renderThread;           // null when no run was started
-    std::atomic<uint32_t> compileFailed{0};            // render thread, before it reports
+    QString fileName;                           // path of the open file or project
+    std::atomic<uint32_t> restartRequested{0};  // main sets, render thread consumes
+    std::shared_ptr<RenderRun> renderThread;    // null when no run was started
+    std::atomic<uint32_t> compileFailed{0};     // render thread, before it reports
     std::unique_ptr<StringList> recentFiles, recentProjects, recentPalettes, recentPlaylists;
 
     std::array<std::array<ChannelInput, kChannelCount>, kStageCount> channels;
@@ -105,15 +105,16 @@ struct AppState {
 // Unsaved changes in the editor. Main thread.
 extern bool shaderModified;
 
-// The record made at start-up. Main thread for plain fields. Null before AllocateGlobals and after FreeGlobals.
+// The record made at start-up. Main thread for plain fields. Null before AllocateGlobals and after
+// FreeGlobals.
 AppState* App();
 
 // Makes both records; false when there is no memory for one (neither is kept then).
 bool AllocateGlobals();
 // Frees both, AppState first. Only with no run alive.
 void FreeGlobals();
-// From now on FreeGlobals clears the accessors but leaves the memory: a render thread that hangs in the driver
-// may still look at it.
+// From now on FreeGlobals clears the accessors but leaves the memory: a render thread that hangs in the
+// driver may still look at it.
 void PinGlobals();
 
 }  // namespace pixelgrove

@@ -12,12 +12,12 @@ enum class PathId {
     ExeBase,
     DllBase,
     DatBase,
-    ColourSettings,    // Globals.XML
+    ColourSettings,  // Globals.XML
     Shaders,
-    ShaderPattern,     // Shaders/*.glsl
+    ShaderPattern,  // Shaders/*.glsl
     Palettes,
-    Layouts,           // UI
-    ServiceRoot,       // ShaderToy
+    Layouts,      // UI
+    ServiceRoot,  // ShaderToy
     CacheRoot,
     ProjectFiles,
     ProjectPattern,

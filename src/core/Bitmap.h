@@ -38,8 +38,8 @@ using BitmapRef = std::shared_ptr<const Bitmap>;
 constexpr int kMaxBitmapSide = 32768;
 constexpr size_t kMaxBitmapBytes = size_t(1) << 30;
 
-// A zeroed bitmap of the given form, or null when a size is not in 1..kMaxBitmapSide, the depth is not 8, 24 or 32,
-// the whole exceeds kMaxBitmapBytes, or memory is short.
+// A zeroed bitmap of the given form, or null when a size is not in 1..kMaxBitmapSide, the depth is not 8, 24
+// or 32, the whole exceeds kMaxBitmapBytes, or memory is short.
 std::shared_ptr<Bitmap> CreateBitmap(int width, int height, int bitsPerPixel, bool bottomUp);
 
 // 32 bits, bottom-up: the form of frames. Null as above.

@@ -12,7 +12,7 @@ namespace pixelgrove {
 struct StageDocument;
 
 class Host {
-public:
+  public:
     virtual ~Host() = default;
 
     // Queues a command for the main window. Any thread; returns at once.
@@ -25,11 +25,11 @@ public:
     virtual void Beep() = 0;
 
     // The rest: main thread only.
-    virtual void SetStatusText(const QString& text) = 0;   // the message pane
-    virtual void ShowTitle(bool modified) = 0;             // from AppState::fileName
+    virtual void SetStatusText(const QString& text) = 0;     // the message pane
+    virtual void ShowTitle(bool modified) = 0;               // from AppState::fileName
     virtual void LoadDocument(StageDocument& document) = 0;  // into the editor
-    virtual void MarkErrorLines() = 0;                     // from the message pane's text
-    virtual void RefreshStageTabs() = 0;                   // lay out and caption the stage buttons
+    virtual void MarkErrorLines() = 0;                       // from the message pane's text
+    virtual void RefreshStageTabs() = 0;                     // lay out and caption the stage buttons
     virtual void RefreshChannelPanel() = 0;
     virtual void RebuildControlTree() = 0;
     virtual void RefreshCaretStatus() = 0;

@@ -32,7 +32,9 @@ constexpr int kCubeSide = 1024;
 QString StageName(uint32_t id);
 
 // True for the stages that are drawn: 2 to 7.
-constexpr bool IsRenderedStage(uint32_t id) { return id >= kStageBufferA && id <= kStageImage; }
+constexpr bool IsRenderedStage(uint32_t id) {
+    return id >= kStageBufferA && id <= kStageImage;
+}
 
 // The source text of a stage that was just added; null string for 0 and above 7.
 QString DefaultSource(uint32_t id);

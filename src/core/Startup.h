@@ -14,7 +14,8 @@ struct StartupSteps {
     std::function<void()> registerWindows;
     std::function<void()> loadSettings;
     std::function<void()> copyControlColours;
-    std::function<void()> runMainDialog;  // blocks for the whole run; the render thread has ended when it returns
+    std::function<void()>
+        runMainDialog;  // blocks for the whole run; the render thread has ended when it returns
     // Shut-down, in order.
     std::function<void()> stopAudio;
     std::function<void()> saveSettings;

@@ -1,6 +1,7 @@
 #include "render/FramePacing.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "platform/Clock.h"
 
@@ -42,7 +43,7 @@ void RateMeter::Restart(uint64_t nowMs) {
 uint32_t RateMeter::Update(uint64_t nowMs, uint32_t fallback) {
     const uint64_t elapsedMs = nowMs - windowStartMs;
     if (elapsedMs == 0) return fallback;
-    const auto rate = uint32_t(float(windowFrames) / (float(elapsedMs) / 1000.0f) + 0.5f);
+    const auto rate = uint32_t(std::floor(float(windowFrames) / (float(elapsedMs) / 1000.0f) + 0.5f));
     if (elapsedMs > 6000) {
         windowStartMs = nowMs - 2000;
         windowFrames = uint64_t(rate) * 2;

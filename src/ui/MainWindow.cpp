@@ -9,7 +9,6 @@
 #include <algorithm>
 
 #include "controls/LiveValues.h"
-#include "core/BaseFolders.h"
 #include "core/Commands.h"
 #include "core/ProjectModel.h"
 #include "platform/Files.h"
@@ -30,11 +29,6 @@ namespace {
 constexpr int kCmdBeep = -1;
 
 constexpr int kWindowGap = 12;
-
-QString IncludeFolder() {
-    const QString folder = NormalizePath(PathOf(PathId::Shaders)) + QStringLiteral("/Include");
-    return IsFolder(folder) ? folder : QString();
-}
 
 std::unique_ptr<Ui::EditWindow> MakeForm(QMainWindow& window) {
     auto form = std::make_unique<Ui::EditWindow>();
@@ -64,8 +58,7 @@ MainWindow::MainWindow(QWidget* parent)
     form_->editorSplitter->setStretchFactor(1, 1);
     form_->editorSplitter->setSizes({460, 110});
     form_->lineGutter->Attach(*form_->editor);
-    app.includeContext = std::make_unique<IncludeContext>();
-    app.includeContext->searchFolder = IncludeFolder();
+    app.includeContext = CreateIncludeContext();
     app.fileName = QStringLiteral("Untitled.json");
     ShowTitle(false);
     ProbeOutput();
@@ -130,15 +123,17 @@ void MainWindow::ProbeOutput() {
                                                     : QStringLiteral("Unsupported OpenGL version"));
 }
 
-void MainWindow::OpenInitialProject(const QString& path) {
+bool MainWindow::OpenInitialProject(const QString& path) {
     const bool loaded = !path.isEmpty() && projects_.Load(path);
-    if (loaded) return;
+    if (loaded) return true;
     const QString complaint = form_->statusText->toPlainText();
     AddStage(kStageImage);
     App()->currentDocument = nullptr;
     SelectStage(kStageImage);
     RebuildControlTree();
-    if (!path.isEmpty()) SetStatusText(complaint);
+    if (path.isEmpty()) return true;
+    SetStatusText(complaint);
+    return false;
 }
 
 void MainWindow::SendCommand(int id, intptr_t) {

@@ -29,8 +29,9 @@ class MainWindow : public QMainWindow, public Host {
     ~MainWindow() override;
 
     // Loads the project file, or with an empty path or an unreadable file shows the default Image stage. The
-    // message pane says what was wrong with the file. Once, before the window is shown.
-    void OpenInitialProject(const QString& path);
+    // message pane says what was wrong with the file, and the result is false then. Once, before the window
+    // is shown.
+    bool OpenInitialProject(const QString& path);
 
     // Opens the output window to the right of this one, as far as the screen allows.
     void OpenOutputWindow();

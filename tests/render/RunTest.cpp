@@ -148,10 +148,10 @@ TEST_F(Run, RestartRequestIsPostedOnce) {
 
 TEST_F(Run, AShaderThatHangsIsAbandonedAndTheNextRunPlays) {
     SetText(kStageImage,
-            "void mainImage(out vec4 c, in vec2 p) { float x = p.x; for (int i = 0; i < 1500000; ++i) x = "
+            "void mainImage(out vec4 c, in vec2 p) { float x = p.x; for (int i = 0; i < 900000; ++i) x = "
             "sin(x + iTime);"
             " c = vec4(x); }");
-    surface_->Resize({160, 90});
+    surface_->Resize({320, 180});
     ASSERT_TRUE(Toggle());
     ASSERT_EQ(WaitResult(), 0);
     SleepMs(300);  // well inside the first frame

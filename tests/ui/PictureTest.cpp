@@ -135,7 +135,7 @@ TEST_F(PictureTest, OutputWindowsComeAndGoWhileProjectsPlay) {
 TEST_F(PictureTest, AShaderThatHangsLeavesTheWindowsAnswering) {
     ReplaceText(
         QStringLiteral("void mainImage(out vec4 c, in vec2 p) { float x = p.x;\n"
-                       "  for (int i = 0; i < 150000; ++i) x = sin(x + iTime);\n  c = vec4(x); }"));
+                       "  for (int i = 0; i < 220000; ++i) x = sin(x + iTime);\n  c = vec4(x); }"));
     ASSERT_TRUE(PlayUntilRunning());
     SleepMs(300);
     QElapsedTimer timer;
