@@ -37,6 +37,9 @@ class OutputSurface {
     virtual SurfaceSize ClientSize() const = 0;
     // A new context, not yet current; null when the system gives none. Render thread.
     virtual std::unique_ptr<GlContext> CreateContext() = 0;
+    // True once after what stood in the window was lost, as when it was covered while nothing draws. Any
+    // thread.
+    virtual bool TakeRepaintRequest() { return false; }
     // Stretches the bitmap over the whole client area. Any thread; the picture appears a little later.
     virtual void ShowBitmap(BitmapRef bitmap) = 0;
 };

@@ -12,6 +12,7 @@
 #include "platform/Clock.h"
 #include "render/ChannelTextures.h"
 #include "render/FramePacing.h"
+#include "render/Presentation.h"
 #include "render/ProjectCompiler.h"
 #include "render/RenderContext.h"
 
@@ -57,6 +58,8 @@ void FrameLoop(RenderRun& run) {
     SetForcedSize(run, recording);
     while (run.stopRequested == 0) {
         if (app.paused) {
+            // No frame comes to fill what another window covered meanwhile.
+            if (run.context->surface->TakeRepaintRequest()) PresentByBlit(*run.context);
             SleepMs(100);
             continue;
         }

@@ -54,6 +54,7 @@ MainWindow::MainWindow(QWidget* parent)
     app.mainWindow = this;
     app.host = this;
     form_->statusText->setFont(CodeFont());
+    form_->statusText->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     form_->editorSplitter->setStretchFactor(0, 4);
     form_->editorSplitter->setStretchFactor(1, 1);
     form_->editorSplitter->setSizes({460, 110});

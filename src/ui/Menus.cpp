@@ -44,6 +44,10 @@ Menus::Menus(QMainWindow& window, std::function<void(int commandId)> runCommand)
         action->setData(id);
         action->setShortcut(keys);
         QObject::connect(action, &QAction::triggered, &window, [runCommand, id] { runCommand(id); });
+        // The editing keys act where the focus is: the message pane and the fields have their own.
+        if (std::ranges::find(kEditCommands, id) != std::end(kEditCommands)) {
+            action->setShortcutContext(Qt::WidgetShortcut);
+        }
         actions_[id] = action;
         return action;
     };

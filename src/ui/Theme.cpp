@@ -42,7 +42,7 @@ QGroupBox { background: #2e3238; border: 1px solid #4a5059; border-radius: 4px;
             margin-top: 8px; padding: 4px 0 0 0; }
 QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left; left: 8px; padding: 0 4px;
                    color: #aab1bb; }
-QPushButton { background: #3b4048; border: 1px solid #555c66; border-radius: 3px; padding: 4px 8px; }
+QPushButton { background: #3b4048; border: 1px solid #555c66; border-radius: 3px; padding: 4px 5px; }
 QPushButton:hover { background: #474d57; }
 QPushButton:pressed { background: #2b2f35; }
 QPushButton:checked { background: #33688a; border-color: #4fa3d9; }

@@ -112,7 +112,7 @@ TEST_F(MainWindowTest, AMessageLeadsToItsLine) {
     QTextCursor second(pane->document()->findBlockByNumber(1));
     QTest::mouseDClick(pane->viewport(), Qt::LeftButton, {}, pane->cursorRect(second).center());
     EXPECT_EQ(Editor()->CaretLine(), 42);
-    EXPECT_TRUE(Editor()->hasFocus());
+    EXPECT_EQ(window->focusWidget(), Editor());
 }
 
 TEST_F(MainWindowTest, TheGutterMarksTheLinesOfTheShownStage) {

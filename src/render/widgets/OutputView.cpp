@@ -74,11 +74,14 @@ void OutputView::exposeEvent(QExposeEvent*) {
     if (!isExposed()) return;
     // The window may have come to a screen of another pixel ratio.
     UpdateClientSize();
-    if (!CurrentRun()) {
+    const bool draws = CurrentRun() && App()->compileFailed.load(std::memory_order_relaxed) == 0;
+    if (!draws) {
         shown_.reset();
         Paint(nullptr);
     } else if (shown_ && BitmapsAreShown()) {
         Paint(shown_);
+    } else {
+        surface_->RequestRepaint();
     }
 }
 

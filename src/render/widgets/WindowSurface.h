@@ -29,6 +29,7 @@ class WindowSurface : public OutputSurface {
     std::unique_ptr<GlContext> CreateContext() override;
     // Leaves the bitmap for the window, replacing one that is not shown yet; nothing when retired or null.
     void ShowBitmap(BitmapRef bitmap) override;
+    bool TakeRepaintRequest() override { return repaintWanted_.exchange(false, std::memory_order_relaxed); }
     bool IsRetired() const { return retired_.load(std::memory_order_acquire); }
     // A context made here is alive: a run draws, or drew last, into this window.
     bool HasContexts() const { return use_->contexts.load(std::memory_order_relaxed) > 0; }
@@ -39,6 +40,8 @@ class WindowSurface : public OutputSurface {
     void SetMinimised(bool minimised);
     // Off the screen, SwapBuffers does nothing.
     void SetExposed(bool exposed);
+    // What the last frame left in the window is gone.
+    void RequestRepaint() { repaintWanted_.store(true, std::memory_order_relaxed); }
     // The bitmap that was left last, once; null without one. The answer to a bitmap event.
     BitmapRef TakeBitmap();
     // The window goes: client size 0 by 0, no events, no new contexts from now on.
@@ -52,6 +55,7 @@ class WindowSurface : public OutputSurface {
 
     std::atomic<uint64_t> packedSize_{0};  // width in the upper half; the main thread writes
     std::atomic<bool> retired_{false};
+    std::atomic<bool> repaintWanted_{false};  // main sets, the render thread takes
     const std::shared_ptr<SurfaceUse> use_ = std::make_shared<SurfaceUse>();
 
     // Main thread.

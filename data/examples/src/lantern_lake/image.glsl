@@ -60,7 +60,7 @@ vec3 sky(vec2 p)
     vec2 m = p - MOON;
     float d = length(m);
     float disc = smoothstep(0.0022, -0.0022, d - 0.062);
-    float seas = sin(m.x * 67.0 + 2.0 * sin(m.y * 40.0)) * sin(m.y * 61.0 + 1.5 * sin(m.x * 53.0));
+    float seas = sin(m.x * 61.0 + 2.0 * sin(m.y * 37.0 + 0.6)) * cos(m.y * 47.0 + 1.5 * sin(m.x * 71.0));
     vec3 moon = vec3(1.0, 0.90, 0.74) * (1.75 - 0.35 * smoothstep(0.0, 0.5, seas) + 6.0 * dot(m, vec2(-0.8, 0.6)));
     color = mix(color, moon, disc);
     color += vec3(0.60, 0.44, 0.36) * (0.020 / (d * d * 5.0 + 0.045)) * (1.0 - disc);
@@ -149,6 +149,7 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     float water = smoothstep(-0.001, 0.001, depth);
     vec2 q = p;
     float slope = 0.0;
+    float crest = 0.0;
     if (depth > 0.0) {
         // Perspective: the nearer the horizon, the further away and the denser the waves.
         float away = 0.11 / (depth + 0.018);
@@ -156,6 +157,8 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
         float t = iTime;
         slope = sin(w.y * 2.1 + w.x * 0.6 + t * 1.1) + 0.7 * sin(w.y * 3.7 - w.x * 1.3 + t * 1.7)
               + 0.5 * sin(w.y * 7.9 + w.x * 2.9 - t * 2.3) + 0.35 * sin(w.x * 5.3 - w.y * 12.1 + t * 2.9);
+        crest = sin(w.x * 5.3 + w.y * 2.7 + t) * sin(w.y * 13.0 - t * 2.2 + 0.8 * slope);
+        crest = smoothstep(0.25, 0.95, crest + 0.15 * slope);
         float height = Ripples * (0.006 + 0.075 * depth) * smoothstep(0.0, 0.03, depth);
         q.y = HORIZON + depth * 1.04 + height * slope;
         q.x += 0.22 * height * sin(w.x * 3.1 + w.y * 1.9 - t * 1.3);
@@ -170,8 +173,8 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
 
     // The moon itself is mirrored below the picture's edge; only the crests of the waves catch its light.
     float path = (p.x + pan * 0.1 - MOON.x) / (0.035 + 0.40 * depth);
-    float glitter = smoothstep(0.5, 1.6, slope + 0.8 * sin(p.x * 140.0 / (1.0 + 6.0 * depth))) * exp(-path * path) * smoothstep(0.0, 0.05, depth);
-    lake += vec3(0.85, 0.66, 0.52) * glitter * 0.85;
+    float glitter = crest * exp(-path * path) * smoothstep(0.0, 0.05, depth);
+    lake += vec3(1.00, 0.74, 0.58) * glitter * 0.60;
     color = mix(color, lake, water);
 
     // Mist on the water line hides where both halves meet.

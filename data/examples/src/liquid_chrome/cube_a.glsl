@@ -24,7 +24,8 @@ void mainCubemap(out vec4 fragColor, in vec2 fragCoord, in vec3 ro, in vec3 rd)
 
     // A warm soft box above, slightly off the middle.
     vec2 box = abs(plan - vec2(0.05, -0.02)) - vec2(0.42, 0.24);
-    color += vec3(1.55, 1.35, 1.12) * (0.75 + 0.9 * plan.x) * step(0.0, up) * smoothstep(0.04, -0.04, max(box.x, box.y));
+    float panel = step(0.0, up) * smoothstep(0.04, -0.04, max(box.x, box.y));
+    color += vec3(1.55, 1.35, 1.12) * (0.75 + 0.9 * plan.x) * panel;
 
     // Glowing seam where wall meets floor, and standing lamps that wander round the room.
     color += vec3(1.00, 0.42, 0.10) * tube(up + 0.10, 0.012) * 0.75;

@@ -25,7 +25,7 @@ vec2 turn(vec2 v, float angle)
 float ring(vec3 p)
 {
     p.xy = turn(p.xy, iTime * 0.17);
-    p.yz = turn(p.yz, 0.5 + iTime * 0.23);
+    p.yz = turn(p.yz, 0.62 + 0.42 * sin(iTime * 0.31));
     float around = atan(p.z, p.x);
     vec2 section = turn(vec2(length(p.xz) - 0.72, p.y), around * floor(Twist + 0.5) * 0.5 + iTime * 0.3);
     vec2 corner = abs(section) - 0.155;
@@ -90,8 +90,8 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     vec2 look = iMouse.z > 0.0 ? (iMouse.xy / iResolution.xy - 0.5) * vec2(6.0, 1.4)
                                : vec2(0.35 + 0.10 * iTime, 0.0);
     float height = clamp(0.10 + look.y, -0.20, 0.9);
-    vec3 eye = vec3(sin(look.x) * cos(height), sin(height), -cos(look.x) * cos(height)) * 2.9;
-    vec3 forward = normalize(vec3(0.0, -0.10, 0.0) - eye);
+    vec3 eye = vec3(sin(look.x) * cos(height), sin(height), -cos(look.x) * cos(height)) * 3.1;
+    vec3 forward = normalize(vec3(0.0, 0.02, 0.0) - eye);
     vec3 right = normalize(cross(vec3(0.0, 1.0, 0.0), forward));
     vec3 up = cross(forward, right);
     vec3 ray = normalize(p.x * right + p.y * up + 1.45 * forward);

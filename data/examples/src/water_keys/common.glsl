@@ -57,5 +57,5 @@ float keyDown(sampler2D keyboard, int code, float time)
 vec3 keyColor(vec2 center)
 {
     vec3 wave = 0.5 + 0.5 * cos(6.2832 * (center.x * 0.52 - center.y * 0.5 + vec3(0.05, 0.38, 0.68)));
-    return wave * wave * vec3(1.0, 0.85, 1.1) + 0.04;
+    return pow(wave, vec3(2.2)) * vec3(1.15, 0.80, 1.25) + 0.02;
 }

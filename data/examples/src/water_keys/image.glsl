@@ -67,18 +67,23 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     // Long swells that are too slow for the simulation.
     float t = iTime * 0.8;
     vec2 swell = 0.012 * vec2(cos(p.x * 9.0 + p.y * 5.0 + t), cos(p.y * 11.0 - p.x * 4.0 + t * 1.3));
-    lens += 0.006 * (sin(p.x * 9.0 + p.y * 5.0 + t) + sin(p.y * 11.0 - p.x * 4.0 + t * 1.3));
+    // Their light on the bottom: bright threads where crossing waves, bent by each other, meet.
+    vec2 w = p * 8.0 + vec2(0.4 * t, 0.0);
+    w += vec2(sin(w.y * 1.3 + t), cos(w.x * 1.1 - t * 0.8));
+    w += 0.6 * vec2(sin(w.y * 2.1 - t * 1.2), cos(w.x * 2.3 + t));
+    float thread = abs(sin(w.x + 0.5 * w.y)) + abs(sin(w.y - 0.4 * w.x));
+    lens += 0.085 * exp(-thread * 3.0) - 0.016;
 
-    vec2 q = p - (slope * 0.16 + swell * 0.25) * Depth; // where the bent view meets the bottom
+    vec2 q = p - (slope * 0.14 + swell * 0.25) * Depth; // where the bent view meets the bottom
     vec3 light = texture(iChannel1, q * iResolution.y / iResolution.xy + 0.5).rgb;
-    float caustic = clamp(1.0 + lens * 20.0 * Caustics, 0.15, 3.0);
+    float caustic = clamp(1.0 + lens * 26.0 * Caustics, 0.10, 3.5);
 
     // Bottom: dark sand with a ripple pattern.
     float sand = noise(q * 90.0) * 0.5 + noise(q * 210.0) * 0.5;
     float ripple = 0.5 + 0.5 * sin(q.y * 70.0 + 5.0 * noise(q * 5.0) + q.x * 6.0);
-    vec3 bottom = vec3(0.030, 0.105, 0.135) * (0.70 + 0.35 * sand + 0.25 * ripple);
+    vec3 bottom = vec3(0.014, 0.062, 0.092) * (0.70 + 0.35 * sand + 0.25 * ripple);
     vec3 color = bottom * (0.55 + 0.75 * caustic);
-    color += light * vec3(0.50, 0.60, 0.66) * (0.35 + 0.5 * sand) * caustic;
+    color += light * vec3(0.85, 0.90, 1.0) * (0.30 + 0.5 * sand) * caustic;
 
     // Keys: rounded stones that stand a little above the sand.
     Key key = keyAt(q);
@@ -93,7 +98,7 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
         color *= 1.0 - 0.55 * shadow;
 
         float pulse = dot(light, vec3(0.35)); // how brightly this key still glows
-        vec3 top = vec3(0.115, 0.185, 0.205) * (0.88 + 0.24 * noise(q * 60.0 + key.center * 90.0));
+        vec3 top = vec3(0.070, 0.125, 0.150) * (0.88 + 0.24 * noise(q * 60.0 + key.center * 90.0));
         float bevel = smoothstep(-0.016, -0.002, edge);
         float facing = dot(normalize(local + 1e-5), normalize(vec2(-0.5, 0.85)));
         top *= 1.0 + bevel * 0.75 * facing;
@@ -104,14 +109,14 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
         float ink = letter(key.code, grid, 0.16 / scale);
         float groove = letter(key.code, grid + vec2(-0.22, 0.30), 0.16 / scale);
         face *= 1.0 - 0.35 * groove * (1.0 - ink);
-        vec3 inlay = mix(vec3(0.52, 0.66, 0.66) * (0.35 + 0.65 * caustic), vec3(1.6), clamp(pulse * 0.8, 0.0, 1.0))
+        vec3 inlay = mix(vec3(0.42, 0.60, 0.62) * (0.35 + 0.65 * caustic), vec3(1.6), clamp(pulse * 0.8, 0.0, 1.0))
                    + light * 0.9;
         face = mix(face, inlay, ink);
         color = mix(color, face, stone);
     }
 
     // The surface mirrors a bright evening sky where it leans towards it.
-    vec3 normal = normalize(vec3(-(slope * 2.6 + swell), 1.0));
+    vec3 normal = normalize(vec3(-(slope * 5.0 + swell), 1.0));
     vec3 lamp = normalize(vec3(-0.35, 0.60, 0.72));
     float glint = pow(max(dot(reflect(vec3(0.0, 0.0, -1.0), normal), lamp), 0.0), 24.0);
     color += vec3(0.75, 0.92, 1.0) * glint * 0.85;
