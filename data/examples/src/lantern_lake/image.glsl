@@ -173,7 +173,7 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
 
     // The moon itself is mirrored below the picture's edge; only the crests of the waves catch its light.
     float path = (p.x + pan * 0.1 - MOON.x) / (0.035 + 0.40 * depth);
-    float glitter = crest * exp(-path * path) * smoothstep(0.0, 0.05, depth);
+    float glitter = crest * exp(-path * path) * smoothstep(0.0, 0.05, depth) * smoothstep(0.36, 0.06, depth);
     lake += vec3(1.00, 0.74, 0.58) * glitter * 0.60;
     color = mix(color, lake, water);
 
