@@ -132,7 +132,7 @@ ParsedOptions ParseRenderOptions(const QStringList& arguments) {
                 parsed.error = QStringLiteral("%1 needs a value.").arg(name);
                 return parsed;
             }
-            const QString value = arguments[++i];
+            const QString& value = arguments[++i];
             if (!ParseValue(name, value, options)) {
                 parsed.error = QStringLiteral("\"%1\" is no value for %2.").arg(value, name);
                 return parsed;

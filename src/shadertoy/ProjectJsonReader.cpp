@@ -48,7 +48,7 @@ QString UntilZero(const QString& text) {
 
 // capacity counts the terminating zero.
 QString FittingText(const QString& text, qsizetype capacity, bool* refused) {
-    const QString result = UntilZero(text);
+    QString result = UntilZero(text);
     if (result.size() < capacity) return result;
     MarkRefused(refused);
     return {};

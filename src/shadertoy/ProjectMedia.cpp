@@ -93,13 +93,13 @@ QString MediumCachePath(const QString& name) {
 
 QString ResolveMedium(const QString& name, const QString& projectFolder) {
     if (name.isEmpty()) return {};
-    const QString asItStands = NormalizePath(name);
+    QString asItStands = NormalizePath(name);
     if (IsPlainFile(asItStands)) return asItStands;
     if (!projectFolder.isEmpty() && QDir::isRelativePath(asItStands)) {
-        const QString besideProject = NormalizePath(projectFolder) + u'/' + asItStands;
+        QString besideProject = NormalizePath(projectFolder) + u'/' + asItStands;
         if (IsPlainFile(besideProject)) return besideProject;
     }
-    const QString cached = MediumCachePath(name);
+    QString cached = MediumCachePath(name);
     if (cached.isEmpty() || !IsPlainFile(cached)) return {};
     return cached;
 }

@@ -21,6 +21,7 @@ int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb");
     std::unique_ptr<QApplication> application;
-    if (!GTEST_FLAG_GET(list_tests) && HasDisplay()) application = std::make_unique<QApplication>(argc, argv);
+    const bool hasDisplay = qgetenv("QT_QPA_PLATFORM") == "xcb" && HasDisplay();
+    if (!GTEST_FLAG_GET(list_tests) && hasDisplay) application = std::make_unique<QApplication>(argc, argv);
     return RUN_ALL_TESTS();
 }

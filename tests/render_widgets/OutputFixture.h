@@ -1,64 +1,38 @@
 // An output window on the display, the global records behind it, and a thread that holds a GL context on it.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QElapsedTimer>
 #include <QImage>
 #include <QPixmap>
 #include <QPointer>
 #include <QScreen>
 #include <QWindow>
 #include <atomic>
-#include <functional>
 #include <memory>
 #include <thread>
 
-#include "core/AppState.h"
 #include "render/InputState.h"
 #include "render/widgets/OutputView.h"
 #include "render/widgets/OutputWindow.h"
+#include "support/DisplayTest.h"
 
 namespace pixelgrove {
 
-// Handles events until the condition holds; false after five seconds.
-inline bool PumpUntil(const std::function<bool()>& condition) {
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > 5000) return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    return true;
-}
-
-inline void PumpFor(int milliseconds) {
-    QElapsedTimer timer;
-    timer.start();
-    PumpUntil([&] { return timer.elapsed() >= milliseconds; });
-}
-
-class OutputTest : public testing::Test {
+class OutputTest : public DisplayTest {
   protected:
     void SetUp() override {
-        if (!qApp || QGuiApplication::platformName() != QStringLiteral("xcb")) {
-            GTEST_SKIP() << "no X display: set DISPLAY to one, and QT_QPA_PLATFORM to xcb";
-        }
-        ASSERT_TRUE(AllocateGlobals());
+        DisplayTest::SetUp();
         Mouse().isDown = Mouse().justPressed = 0;
         Mouse().x = Mouse().y = Mouse().clickX = Mouse().clickY = -1;
         ClearKeyboard();
     }
 
     void TearDown() override {
-        if (!qApp || !App()) return;
+        if (!App()) return;
         if (window) window->close();
         PumpFor(0);
         App()->renderContext = nullptr;
         App()->outputSurface = nullptr;
-        FreeGlobals();
+        DisplayTest::TearDown();
     }
 
     void Open() {
@@ -83,17 +57,17 @@ class OutputTest : public testing::Test {
 // A context on the surface, made and left by a thread of its own, as a run has it.
 class ContextOnThread {
   public:
-    // `turn` is called over and over on the thread with the context current.
-    explicit ContextOnThread(
-        std::shared_ptr<OutputSurface> surface, std::function<void(GlContext&)> turn = [](GlContext&) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }) {
+    // `turn`, if any, is called over and over on the thread with the context current.
+    explicit ContextOnThread(std::shared_ptr<OutputSurface> surface,
+                             std::function<void(GlContext&)> turn = nullptr) {
         thread_ = std::thread([this, surface = std::move(surface), turn = std::move(turn)] {
             context_ = surface->CreateContext();
             isCurrent_ = context_ && context_->MakeCurrent();
             ready_ = true;
-            while (isCurrent_ && !stop_)
-                turn(*context_);
+            while (isCurrent_ && !stop_) {
+                if (turn) turn(*context_);
+                std::this_thread::sleep_for(std::chrono::milliseconds(2));
+            }
             if (context_) context_->Detach();
         });
     }
@@ -108,7 +82,6 @@ class ContextOnThread {
         if (thread_.joinable()) thread_.join();
         context_.reset();
     }
-    GlContext* Context() { return context_.get(); }
 
   private:
     std::unique_ptr<GlContext> context_;

@@ -1,8 +1,6 @@
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
-#include <algorithm>
 #include <cstring>
-#include <vector>
 
 #include "OutputFixture.h"
 #include "render/RenderContext.h"
@@ -25,24 +23,12 @@ BitmapRef TwoHalves(int width, int height, QRgb lower, QRgb upper) {
     return bitmap;
 }
 
-void ClearAndSwap(GlContext& context, float red, float green) {
-    QOpenGLFunctions* gl = QOpenGLContext::currentContext()->functions();
-    gl->glClearColor(red, green, 0, 1);
-    gl->glClear(GL_COLOR_BUFFER_BIT);
-    context.SwapBuffers();
-    std::this_thread::sleep_for(std::chrono::milliseconds(2));
-}
-
 class PresentationTest : public OutputTest {};
-
-TEST_F(PresentationTest, BlackUntilAProjectPlays) {
-    Open();
-    EXPECT_TRUE(Shows(0, 0, kBlack));
-    EXPECT_TRUE(Shows(639, 359, kBlack));
-}
 
 TEST_F(PresentationTest, BitmapOfAnotherThreadFillsTheClientArea) {
     Open();
+    EXPECT_TRUE(Shows(0, 0, kBlack));
+    EXPECT_TRUE(Shows(639, 359, kBlack));
     RenderContext run;
     App()->renderContext = &run;
     App()->useGdiDisplay = 1;
@@ -89,40 +75,16 @@ TEST_F(PresentationTest, ManyBitmapsMakeOneEventAndTheLastIsSeen) {
     EXPECT_EQ(counter.count, 2);
 }
 
-TEST_F(PresentationTest, GlFramesAndBitmapsTakeTurns) {
-    Open();
-    RenderContext context;
-    App()->renderContext = &context;
-    std::atomic<bool> draws{true};
-    std::shared_ptr<WindowSurface> surface = window->Surface();
-    ContextOnThread run(surface, [&](GlContext& gl) {
-        if (draws) {
-            ClearAndSwap(gl, 0, 1);
-        } else {
-            surface->ShowBitmap(TwoHalves(640, 360, kRed, kRed));
-            std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        }
-    });
-    ASSERT_TRUE(run.WaitCurrent());
-    for (int i = 0; i < 5; ++i) {
-        draws = true;
-        EXPECT_TRUE(Shows(600, 300, kGreen));
-        draws = false;
-        EXPECT_TRUE(Shows(600, 300, kRed));
-    }
-    draws = true;
-    window->resize(800, 600);
-    EXPECT_TRUE(Shows(790, 590, kGreen));
-    run.Stop();
-}
-
 TEST_F(PresentationTest, ClosingUnderARunKeepsTheDrawableUntilItsEnd) {
     Open();
     QPointer<OutputView> view = window->View();
     std::atomic<int> frames{0};
     ContextOnThread run(window->Surface(), [&](GlContext& context) {
         ASSERT_TRUE(context.MakeCurrent());
-        ClearAndSwap(context, 1, 0);
+        QOpenGLFunctions* gl = QOpenGLContext::currentContext()->functions();
+        gl->glClearColor(1, 0, 0, 1);
+        gl->glClear(GL_COLOR_BUFFER_BIT);
+        context.SwapBuffers();
         ++frames;
     });
     ASSERT_TRUE(run.WaitCurrent());
@@ -131,19 +93,6 @@ TEST_F(PresentationTest, ClosingUnderARunKeepsTheDrawableUntilItsEnd) {
     EXPECT_TRUE(PumpUntil([this] { return !window; }));
     const int before = frames;
     EXPECT_TRUE(PumpUntil([&] { return frames > before + 10; })) << "the run goes on, unseen";
-    EXPECT_TRUE(view);
-
-    // Other windows come and go meanwhile; theirs leave nothing behind.
-    std::vector<QPointer<OutputView>> others;
-    for (int i = 0; i < 50; ++i) {
-        Open();
-        others.push_back(window->View());
-        EXPECT_FALSE(IsRetired(*App()->outputSurface));
-        window->close();
-        EXPECT_TRUE(PumpUntil([this] { return !window; }));
-    }
-    EXPECT_TRUE(
-        PumpUntil([&] { return std::none_of(others.begin(), others.end(), [](auto& v) { return v; }); }));
     EXPECT_TRUE(view);
     run.Stop();
     EXPECT_TRUE(PumpUntil([&] { return !view; }));
@@ -170,37 +119,22 @@ TEST_F(PresentationTest, OnlyTheOwnersThreadMakesAContextCurrent) {
     EXPECT_TRUE(PumpUntil([&] { return !view; }));
 }
 
-TEST_F(PresentationTest, OffscreenOutputRendersWithoutAWindow) {
+TEST_F(PresentationTest, OffscreenOutputEndsOnTheThreadThatDrewOnIt) {
     std::shared_ptr<OutputSurface> surface = CreateOffscreenOutput({320, 200});
     ASSERT_TRUE(surface);
     EXPECT_EQ(surface->ClientSize(), (SurfaceSize{320, 200}));
     EXPECT_FALSE(IsRetired(*surface));
-    std::atomic<int> seen{0};
-    std::thread([&, surface = std::move(surface)]() mutable {
+    std::thread([surface = std::move(surface)]() mutable {
         EXPECT_EQ(CreateOffscreenOutput({1, 1}), nullptr) << "not on this thread";
         std::unique_ptr<GlContext> context = surface->CreateContext();
         ASSERT_TRUE(context && context->MakeCurrent());
         EXPECT_FALSE(context->HasDrawable());
         context->SwapBuffers();
-        QOpenGLFunctions* gl = QOpenGLContext::currentContext()->functions();
-        GLuint texture = 0, frameBuffer = 0;
-        gl->glGenTextures(1, &texture);
-        gl->glBindTexture(GL_TEXTURE_2D, texture);
-        gl->glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, 1, 1, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
-        gl->glGenFramebuffers(1, &frameBuffer);
-        gl->glBindFramebuffer(GL_FRAMEBUFFER, frameBuffer);
-        gl->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
-        gl->glClearColor(1, 0, 0, 1);
-        gl->glClear(GL_COLOR_BUFFER_BIT);
-        uint8_t pixel[4] = {};
-        gl->glReadPixels(0, 0, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, pixel);
-        seen = pixel[0];
         context->DoneCurrent();
         context.reset();
         // The off-screen surface's last holder is this thread.
         surface.reset();
     }).join();
-    EXPECT_EQ(seen, 255);
     PumpFor(0);
 }
 

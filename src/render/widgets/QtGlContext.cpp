@@ -34,7 +34,7 @@ class QtGlContext : public GlContext {
         } else {
             // Another thread may be inside the driver with it. Nothing can free it safely, nor the surface it
             // draws on: both stay for the rest of the process.
-            context_.release();
+            [[maybe_unused]] auto* left = context_.release();
             new std::shared_ptr<QSurface>(std::move(surface_));
         }
     }
