@@ -24,36 +24,30 @@ TEST(BaseFolders, ChoosesByTheProgramsPlace) {
     const QStringList known = {QStringLiteral("/usr"), QStringLiteral("/usr/local/"), QStringLiteral("/opt"),
                                QString()};
     const QString data = QStringLiteral("/home/u/.local/share//");
-    const char* userData = "/home/u/.local/share/orrisfield/moirelane";
     struct Row {
         const char* program;
-        const char* exe;
-        const char* dll;
-        const char* dat;
+        const char* folders;  // exe, dll, dat
         const char* type;
     };
     const Row rows[] = {
-        {"/usr/bin/pixelgrove", "/usr/share/orrisfield/moirelane", "/usr/share/orrisfield/moirelane/DLL",
-         userData, "Installed\n"},
         // /usr holds /usr/local too: the nearer one counts.
-        {"/usr/local/bin/x/y", "/usr/local/share/orrisfield/moirelane",
-         "/usr/local/share/orrisfield/moirelane/DLL", userData, "Installed\n"},
-        {"/opt/any name/pixelgrove", "/opt/share/orrisfield/moirelane", "/opt/share/orrisfield/moirelane/DLL",
-         userData, "Installed\n"},
-        {"/home/u/app/pixelgrove", "/home/u/app", "/home/u/app/DLL", "/home/u/app", "Portable\n"},
+        {"/usr/local/bin/x/y",
+         "/usr/local/share/orrisfield/moirelane /usr/local/share/orrisfield/moirelane/DLL "
+         "/home/u/.local/share/orrisfield/moirelane",
+         "Installed\n"},
+        {"/home/u/app/pixelgrove", "/home/u/app /home/u/app/DLL /home/u/app", "Portable\n"},
         // Only a folder's whole name counts, and only at the start.
-        {"/usrx/bin/p", "/usrx/bin", "/usrx/bin/DLL", "/usrx/bin", "Portable\n"},
-        {"/home/u/usr/bin/p", "/home/u/usr/bin", "/home/u/usr/bin/DLL", "/home/u/usr/bin", "Portable\n"},
-        {"/p", "", "/DLL", "", "Portable\n"},
-        {R"(D:\C\Projects\x\p.exe)", "D:/C/Projects/x", "D:/C/Projects/x", "D:/Moirelane", "Debugging"},
-        {R"(/usr/d:\c\PROJECTS\p)", "/usr/d:/c/PROJECTS", "/usr/d:/c/PROJECTS", "D:/Moirelane", "Debugging"},
-        {R"(D:\C\Projects)", "D:/C", "D:/C/DLL", "D:/C", "Portable\n"},
+        {"/usrx/bin/p", "/usrx/bin /usrx/bin/DLL /usrx/bin", "Portable\n"},
+        {"/home/u/usr/bin/p", "/home/u/usr/bin /home/u/usr/bin/DLL /home/u/usr/bin", "Portable\n"},
+        {"/p", " /DLL ", "Portable\n"},
+        {R"(D:\C\Projects\x\p.exe)", "D:/C/Projects/x D:/C/Projects/x D:/Moirelane", "Debugging"},
+        {R"(/usr/d:\c\PROJECTS\p)", "/usr/d:/c/PROJECTS /usr/d:/c/PROJECTS D:/Moirelane", "Debugging"},
+        {R"(D:\C\Projects)", "D:/C D:/C/DLL D:/C", "Portable\n"},
     };
     for (const Row& row : rows) {
         const FolderChoice choice = ChooseFolders(QString::fromLatin1(row.program), known, data);
-        EXPECT_EQ(choice.exe, QLatin1String(row.exe)) << row.program;
-        EXPECT_EQ(choice.dll, QLatin1String(row.dll)) << row.program;
-        EXPECT_EQ(choice.dat, QLatin1String(row.dat)) << row.program;
+        const QStringList folders = {choice.exe, choice.dll, choice.dat};
+        EXPECT_EQ(folders.join(u' '), QLatin1String(row.folders)) << row.program;
         EXPECT_EQ(choice.configurationType, QLatin1String(row.type)) << row.program;
     }
 }
@@ -63,28 +57,9 @@ TEST(BaseFolders, ExpandsTheTableEachTime) {
     SetBaseFolders();
     const QString data = ExpandVariables(QStringLiteral("%DAT_BASEFOLDER%"));
     ASSERT_TRUE(data.startsWith(u'/'));
-    struct Row {
-        PathId id;
-        const char* tail;
-    };
-    const Row rows[] = {
-        {PathId::DatBase, ""},
-        {PathId::ColourSettings, "/Globals.XML"},
-        {PathId::Shaders, "/Shaders"},
-        {PathId::ShaderPattern, "/Shaders/*.glsl"},
-        {PathId::Palettes, "/Palettes"},
-        {PathId::Layouts, "/UI"},
-        {PathId::ServiceRoot, "/ShaderToy"},
-        {PathId::CacheRoot, "/ShaderToy/ShadertoyCache"},
-        {PathId::ProjectFiles, "/ShaderToy/Shaders"},
-        {PathId::ProjectPattern, "/ShaderToy/Shaders/*.json"},
-        {PathId::Playlists, "/ShaderToy/Playlists"},
-        {PathId::PlaylistPattern, "/ShaderToy/Playlists/*.playlist"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(PathOf(row.id), data + QLatin1String(row.tail));
+    EXPECT_EQ(PathOf(PathId::ColourSettings), data + QStringLiteral("/Globals.XML"));
+    EXPECT_EQ(PathOf(PathId::PlaylistPattern), data + QStringLiteral("/ShaderToy/Playlists/*.playlist"));
     EXPECT_EQ(PathOf(PathId::DllBase), ExpandVariables(QStringLiteral("%DLL_BASEFOLDER%")));
-    EXPECT_EQ(PathOf(PathId::ExeBase), ExpandVariables(QStringLiteral("%EXE_BASEFOLDER%")));
     EXPECT_TRUE(PathOf(PathId::Count).isEmpty());
 }
 

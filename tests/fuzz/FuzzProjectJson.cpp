@@ -31,7 +31,7 @@ const std::vector<std::string>& FuzzSeeds() {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    const QString text = FromCodePage(QByteArrayView(data, static_cast<qsizetype>(size)));
+    const QString text = FromCodePage(QByteArrayView(data, qsizetype(size)));
     ShaderProject project;
     bool refused = false;
     if (!ReadProjectJson(text, project, &refused)) return 0;

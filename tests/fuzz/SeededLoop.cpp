@@ -1,7 +1,6 @@
 // Runs a fuzz target without libFuzzer: a fixed number of rounds over inputs made from the target's seeds.
 //
 //   fuzz_NAME_loop [ROUNDS [SEED [FILE]]]
-//   fuzz_NAME_loop seeds FOLDER      writes the seeds as files, for libFuzzer to start from
 //
 // Round n of a seed is always the same input. With FILE, each input is written there before it runs, so
 // that after a crash FILE holds the input that caused it.
@@ -21,7 +20,7 @@ constexpr size_t kMaxInputBytes = 32'768;
 using Random = std::mt19937_64;
 
 size_t Below(Random& random, size_t limit) {
-    return limit == 0 ? 0 : static_cast<size_t>(random() % limit);
+    return limit == 0 ? 0 : size_t(random() % limit);
 }
 
 std::string SliceOf(Random& random, const std::string& text) {
@@ -31,33 +30,14 @@ std::string SliceOf(Random& random, const std::string& text) {
 
 void MutateOnce(Random& random, std::string& input) {
     // Texts that parsers trip over: limits, signs, halves of pairs, ends.
-    static const std::vector<std::string> kTokens = {"\n",
-                                                     "\r",
-                                                     "\r\n",
-                                                     "\"",
-                                                     "/*",
-                                                     "*/",
-                                                     "//",
-                                                     "#include \"",
-                                                     "(",
-                                                     ")",
-                                                     ":",
-                                                     ",",
-                                                     "{",
-                                                     "}",
-                                                     "[",
-                                                     "]",
-                                                     "-1",
-                                                     "0",
-                                                     "2147483648",
-                                                     "99999999999999999999",
-                                                     "1e400",
-                                                     "null",
-                                                     "\\u0000",
-                                                     "\\ud800",
-                                                     std::string(1, '\0'),
-                                                     std::string(4, '\xff'),
-                                                     std::string(300, 'a')};
+    static const std::string zero(1, '\0'), ones(4, '\xff'), longName(300, 'a');
+    static const std::vector<std::string> tokens = {"\n",    "\r",   "\r\n",       "\"",
+                                                    "/*",    "*/",   "//",         "#include \"",
+                                                    "(",     ")",    ":",          ",",
+                                                    "{",     "}",    "[",          "]",
+                                                    "-1",    "0",    "2147483648", "99999999999999999999",
+                                                    "1e400", "null", "\\u0000",    "\\ud800",
+                                                    zero,    ones,   longName};
     const size_t at = Below(random, input.size() + 1);
     switch (random() % 7) {
         case 0:
@@ -67,7 +47,7 @@ void MutateOnce(Random& random, std::string& input) {
             if (at < input.size()) input[at] = static_cast<char>(input[at] ^ (1 << (random() % 8)));
             break;
         case 2:
-            input.insert(at, kTokens[Below(random, kTokens.size())]);
+            input.insert(at, tokens[Below(random, tokens.size())]);
             break;
         case 3:
             input.insert(at, SliceOf(random, FuzzSeeds()[Below(random, FuzzSeeds().size())]));
@@ -90,31 +70,18 @@ void Run(const std::string& input, const char* file) {
     LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(input.data()), input.size());
 }
 
-int WriteSeeds(const std::string& folder) {
-    for (size_t i = 0; i < FuzzSeeds().size(); ++i) {
-        const std::string path = folder + "/seed" + std::to_string(i);
-        std::ofstream file(path, std::ios::binary | std::ios::trunc);
-        if (!(file << FuzzSeeds()[i]).flush()) {
-            std::cerr << "can't write " << path << std::endl;
-            return 2;
-        }
-    }
-    return 0;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc == 3 && std::string(argv[1]) == "seeds") return WriteSeeds(argv[2]);
-    const unsigned long long rounds = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 10'000;
-    const unsigned long long seed = argc > 2 ? std::strtoull(argv[2], nullptr, 10) : 1;
+    const uint64_t rounds = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 10'000;
+    const uint64_t seed = argc > 2 ? std::strtoull(argv[2], nullptr, 10) : 1;
     const char* const file = argc > 3 ? argv[3] : nullptr;
     std::cout << "seed " << seed << ", " << rounds << " rounds" << std::endl;
 
     Run(std::string(), file);
     for (const std::string& input : FuzzSeeds())
         Run(input, file);
-    for (unsigned long long round = 0; round < rounds; ++round) {
+    for (uint64_t round = 0; round < rounds; ++round) {
         Random random(seed * 0x9e3779b97f4a7c15ULL + round);
         std::string input = FuzzSeeds()[Below(random, FuzzSeeds().size())];
         for (size_t i = 1 + Below(random, 12); i > 0; --i)

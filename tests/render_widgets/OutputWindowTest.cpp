@@ -13,11 +13,9 @@ namespace {
 
 class OutputWindowTest : public OutputTest {
   protected:
-    QPoint At(int x, int y) { return {x, y}; }
-
     // Straight to the view, as when the pointer is grabbed by a press and lies outside.
-    void SendMouse(QEvent::Type type, QPointF at) {
-        QMouseEvent event(type, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    void SendMouse(QEvent::Type type, QPointF at, Qt::MouseButton button = Qt::LeftButton) {
+        QMouseEvent event(type, at, at, button, button, Qt::NoModifier);
         QCoreApplication::sendEvent(window->View(), &event);
     }
     void SendKey(QEvent::Type type, int key, quint32 scanCode, bool repeat,
@@ -59,10 +57,9 @@ TEST_F(OutputWindowTest, DeletedByItsParentItClosesToo) {
     auto* child = new OutputWindow(parent.get());
     std::shared_ptr<WindowSurface> surface = child->Surface();
     QPointer<OutputView> view = child->View();
-    bool closed = false;
-    QObject::connect(child, &OutputWindow::Closed, [&] { closed = true; });
+    QSignalSpy closed(child, &OutputWindow::Closed);
     parent.reset();
-    EXPECT_TRUE(closed);
+    EXPECT_EQ(closed.count(), 1);
     EXPECT_TRUE(surface->IsRetired());
     EXPECT_TRUE(PumpUntil([&] { return !view; }));
 }
@@ -70,9 +67,9 @@ TEST_F(OutputWindowTest, DeletedByItsParentItClosesToo) {
 TEST_F(OutputWindowTest, HasNoSizeWhileMinimised) {
     Open();
     window->showMinimized();
-    if (!PumpUntil([&] { return window->Surface()->ClientSize() == SurfaceSize{0, 0}; })) {
-        FAIL() << "minimising was not seen; the display needs a window manager";
-    }
+    ASSERT_TRUE(PumpUntil([&] {
+        return window->Surface()->ClientSize() == SurfaceSize{0, 0};
+    })) << "the display needs a window manager";
     window->showNormal();
     EXPECT_TRUE(PumpUntil([&] { return window->Surface()->ClientSize() == SurfaceSize{640, 360}; }));
 }
@@ -150,37 +147,40 @@ TEST_F(OutputWindowTest, AlwaysOnTopKeepsTheNativeWindow) {
 }
 
 TEST_F(OutputWindowTest, MouseReachesShadersOfThisWindowOnly) {
+    const auto press = QEvent::MouseButtonPress, release = QEvent::MouseButtonRelease,
+               move = QEvent::MouseMove;
+    using State = std::array<int, 5>;
+    const auto state = [] {
+        return State{Mouse().x, Mouse().y, Mouse().clickX, Mouse().clickY, int(Mouse().isDown)};
+    };
     Open();
-    QTest::mousePress(window->View(), Qt::LeftButton, {}, At(10, 20));
-    QTest::mouseRelease(window->View(), Qt::LeftButton, {}, At(10, 20));
-    EXPECT_EQ(Mouse().x, -1) << "no run draws here yet";
+    SendMouse(press, {10, 20});
+    EXPECT_EQ(state(), (State{-1, -1, -1, -1, 0})) << "no run draws here yet";
 
     ContextOnThread run(window->Surface());
     ASSERT_TRUE(run.WaitCurrent());
-    QTest::mousePress(window->View(), Qt::LeftButton, {}, At(10, 20));
-    EXPECT_EQ(Mouse().isDown, 1u);
+    struct Step {
+        QEvent::Type type;
+        QPointF at;
+        State expected;  // x, y, clickX, clickY, isDown
+        Qt::MouseButton button = Qt::LeftButton;
+    };
+    const Step steps[] = {
+        {press, {10, 20}, {10, 340, 10, 340, 1}},
+        {move, {639, 359}, {639, 1, 10, 340, 1}},
+        // Outside nothing is seen, not even the release.
+        {move, {-1, 100}, {639, 1, 10, 340, 1}},
+        {release, {640, 100}, {639, 1, 10, 340, 1}},
+        {move, {300, 0}, {300, 360, 10, 340, 1}},
+        {release, {300, 0}, {300, 360, 10, 340, 0}},
+        {move, {5, 5}, {300, 360, 10, 340, 0}},
+        {press, {7, 7}, {300, 360, 10, 340, 0}, Qt::MiddleButton},
+    };
+    for (const Step& step : steps) {
+        SendMouse(step.type, step.at, step.button);
+        EXPECT_EQ(state(), step.expected) << step.at.x() << ' ' << step.at.y();
+    }
     EXPECT_EQ(Mouse().justPressed, 1u);
-    EXPECT_EQ(Mouse().clickX, 10);
-    EXPECT_EQ(Mouse().clickY, 340);
-    SendMouse(QEvent::MouseMove, {639, 359});
-    EXPECT_EQ(Mouse().x, 639);
-    EXPECT_EQ(Mouse().y, 1);
-    EXPECT_EQ(Mouse().clickX, 10);
-    // Outside nothing is seen, not even the release.
-    SendMouse(QEvent::MouseMove, {-1, 100});
-    SendMouse(QEvent::MouseButtonRelease, {640, 100});
-    EXPECT_EQ(Mouse().x, 639);
-    EXPECT_EQ(Mouse().isDown, 1u);
-    SendMouse(QEvent::MouseMove, {300, 0});
-    EXPECT_EQ(Mouse().x, 300);
-    EXPECT_EQ(Mouse().y, 360);
-    QTest::mouseRelease(window->View(), Qt::LeftButton, {}, At(300, 0));
-    EXPECT_EQ(Mouse().isDown, 0u);
-    SendMouse(QEvent::MouseMove, {5, 5});
-    EXPECT_EQ(Mouse().x, 300);
-    QTest::mousePress(window->View(), Qt::MiddleButton, {}, At(7, 7));
-    QTest::mouseRelease(window->View(), Qt::MiddleButton, {}, At(7, 7));
-    EXPECT_EQ(Mouse().clickX, 10);
 }
 
 TEST_F(OutputWindowTest, ClickJumpsInTime) {
@@ -199,11 +199,11 @@ TEST_F(OutputWindowTest, ClickJumpsInTime) {
 TEST_F(OutputWindowTest, RightPressOpensTheMenu) {
     Open();
     PumpFor(200);  // for the window manager's frame
-    QTest::mousePress(window->View(), Qt::RightButton, {}, At(50, 60));
+    QTest::mousePress(window->View(), Qt::RightButton, {}, {50, 60});
     ASSERT_TRUE(PumpUntil([] { return QApplication::activePopupWidget() != nullptr; }));
     QPointer<QWidget> menu = QApplication::activePopupWidget();
-    EXPECT_EQ(menu->pos(), window->View()->mapToGlobal(At(50, 60)));
-    QTest::mouseRelease(window->View(), Qt::RightButton, {}, At(50, 60));
+    EXPECT_EQ(menu->pos(), window->View()->mapToGlobal(QPoint(50, 60)));
+    QTest::mouseRelease(window->View(), Qt::RightButton, {}, {50, 60});
     menu->close();
     EXPECT_TRUE(PumpUntil([&] { return !menu; }));
 }
@@ -225,8 +225,6 @@ TEST_F(OutputWindowTest, KeysFillTheRows) {
     // Also when the frame has the keys.
     QTest::keyPress(window.data(), Qt::Key_Left);
     EXPECT_EQ(Key(37), (Rows{255, 255, 255}));
-    QTest::keyRelease(window.data(), Qt::Key_Left);
-    EXPECT_EQ(Key(37), (Rows{0, 0, 255}));
     // Keypad 8 pressed as a digit and released, after Num Lock, as an arrow.
     SendKey(QEvent::KeyPress, Qt::Key_8, 80, false, Qt::KeypadModifier);
     EXPECT_EQ(Key(104), (Rows{255, 255, 255}));

@@ -2,7 +2,6 @@
 
 #include <QTemporaryDir>
 #include <cfloat>
-#include <cmath>
 
 #include "platform/CodePage.h"
 #include "platform/Files.h"
@@ -23,12 +22,14 @@ TEST(WriteInput, TypeAndIdByKind) {
         const char* ctype;
         double id;
     };
-    const Row rows[] = {
-        {0, 2, "unknown", 666},   {1, 3, "texture", 666},  {2, 2, "buffer", 257},
-        {2, 5, "buffer", 260},    {2, -1, "buffer", 254},  {2, INT32_MAX, "buffer", 2147483902.0},
-        {3, 6, "cubemap", 41},    {4, -1, "cubemap", 666}, {5, -1, "volume", 666},
-        {6, -1, "keyboard", 666}, {7, -1, "webcam", 666},  {8, -1, "audio", 666},
-        {9, -1, "unknown", 666}};
+    const Row rows[] = {{0, 2, "unknown", 666},
+                        {1, 3, "texture", 666},
+                        {2, 2, "buffer", 257},
+                        {2, -1, "buffer", 254},
+                        {2, INT32_MAX, "buffer", 2147483902.0},
+                        {3, 6, "cubemap", 41},
+                        {4, -1, "cubemap", 666},
+                        {9, -1, "unknown", 666}};
     for (const Row& row : rows) {
         ChannelInput channel;
         channel.kind = row.kind;
@@ -45,13 +46,12 @@ TEST(WriteInput, TypeAndIdByKind) {
 TEST(WriteInput, SamplerValues) {
     struct Row {
         uint32_t filter, wrap, flag, internalFormat;
-        const char *filterText, *wrapText, *flagText, *internalText;
+        const char* texts;  // filter, wrap, vflip, srgb, internal
     };
     const Row rows[] = {
-        {gl::kLinear, gl::kClampToEdge, 0, 0, "linear", "clamp", "false", "(none)"},
-        {gl::kNearest, gl::kRepeat, 1, 1, "nearest", "repeat", "true", "byte"},
-        {gl::kLinearMipmapLinear, gl::kMirroredRepeat, 7, 2, "mipmap", "clamp", "true", "(none)"},
-        {0, 0, 0, 0, "linear", "clamp", "false", "(none)"}};
+        {gl::kNearest, gl::kRepeat, 1, 1, "nearest repeat true false byte"},
+        {gl::kLinearMipmapLinear, gl::kMirroredRepeat, 7, 2, "mipmap clamp true false (none)"},
+        {0, 0, 0, 0, "linear clamp false true (none)"}};
     for (const Row& row : rows) {
         ChannelInput channel;
         channel.filter = row.filter;
@@ -60,28 +60,10 @@ TEST(WriteInput, SamplerValues) {
         channel.srgb = !row.flag;
         channel.internalFormat = row.internalFormat;
         const JsonObject sampler = WriteInputJson(channel).GetNamedObject(u"sampler").value_or(JsonObject());
-        EXPECT_EQ(Text(sampler, u"filter"), row.filterText);
-        EXPECT_EQ(Text(sampler, u"wrap"), row.wrapText);
-        EXPECT_EQ(Text(sampler, u"vflip"), row.flagText);
-        EXPECT_NE(Text(sampler, u"srgb"), row.flagText);
-        EXPECT_EQ(Text(sampler, u"internal"), row.internalText);
-    }
-}
-
-TEST(WritePass, StageWithoutANameWritesOnlyItsType) {
-    for (const uint32_t kind : {0u, 6u, 8u}) {
-        ShaderStage stage;
-        stage.kind = kind;
-        stage.channels[1].kind = kChannelKeyboard;
-        const JsonObject pass = WritePassJson(stage);
-        EXPECT_EQ(Text(pass, u"type"), kind == 6 ? "cubemap" : "unknown");
-        EXPECT_EQ(Text(pass, u"name"), kind == 6 ? "Cubemap A" : "(none)");
-        EXPECT_EQ(Text(pass, u"description"), kind == 6 ? "" : "(none)");
-        EXPECT_EQ(pass.GetNamedArray(u"inputs")->Size(), 1);
-        const auto output = pass.GetNamedArray(u"outputs")->GetObjectAt(0);
-        ASSERT_TRUE(output);
-        EXPECT_EQ(output->GetNamedNumber(u"id"), 41.0);
-        EXPECT_EQ(output->GetNamedNumber(u"channel"), 0.0);
+        std::string texts = Text(sampler, u"filter");
+        for (const QStringView key : {u"wrap", u"vflip", u"srgb", u"internal"})
+            texts += " " + Text(sampler, key);
+        EXPECT_EQ(texts, row.texts);
     }
 }
 
@@ -93,8 +75,6 @@ TEST(WriteProject, OrderOfStagesAndVersion) {
     std::optional<JsonObject> shader;
     for (const auto& [version, expected] : {std::pair{-1.5f, "-1.500000"},
                                             {FLT_MAX, "340282346638528859811704183484516925440.000000"},
-                                            {1e-20f, "0.000000"},
-                                            {INFINITY, "inf"},
                                             {0.1f, "0.100000"}}) {
         project.version = version;
         shader = JsonObject::Parse(WriteProjectJson(project))->GetNamedObject(u"Shader");
@@ -132,11 +112,14 @@ TEST(SaveProject, FileReadsBackAsItWas) {
     common.kind = kStageCommon;
     for (int byte = 1; byte < 256; ++byte)
         common.source += char(byte);
-    ChannelInput& cube = project.stages[kStageBufferA].channels[3];
-    cube.kind = kChannelCubeA;
-    cube.channelIndex = 3;
-    cube.wrap = gl::kRepeat;
-    cube.filter = gl::kLinear;
+    ShaderStage& buffer = project.stages[kStageBufferA];
+    const uint32_t kinds[kChannelCount] = {kChannelWebcam, kChannelKeyboard, kChannelVolume, kChannelCubeA};
+    for (uint32_t i = 0; i < kChannelCount; ++i) {
+        buffer.channels[i].kind = kinds[i];
+        buffer.channels[i].channelIndex = i;
+        buffer.channels[i].wrap = gl::kRepeat;
+        buffer.channels[i].filter = gl::kLinear;
+    }
 
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("p.json"));
@@ -146,6 +129,8 @@ TEST(SaveProject, FileReadsBackAsItWas) {
     ShaderProject back;
     ASSERT_TRUE(ReadProjectJson(FromCodePage(bytes), back));
     EXPECT_EQ(back.stages[kStageCommon].source, common.source);
+    for (size_t i = 0; i < kChannelCount; ++i)
+        EXPECT_EQ(back.stages[kStageBufferA].channels[i].kind, kinds[i]);
     EXPECT_EQ(back.info.name, project.info.name);
     EXPECT_EQ(WriteProjectJson(back), WriteProjectJson(project));
 

@@ -2,53 +2,35 @@
 // dialogs are answered from fields of the fixture.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
-#include <functional>
 #include <memory>
 
-#include "core/AppState.h"
 #include "core/Commands.h"
 #include "core/ProjectModel.h"
+#include "support/DisplayTest.h"
 #include "ui/CodeView.h"
-#include "ui/Display.h"
 #include "ui/MainWindow.h"
 
 namespace pixelgrove {
 
-// Handles events until the condition holds; false after ten seconds.
-inline bool PumpUntil(const std::function<bool()>& condition) {
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > 10000) return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    return true;
-}
-
-class WindowTest : public testing::Test {
+class WindowTest : public DisplayTest {
   protected:
     void SetUp() override {
-        if (!qApp) GTEST_SKIP() << qPrintable(MissingDisplayText());
-        ASSERT_TRUE(AllocateGlobals());
+        DisplayTest::SetUp();
+        if (!App()) return;
         shaderModified = false;
         MakeWindow({});
     }
 
     void TearDown() override {
-        if (!qApp || !App()) return;
+        if (!App()) return;
         window.reset();
         ClearProject(false);
-        FreeGlobals();
+        DisplayTest::TearDown();
     }
 
     void MakeWindow(const QString& projectFile) {
@@ -74,6 +56,8 @@ class WindowTest : public testing::Test {
         EXPECT_NE(control, nullptr) << name;
         return control;
     }
+    // Of a label, button or line edit.
+    QString Text(const char* name) const { return Control<QWidget>(name)->property("text").toString(); }
     CodeView* Editor() const { return Control<CodeView>("editor"); }
     QString Status() const { return Control<QPlainTextEdit>("statusText")->toPlainText(); }
     QString Title() const { return window->windowTitle(); }
