@@ -88,11 +88,6 @@ TEST_F(ProjectModelTest, SelectingShowsTheStage) {
     SelectStage(8);
     SelectStage(0xFFFFFFFF);
     EXPECT_THAT(host_.Names(), IsEmpty());
-
-    State().stageErrors[kStageImage] = QStringLiteral("Image(3): no");
-    SelectStage(kStageImage);
-    EXPECT_EQ(host_.StatusText(), QStringLiteral("Image(3): no"));
-    EXPECT_EQ(host_.CountOf("MarkErrorLines"), 1);
 }
 
 TEST_F(ProjectModelTest, AddingGivesTheDefaultTextOnlyToRealStages) {

@@ -15,55 +15,39 @@ std::string Text(const JsonObject& object, QStringView key) {
     return object.GetNamedString(key).value_or(QStringLiteral("(none)")).toStdString();
 }
 
-TEST(WriteInput, TypeAndIdByKind) {
+TEST(WriteInput, TypeIdAndSampler) {
     struct Row {
         uint32_t kind;
         int32_t sourceStage;
-        const char* ctype;
+        uint32_t filter, wrap, flag, internalFormat;
+        const char* texts;  // ctype, filter, wrap, vflip, srgb, internal
         double id;
     };
-    const Row rows[] = {{0, 2, "unknown", 666},
-                        {1, 3, "texture", 666},
-                        {2, 2, "buffer", 257},
-                        {2, -1, "buffer", 254},
-                        {2, INT32_MAX, "buffer", 2147483902.0},
-                        {3, 6, "cubemap", 41},
-                        {4, -1, "cubemap", 666},
-                        {9, -1, "unknown", 666}};
+    const Row rows[] = {
+        {0, 2, 0, 0, 0, 0, "unknown linear clamp false true (none)", 666},
+        {1, 3, gl::kNearest, gl::kRepeat, 1, 1, "texture nearest repeat true false byte", 666},
+        {2, 2, gl::kLinearMipmapLinear, gl::kMirroredRepeat, 7, 2, "buffer mipmap clamp true false (none)",
+         257},
+        {2, -1, 0, 0, 0, 0, "buffer linear clamp false true (none)", 254},
+        {2, INT32_MAX, 0, 0, 0, 0, "buffer linear clamp false true (none)", 2147483902.0},
+        {3, 6, 0, 0, 0, 0, "cubemap linear clamp false true (none)", 41},
+        {4, -1, 0, 0, 0, 0, "cubemap linear clamp false true (none)", 666}};
     for (const Row& row : rows) {
         ChannelInput channel;
         channel.kind = row.kind;
         channel.sourceStage = row.sourceStage;
-        channel.channelIndex = 3;
-        const JsonObject input = WriteInputJson(channel);
-        EXPECT_EQ(Text(input, u"ctype"), row.ctype) << row.kind;
-        EXPECT_EQ(input.GetNamedNumber(u"id"), row.id) << row.kind;
-        EXPECT_EQ(input.GetNamedNumber(u"channel"), 3.0);
-        EXPECT_EQ(input.GetNamedNumber(u"published"), 1.0);
-    }
-}
-
-TEST(WriteInput, SamplerValues) {
-    struct Row {
-        uint32_t filter, wrap, flag, internalFormat;
-        const char* texts;  // filter, wrap, vflip, srgb, internal
-    };
-    const Row rows[] = {
-        {gl::kNearest, gl::kRepeat, 1, 1, "nearest repeat true false byte"},
-        {gl::kLinearMipmapLinear, gl::kMirroredRepeat, 7, 2, "mipmap clamp true false (none)"},
-        {0, 0, 0, 0, "linear clamp false true (none)"}};
-    for (const Row& row : rows) {
-        ChannelInput channel;
         channel.filter = row.filter;
         channel.wrap = row.wrap;
         channel.vflip = row.flag;
         channel.srgb = !row.flag;
         channel.internalFormat = row.internalFormat;
-        const JsonObject sampler = WriteInputJson(channel).GetNamedObject(u"sampler").value_or(JsonObject());
-        std::string texts = Text(sampler, u"filter");
-        for (const QStringView key : {u"wrap", u"vflip", u"srgb", u"internal"})
+        const JsonObject input = WriteInputJson(channel);
+        const JsonObject sampler = input.GetNamedObject(u"sampler").value_or(JsonObject());
+        std::string texts = Text(input, u"ctype");
+        for (const QStringView key : {u"filter", u"wrap", u"vflip", u"srgb", u"internal"})
             texts += " " + Text(sampler, key);
         EXPECT_EQ(texts, row.texts);
+        EXPECT_EQ(input.GetNamedNumber(u"id"), row.id) << row.texts;
     }
 }
 
