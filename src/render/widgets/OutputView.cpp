@@ -74,7 +74,9 @@ void OutputView::exposeEvent(QExposeEvent*) {
     if (!isExposed()) return;
     // The window may have come to a screen of another pixel ratio.
     UpdateClientSize();
-    const bool draws = CurrentRun() && App()->compileFailed.load(std::memory_order_relaxed) == 0;
+    // A run that started elsewhere, or failed to compile, never fills this window.
+    const bool draws =
+        CurrentRun() && surface_->HasContexts() && App()->compileFailed.load(std::memory_order_relaxed) == 0;
     if (!draws) {
         shown_.reset();
         Paint(nullptr);
