@@ -140,7 +140,6 @@ TEST_F(HeadlessRender, BadProjectFilesAreTwoAndSayWhy) {
         {"text", "void mainImage() {}"},
         {"deep", "{\"Shader\":" + QByteArray(1000000, '[')},
         {"types", "{\"Shader\":{\"ver\":\"1\",\"info\":[],\"renderpass\":{}}}"},
-        {"array", "[1,2,3]"},
         {"noimage", Project(Pass("common", "Common", "float x;"))},
         {"sound", Project(Pass("sound", "Sound", kGradient))},
     };
@@ -186,23 +185,6 @@ TEST_F(HeadlessRender, MediaThatLieAreACompileFailure) {
         EXPECT_FALSE(outcome.crashed);
         EXPECT_TRUE(outcome.err.contains(QLatin1String("channel 0"))) << outcome.err.toStdString();
     }
-}
-
-TEST_F(HeadlessRender, TextureRowsStandUpright) {
-    QImage picture(4, 2, QImage::Format_RGB32);
-    picture.fill(QColor(255, 0, 0));
-    for (int x = 0; x < 4; ++x)
-        picture.setPixelColor(x, 1, QColor(0, 0, 255));
-    ASSERT_TRUE(picture.save(Path("p.png")));
-    Write(
-        "a.json",
-        Project(Pass("image", "Image",
-                     "void mainImage(out vec4 c, in vec2 p) { c = texture(iChannel0, p / iResolution.xy); }",
-                     Input("texture", "p.png"))));
-    ASSERT_EQ(Run("a.json --size 8x8").exitCode, 0);
-    const QImage frame(Path("frame-0001.png"));
-    EXPECT_EQ(frame.pixelColor(3, 0), QColor(255, 0, 0));
-    EXPECT_EQ(frame.pixelColor(3, 7), QColor(0, 0, 255));
 }
 
 }  // namespace

@@ -1,16 +1,14 @@
 #include <gtest/gtest.h>
 
-#include <set>
-#include <thread>
 #include <tuple>
 #include <vector>
 
 #include "core/AppState.h"
 #include "core/Bitmap.h"
+#include "core/BitmapRows.h"
 #include "core/PaletteBlock.h"
 #include "core/PlayTime.h"
 #include "core/Stages.h"
-#include "core/UniqueId.h"
 
 namespace pixelgrove {
 namespace {
@@ -29,23 +27,16 @@ TEST(Stages, DefaultSourcesAreAsPublished) {
 TEST(Stages, DefaultSamplerLeavesTheFormatAndUnknownKinds) {
     ChannelInput channel;
     channel.kind = kChannelTexture;
-    channel.srgb = 1;
     channel.internalFormat = 1;
     EXPECT_TRUE(DefaultSampler(channel));
     EXPECT_EQ(channel.vflip, 1u);
     EXPECT_EQ(channel.wrap, gl::kMirroredRepeat);
     EXPECT_EQ(channel.samplerCountdown, 2u);
-    EXPECT_EQ(channel.srgb, 0u);
     EXPECT_EQ(channel.internalFormat, 1u);
-    channel.kind = kChannelCubemap;
-    EXPECT_TRUE(DefaultSampler(channel));
-    EXPECT_EQ(channel.vflip, 0u);
-    EXPECT_EQ(channel.wrap, gl::kClampToEdge);
-    channel.wrap = 77;
     for (const uint32_t kind : {0u, 9u, 0xFFFFFFFFu}) {
         channel.kind = kind;
         EXPECT_FALSE(DefaultSampler(channel));
-        EXPECT_EQ(channel.wrap, 77u);
+        EXPECT_EQ(channel.wrap, gl::kMirroredRepeat);
     }
 }
 
@@ -58,10 +49,6 @@ TEST(Bitmap, RowsArePaddedAndLimitsHold) {
         EXPECT_EQ(bitmap->bits, std::vector<uint8_t>(stride * 3, 0));
         EXPECT_TRUE(bitmap->IsComplete());
     }
-    const auto frame = CreateFrameBitmap(4, 2);
-    ASSERT_TRUE(frame);
-    frame->bits.pop_back();
-    EXPECT_FALSE(frame->IsComplete());
 
     EXPECT_TRUE(CreateBitmap(kMaxBitmapSide, 1, 8, false));
     EXPECT_FALSE(CreateBitmap(kMaxBitmapSide + 1, 1, 8, false));
@@ -70,6 +57,17 @@ TEST(Bitmap, RowsArePaddedAndLimitsHold) {
     EXPECT_FALSE(CreateBitmap(1, -1, 32, false));
     EXPECT_FALSE(CreateBitmap(1, 1, 16, false));
     EXPECT_FALSE(CreateBitmap(kMaxBitmapSide, kMaxBitmapSide, 32, false));
+}
+
+TEST(Bitmap, RowsAreRepackedWithoutPadding) {
+    using Bytes = std::vector<uint8_t>;
+    Bitmap grey{3, 2, 8, false, {0, 1, 2, 99, 4, 5, 6, 99}};
+    EXPECT_EQ(RepackBitmapRows(grey, true), (Bytes{4, 5, 6, 0, 1, 2}));
+    grey.bottomUp = true;  // memory order counts
+    EXPECT_EQ(RepackBitmapRows(grey, false), (Bytes{0, 1, 2, 4, 5, 6}));
+    grey.bits.pop_back();
+    EXPECT_FALSE(RepackBitmapRows(grey, false));
+    EXPECT_FALSE(RepackBitmapRows(Bitmap{2, 1, 16, false, Bytes(4)}, false));
 }
 
 TEST(Palette, UnpacksAndClampsWhatAnotherProcessWrote) {
@@ -98,41 +96,6 @@ TEST(PlayTime, RunsFromATenthToAbout4095) {
     EXPECT_EQ(StartTimeFromBits(0), 0.1f);
     EXPECT_EQ(StartTimeFromBits(0xFFFFFFFF), 4095.0f);
     EXPECT_NEAR(StartTimeFromBits(0x80000000), 2047.55f, 0.001f);
-}
-
-TEST(UniqueId, ThreadsNeverDrawTheSame) {
-    std::vector<uint64_t> drawn(4000);
-    std::vector<std::thread> threads;
-    threads.reserve(4);
-    for (size_t t = 0; t < 4; ++t) {
-        threads.emplace_back([&drawn, t] {
-            for (size_t i = 0; i < 1000; ++i)
-                drawn[t * 1000 + i] = NextUniqueId();
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    const std::set<uint64_t> different(drawn.begin(), drawn.end());
-    EXPECT_EQ(different.size(), 4000u);
-    EXPECT_FALSE(different.contains(0));
-    const uint64_t before = NextUniqueId();
-    NextSubclassId();
-    EXPECT_EQ(NextUniqueId(), before + 1);
-}
-
-TEST(Globals, LiveFromAllocateToFree) {
-    EXPECT_EQ(App(), nullptr);
-    EXPECT_EQ(Controls(), nullptr);
-    ASSERT_TRUE(AllocateGlobals());
-    AppState* state = App();
-    ASSERT_NE(state, nullptr);
-    EXPECT_EQ(state->host, &SilentHost());
-    EXPECT_TRUE(AllocateGlobals());
-    EXPECT_EQ(App(), state);
-    FreeGlobals();
-    EXPECT_EQ(App(), nullptr);
-    EXPECT_EQ(Controls(), nullptr);
-    FreeGlobals();
 }
 
 [[noreturn]] void FreePinnedGlobals() {

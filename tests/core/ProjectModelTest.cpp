@@ -69,46 +69,17 @@ TEST_F(ProjectModelTest, ANewProjectIsTheImageStageAlone) {
     EXPECT_EQ(host_.StatusText(), QStringLiteral("[ Image ] No errors."));
     EXPECT_EQ(host_.Names().back(), "RebuildControlTree");
     EXPECT_TRUE(shaderModified);
-}
-
-TEST_F(ProjectModelTest, SelectingShowsTheStage) {
-    AddStage(kStageCommon);
-    StageDocument* outgoing = State().currentDocument;
-    StageDocument* seenCurrent = nullptr;
-    host_.onLoadDocument = [&](StageDocument&) { seenCurrent = State().currentDocument; };
-    SelectStage(kStageCommon);
-    EXPECT_EQ(seenCurrent, outgoing);
-    EXPECT_EQ(State().currentDocument, &State().documents[kStageCommon]);
-    EXPECT_EQ(host_.StatusText(), QStringLiteral("[ Common ] No errors."));
-    EXPECT_THAT(host_.Names(),
-                ElementsAre("LoadDocument", "SetStatusText", "RefreshStageTabs", "RefreshChannelPanel"));
 
     host_.Forget();
-    SelectStage(kStageCommon);
-    SelectStage(8);
-    SelectStage(0xFFFFFFFF);
+    for (uint32_t id : {uint32_t(kStageImage), 8u, 0xFFFFFFFFu})
+        SelectStage(id);
     EXPECT_THAT(host_.Names(), IsEmpty());
-}
-
-TEST_F(ProjectModelTest, AddingGivesTheDefaultTextOnlyToRealStages) {
-    for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
-        State().channels[id][0].kind = kChannelAudio;
-        AddStage(id);
-        EXPECT_EQ(State().documents[id].text, DefaultSource(id));
-        EXPECT_EQ(State().documents[id].commentMap, BuildCommentMap(DefaultSource(id)));
-        EXPECT_EQ(State().channels[id][0].kind, kChannelAudio);
-    }
-    EXPECT_THAT(AddableStages(), IsEmpty());
-    AddStage(kStageNone);
-    AddStage(8);
-    EXPECT_FALSE(State().documents[kStageNone].hasText);
 }
 
 TEST_F(ProjectModelTest, RemovingTheShownStageFallsBackToImage) {
     AddStage(kStageBufferC);
     SelectStage(kStageBufferC);
     State().channels[kStageBufferC][2].kind = kChannelTexture;
-    State().channels[kStageBufferC][2].faces[0] = CreateBitmap(1, 1, 32, false);
     // An editor saves the view of the stage it leaves.
     host_.onLoadDocument = [&](StageDocument&) { State().currentDocument->caretPosition = 9; };
     RemoveStage(kStageBufferC);
@@ -116,8 +87,6 @@ TEST_F(ProjectModelTest, RemovingTheShownStageFallsBackToImage) {
     EXPECT_FALSE(State().documents[kStageBufferC].hasText);
     EXPECT_EQ(State().documents[kStageBufferC].caretPosition, 0);
     EXPECT_EQ(State().channels[kStageBufferC][2].kind, kChannelUnused);
-    EXPECT_EQ(State().channels[kStageBufferC][2].faces[0], nullptr);
-    EXPECT_EQ(stageTabs[kStageBufferC].exists, 0u);
     EXPECT_FALSE(shaderModified);
 
     // Another stage than the shown one: the editor stays as it is.
@@ -130,17 +99,6 @@ TEST_F(ProjectModelTest, RemovingTheShownStageFallsBackToImage) {
     for (uint32_t id : {uint32_t(kStageNone), uint32_t(kStageImage), 8u})
         RemoveStage(id);
     EXPECT_TRUE(State().documents[kStageImage].hasText);
-    EXPECT_EQ(stageTabs[kStageNone].exists, 1u);
-}
-
-TEST_F(ProjectModelTest, DocumentTextHasLfLineEnds) {
-    StageDocument document;
-    SetDocumentText(document, QStringLiteral("a\r\nb\rc\n\r\r\nd"), 1);
-    EXPECT_EQ(document.text, QStringLiteral("a\nb\nc\n\n\nd"));
-    EXPECT_EQ(document.length, 9u);
-    EXPECT_EQ(document.allocated, 10u);
-    EXPECT_EQ(document.commentMap.size(), 9u);
-    EXPECT_TRUE(document.hasText);
 }
 
 TEST_F(ProjectModelTest, AChangeMarksTheProjectAndRebuildsWhenNeeded) {
@@ -181,34 +139,28 @@ TEST_F(ProjectModelTest, AdoptingTakesTextsAndChannelsOver) {
     project.info.name = QStringLiteral("Fog");
     ShaderStage& stage = project.stages[kStageImage];
     stage.kind = kStageImage;
-    stage.source = "a\r\n\x80//";
+    stage.source = "a\r\n\r\x80//";
     stage.channels[3].kind = kChannelTexture;
     stage.channels[3].faces[0] = CreateBitmap(2, 2, 32, false);
-    stage.channels[1].fileName = QStringLiteral("of no kind");
     project.stages[kStageBufferA].kind = kStageBufferA;  // an empty text is a text
     project.stages[kStageBufferB].source = "no kind";
     const BitmapRef face = stage.channels[3].faces[0];
     AddStage(kStageCubeA);
     shaderModified = true;
-    bool sawNoOutgoing = false;
-    host_.onLoadDocument = [&](StageDocument&) { sawNoOutgoing = State().currentDocument == nullptr; };
     AdoptProject(project, QStringLiteral("/p/fog.json"));
 
     const StageDocument& image = State().documents[kStageImage];
-    EXPECT_EQ(image.text, QStringLiteral("a\n\u20ac//"));
-    EXPECT_EQ(image.length, 5u);
-    EXPECT_EQ(image.allocated, 6u);
-    EXPECT_EQ(image.commentMap, (std::vector<uint8_t>{0, 0, 0, 1, 1}));
+    EXPECT_EQ(image.text, QStringLiteral("a\n\n\u20ac//"));
+    EXPECT_EQ(image.length, 6u);
+    EXPECT_EQ(image.allocated, 7u);
+    EXPECT_EQ(image.commentMap, (std::vector<uint8_t>{0, 0, 0, 0, 1, 1}));
     EXPECT_EQ(State().channels[kStageImage][3].faces[0], face);
     EXPECT_EQ(stage.channels[3].faces[0], nullptr);
-    EXPECT_TRUE(State().channels[kStageImage][1].fileName.isEmpty());
     EXPECT_TRUE(State().documents[kStageBufferA].hasText);
     EXPECT_THAT(AddableStages(), ElementsAre(1u, 3u, 4u, 5u, 6u));
     EXPECT_EQ(State().currentStage, kStageImage);
-    EXPECT_TRUE(sawNoOutgoing);
     EXPECT_FALSE(shaderModified);
     EXPECT_EQ(State().projectInfo.name, QStringLiteral("Fog"));
-    EXPECT_EQ(host_.Names().back(), "RebuildControlTree");
 }
 
 TEST_F(ProjectModelTest, AServiceIdBecomesAReadableFileName) {

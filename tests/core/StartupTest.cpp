@@ -11,7 +11,6 @@
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
 #include "core/UniqueId.h"
-#include "platform/Environment.h"
 #include "platform/Files.h"
 #include "platform/SharedMemory.h"
 
@@ -52,17 +51,6 @@ TEST(BaseFolders, ChoosesByTheProgramsPlace) {
     }
 }
 
-TEST(BaseFolders, ExpandsTheTableEachTime) {
-    SetBaseFolders();
-    SetBaseFolders();
-    const QString data = ExpandVariables(QStringLiteral("%DAT_BASEFOLDER%"));
-    ASSERT_TRUE(data.startsWith(u'/'));
-    EXPECT_EQ(PathOf(PathId::ColourSettings), data + QStringLiteral("/Globals.XML"));
-    EXPECT_EQ(PathOf(PathId::PlaylistPattern), data + QStringLiteral("/ShaderToy/Playlists/*.playlist"));
-    EXPECT_EQ(PathOf(PathId::DllBase), ExpandVariables(QStringLiteral("%DLL_BASEFOLDER%")));
-    EXPECT_TRUE(PathOf(PathId::Count).isEmpty());
-}
-
 TEST(Startup, RunsItsStepsInOrder) {
     std::vector<std::string> order;
     const auto step = [&](const char* name, bool hasLists, bool hasPalette) {
@@ -83,6 +71,7 @@ TEST(Startup, RunsItsStepsInOrder) {
             EXPECT_TRUE(IsFolder(CacheRoot() + u'/' + folder));
         }
         EXPECT_TRUE(IsFolder(PathOf(PathId::ProjectFiles)));
+        EXPECT_TRUE(PathOf(PathId::Count).isEmpty());
     };
     steps.registerWindows = step("registerWindows", false, false);
     steps.loadSettings = step("loadSettings", true, false);

@@ -1,16 +1,26 @@
 // Pictures and files that the image tests make for themselves.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QBuffer>
 #include <QByteArray>
 #include <QFile>
 #include <QImage>
 #include <QImageWriter>
 #include <QString>
+#include <QTemporaryDir>
 
 #include "core/Bitmap.h"
 
 namespace pixelgrove {
+
+class ImageFileTest : public testing::Test {
+  protected:
+    QString Path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
+
+    QTemporaryDir dir;
+};
 
 inline bool WriteBytes(const QString& path, const QByteArray& bytes) {
     QFile file(path);
@@ -64,12 +74,29 @@ inline void SetPixel(Bitmap& bitmap, int x, int y, QRgb colour) {
     if (bitmap.bitsPerPixel == 32) p[3] = uint8_t(qAlpha(colour));
 }
 
-inline std::shared_ptr<Bitmap> PatternBitmap(int width, int height, int depth, bool bottomUp, bool alpha) {
-    std::shared_ptr<Bitmap> bitmap = CreateBitmap(width, height, depth, bottomUp);
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x)
-            SetPixel(*bitmap, x, y, PatternAt(x, y, alpha));
+inline std::shared_ptr<Bitmap> FromImage(const QImage& image, int depth, bool bottomUp) {
+    std::shared_ptr<Bitmap> bitmap = CreateBitmap(image.width(), image.height(), depth, bottomUp);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            SetPixel(*bitmap, x, y, image.pixel(x, y));
     return bitmap;
+}
+
+inline std::shared_ptr<Bitmap> PatternBitmap(int width, int height, int depth, bool bottomUp, bool alpha) {
+    return FromImage(PatternImage(width, height, alpha), depth, bottomUp);
+}
+
+// Of one colour channel, without alpha.
+inline double MeanError(const QImage& image, const Bitmap& bitmap) {
+    double sum = 0;
+    for (int y = 0; y < bitmap.height; ++y) {
+        for (int x = 0; x < bitmap.width; ++x) {
+            const QRgb a = image.pixel(x, y), b = PixelOf(bitmap, x, y);
+            sum +=
+                std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b)) + std::abs(qBlue(a) - qBlue(b));
+        }
+    }
+    return sum / (3.0 * bitmap.width * bitmap.height);
 }
 
 }  // namespace pixelgrove

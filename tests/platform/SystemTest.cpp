@@ -1,20 +1,13 @@
 #include <gtest/gtest.h>
-#include <pthread.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <QDir>
 #include <QTemporaryDir>
-#include <algorithm>
-#include <atomic>
-#include <csignal>
 #include <string>
-#include <thread>
 
-#include "platform/Clock.h"
 #include "platform/Files.h"
-#include "platform/Random.h"
 #include "platform/SharedMemory.h"
 
 namespace pixelgrove {
@@ -72,74 +65,30 @@ TEST_F(FilesTest, MakesOneLevelOfFolders) {
     EXPECT_FALSE(MakeFolder(At("file")));
 }
 
-TEST(Clock, DoesNotSleepForPastDeadlines) {
-    const int64_t before = CounterNs();
-    SleepUntilNs(before - 1);
-    SleepUntilNs(INT64_MIN);
-    EXPECT_LT(CounterNs() - before, 5'000'000'000);
-}
-
-TEST(Clock, ASignalDoesNotShortenTheSleep) {
-    struct sigaction action {
-    }, old{};
-    action.sa_handler = [](int) {};
-    sigaction(SIGUSR1, &action, &old);
-    std::atomic<int64_t> slept{0};
-    std::thread sleeper([&] {
-        const int64_t start = CounterNs();
-        SleepUntilNs(start + 120'000'000);
-        slept = CounterNs() - start;
-    });
-    SleepMs(40);
-    pthread_kill(sleeper.native_handle(), SIGUSR1);
-    sleeper.join();
-    sigaction(SIGUSR1, &old, nullptr);
-    EXPECT_GE(slept.load(), 120'000'000);
-}
-
-TEST(Random, EachBitIsSeenSetAndClear) {
-    uint32_t ones = 0, zeros = 0;
-    for (int i = 0; i < 64; ++i) {
-        const uint32_t bits = SystemRandom32();
-        ones |= bits;
-        zeros |= ~bits;
-    }
-    EXPECT_EQ(ones & zeros, 0xFFFFFFFFu);
-}
-
-class SharedMemoryTest : public testing::Test {
-  protected:
-    ~SharedMemoryTest() override { shm_unlink(name_.c_str()); }
-    const std::string name_ = "/pg-test-" + std::to_string(getpid());
-};
-
-TEST_F(SharedMemoryTest, HoldersSeeTheSameBlock) {
-    const auto open = [this](size_t bytes) {
-        auto block = SharedMemory::CreateOrOpen(name_.c_str(), bytes);
-        EXPECT_TRUE(block && block->Data());
-        return block;
+TEST(SharedMemory, HoldersSeeTheSameBlock) {
+    const std::string name = "/pg-test-" + std::to_string(getpid());
+    const auto open = [&name](size_t bytes) { return SharedMemory::CreateOrOpen(name.c_str(), bytes); };
+    const auto byte = [](const auto& block, int at) -> uint8_t& {
+        return static_cast<uint8_t*>(block->Data())[at];
     };
-    const auto bytesOf = [](const auto& block) { return static_cast<uint8_t*>(block->Data()); };
     auto first = open(6152);
-    EXPECT_TRUE(std::all_of(bytesOf(first), bytesOf(first) + 6152, [](uint8_t byte) { return byte == 0; }));
-    bytesOf(first)[6151] = 7;
+    ASSERT_TRUE(first && first->Data());
+    EXPECT_EQ(byte(first, 6151), 0);
+    byte(first, 6151) = 7;
     const auto second = open(6152);
-    EXPECT_EQ(bytesOf(second)[6151], 7);
+    ASSERT_TRUE(second && second->Data());
 
     // The name and what is in it outlive a holder; a smaller request doesn't shrink the block.
     first.reset();
-    open(16);
-    EXPECT_EQ(bytesOf(second)[6151], 7);
+    EXPECT_TRUE(open(16));
+    EXPECT_EQ(byte(second, 6151), 7);
     const auto larger = open(20000);
-    EXPECT_EQ(bytesOf(larger)[6151], 7);
-    EXPECT_EQ(bytesOf(larger)[19999], 0);
-}
+    ASSERT_TRUE(larger && larger->Data());
+    EXPECT_EQ(byte(larger, 6151), 7);
+    EXPECT_EQ(byte(larger, 19999), 0);
+    shm_unlink(name.c_str());
 
-TEST_F(SharedMemoryTest, FailuresGiveNullOrNoData) {
     EXPECT_FALSE(SharedMemory::CreateOrOpen("/no/such/name", 16));
-    const auto empty = SharedMemory::CreateOrOpen(name_.c_str(), 0);
-    ASSERT_TRUE(empty);
-    EXPECT_EQ(empty->Data(), nullptr);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include "OutputFixture.h"
 #include "render/RenderContext.h"
-#include "render/widgets/OffscreenOutput.h"
 
 namespace pixelgrove {
 namespace {
@@ -39,6 +38,8 @@ TEST_F(PresentationTest, TheLastBitmapOfAnotherThreadFillsTheClientArea) {
     RenderContext run;
     App()->renderContext = &run;
     App()->useGdiDisplay = 1;
+    ContextOnThread context(window->Surface());  // the window shows pictures of its own run only
+    ASSERT_TRUE(context.WaitCurrent());
     window->View()->installEventFilter(&counter);
     std::thread([surface = window->Surface()] {
         surface->ShowBitmap(nullptr);
@@ -84,46 +85,6 @@ TEST_F(PresentationTest, ClosingUnderARunKeepsTheDrawableUntilItsEnd) {
     EXPECT_TRUE(view);
     run.Stop();
     EXPECT_TRUE(PumpUntil([&] { return !view; }));
-}
-
-TEST_F(PresentationTest, OnlyTheOwnersThreadMakesAContextCurrent) {
-    Open();
-    std::unique_ptr<GlContext> context = window->Surface()->CreateContext();
-    ASSERT_TRUE(context && context->MakeCurrent());
-    std::thread([&] {
-        EXPECT_FALSE(context->MakeCurrent());
-        context->SwapBuffers();
-        context->DoneCurrent();
-        context->Detach();
-    }).join();
-    EXPECT_TRUE(context->MakeCurrent());
-    EXPECT_TRUE(context->HasDrawable());
-    // The last holder may be another thread once the context is detached.
-    QPointer<OutputView> view = window->View();
-    context->Detach();
-    std::thread([context = std::move(context)]() mutable { context.reset(); }).join();
-    EXPECT_FALSE(window->Surface()->HasContexts());
-    window->close();
-    EXPECT_TRUE(PumpUntil([&] { return !view; }));
-}
-
-TEST_F(PresentationTest, OffscreenOutputEndsOnTheThreadThatDrewOnIt) {
-    std::shared_ptr<OutputSurface> surface = CreateOffscreenOutput({320, 200});
-    ASSERT_TRUE(surface);
-    EXPECT_EQ(surface->ClientSize(), (SurfaceSize{320, 200}));
-    EXPECT_FALSE(IsRetired(*surface));
-    std::thread([surface = std::move(surface)]() mutable {
-        EXPECT_EQ(CreateOffscreenOutput({1, 1}), nullptr) << "not on this thread";
-        std::unique_ptr<GlContext> context = surface->CreateContext();
-        ASSERT_TRUE(context && context->MakeCurrent());
-        EXPECT_FALSE(context->HasDrawable());
-        context->SwapBuffers();
-        context->DoneCurrent();
-        context.reset();
-        // The off-screen surface's last holder is this thread.
-        surface.reset();
-    }).join();
-    PumpFor(0);
 }
 
 }  // namespace

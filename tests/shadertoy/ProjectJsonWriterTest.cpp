@@ -56,14 +56,9 @@ TEST(WriteProject, OrderOfStagesAndVersion) {
     EXPECT_TRUE(WriteProjectJson(project).contains(Json("'renderpass':[]")));
     for (uint32_t id = 0; id < uint32_t(kStageCount); ++id)
         project.stages[id].kind = id;
-    std::optional<JsonObject> shader;
-    for (const auto& [version, expected] : {std::pair{-1.5f, "-1.500000"},
-                                            {FLT_MAX, "340282346638528859811704183484516925440.000000"},
-                                            {0.1f, "0.100000"}}) {
-        project.version = version;
-        shader = JsonObject::Parse(WriteProjectJson(project))->GetNamedObject(u"Shader");
-        EXPECT_EQ(Text(*shader, u"ver"), expected);
-    }
+    project.version = FLT_MAX;
+    const auto shader = JsonObject::Parse(WriteProjectJson(project))->GetNamedObject(u"Shader");
+    EXPECT_EQ(Text(*shader, u"ver"), "340282346638528859811704183484516925440.000000");
     const JsonArray passes = *shader->GetNamedArray(u"renderpass");
     std::string names;
     for (qsizetype i = 0; i < passes.Size(); ++i) {
@@ -96,14 +91,6 @@ TEST(SaveProject, FileReadsBackAsItWas) {
     common.kind = kStageCommon;
     for (int byte = 1; byte < 256; ++byte)
         common.source += char(byte);
-    ShaderStage& buffer = project.stages[kStageBufferA];
-    const uint32_t kinds[kChannelCount] = {kChannelWebcam, kChannelKeyboard, kChannelVolume, kChannelCubeA};
-    for (uint32_t i = 0; i < kChannelCount; ++i) {
-        buffer.channels[i].kind = kinds[i];
-        buffer.channels[i].channelIndex = i;
-        buffer.channels[i].wrap = gl::kRepeat;
-        buffer.channels[i].filter = gl::kLinear;
-    }
 
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("p.json"));
@@ -113,13 +100,10 @@ TEST(SaveProject, FileReadsBackAsItWas) {
     ShaderProject back;
     ASSERT_TRUE(ReadProjectJson(FromCodePage(bytes), back));
     EXPECT_EQ(back.stages[kStageCommon].source, common.source);
-    for (size_t i = 0; i < kChannelCount; ++i)
-        EXPECT_EQ(back.stages[kStageBufferA].channels[i].kind, kinds[i]);
     EXPECT_EQ(back.info.name, project.info.name);
     EXPECT_EQ(WriteProjectJson(back), WriteProjectJson(project));
 
     EXPECT_FALSE(SaveProjectJson(folder.filePath(QStringLiteral("none/p.json")), project));
-    EXPECT_FALSE(SaveProjectJson(folder.path(), project));
 }
 
 }  // namespace

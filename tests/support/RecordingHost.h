@@ -15,26 +15,17 @@ namespace pixelgrove {
 
 class RecordingHost final : public Host {
   public:
-    struct Call {
-        std::string name;  // the function's name
-        int commandId = 0;
-        intptr_t data = 0;
-        QString text;
-        bool flag = false;
-        StageDocument* document = nullptr;
-    };
-
     // Run inside LoadDocument and RebuildControlTree, after the call was noted.
     std::function<void(StageDocument&)> onLoadDocument;
     std::function<void()> onRebuildControlTree;
 
     void PostCommand(int commandId, intptr_t data) override {
-        Note({"PostCommand", commandId, data});
+        Note("PostCommand");
         const std::lock_guard hold(lock_);
         queue_.push_back({commandId, data});
     }
     void CancelPostedCommand(int commandId) override {
-        Note({"CancelPostedCommand", commandId});
+        Note("CancelPostedCommand");
         const std::lock_guard hold(lock_);
         std::erase_if(queue_, [commandId](const auto& posted) { return posted.first == commandId; });
     }
@@ -49,33 +40,31 @@ class RecordingHost final : public Host {
         }
         return std::nullopt;
     }
-    void SendCommand(int commandId, intptr_t data) override { Note({"SendCommand", commandId, data}); }
-    void Beep() override { Note({"Beep"}); }
-    void SetStatusText(const QString& text) override { Note({"SetStatusText", 0, 0, text}); }
-    void ShowTitle(bool modified) override { Note({"ShowTitle", 0, 0, QString(), modified}); }
+    void SendCommand(int, intptr_t) override { Note("SendCommand"); }
+    void Beep() override { Note("Beep"); }
+    void SetStatusText(const QString& text) override {
+        Note("SetStatusText");
+        const std::lock_guard hold(lock_);
+        statusText_ = text;
+    }
+    void ShowTitle(bool) override { Note("ShowTitle"); }
     void LoadDocument(StageDocument& document) override {
-        Note({"LoadDocument", 0, 0, QString(), false, &document});
+        Note("LoadDocument");
         if (onLoadDocument) onLoadDocument(document);
     }
-    void MarkErrorLines() override { Note({"MarkErrorLines"}); }
-    void RefreshStageTabs() override { Note({"RefreshStageTabs"}); }
-    void RefreshChannelPanel() override { Note({"RefreshChannelPanel"}); }
+    void MarkErrorLines() override { Note("MarkErrorLines"); }
+    void RefreshStageTabs() override { Note("RefreshStageTabs"); }
+    void RefreshChannelPanel() override { Note("RefreshChannelPanel"); }
     void RebuildControlTree() override {
-        Note({"RebuildControlTree"});
+        Note("RebuildControlTree");
         if (onRebuildControlTree) onRebuildControlTree();
     }
-    void RefreshCaretStatus() override { Note({"RefreshCaretStatus"}); }
+    void RefreshCaretStatus() override { Note("RefreshCaretStatus"); }
 
-    // A copy of what was called so far. Any thread.
-    std::vector<Call> Calls() const {
-        const std::lock_guard hold(lock_);
-        return calls_;
-    }
+    // The functions called so far, in order. Any thread.
     std::vector<std::string> Names() const {
-        std::vector<std::string> names;
-        for (const Call& call : Calls())
-            names.push_back(call.name);
-        return names;
+        const std::lock_guard hold(lock_);
+        return names_;
     }
     int CountOf(const std::string& name) const {
         const std::vector<std::string> names = Names();
@@ -83,25 +72,24 @@ class RecordingHost final : public Host {
     }
     // The text of the last SetStatusText.
     QString StatusText() const {
-        const std::vector<Call> calls = Calls();
-        for (auto call = calls.rbegin(); call != calls.rend(); ++call) {
-            if (call->name == "SetStatusText") return call->text;
-        }
-        return QString();
+        const std::lock_guard hold(lock_);
+        return statusText_;
     }
     void Forget() {
         const std::lock_guard hold(lock_);
-        calls_.clear();
+        names_.clear();
+        statusText_.clear();
     }
 
   private:
-    void Note(Call call) {
+    void Note(const char* name) {
         const std::lock_guard hold(lock_);
-        calls_.push_back(std::move(call));
+        names_.emplace_back(name);
     }
 
     mutable std::mutex lock_;
-    std::vector<Call> calls_;
+    std::vector<std::string> names_;
+    QString statusText_;
     std::vector<std::pair<int, intptr_t>> queue_;  // posted commands that wait
 };
 

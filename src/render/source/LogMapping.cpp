@@ -104,7 +104,7 @@ QString ExplainUnsetChannels(const QString& mapped, const QString& stageName) {
     ForEachLine(mapped, [&](QStringView line) {
         result.append(line).append(u'\n');
         if (!line.contains(u"undeclared") && !line.contains(u"undefined")) return;
-        const QRegularExpressionMatch match = sampler.match(line);
+        const QRegularExpressionMatch match = sampler.match(line.toString());
         if (!match.hasMatch()) return;
         const QStringView digit = match.capturedView(1);
         bool& done = explained[static_cast<size_t>(digit[0].unicode() - u'0')];
