@@ -68,6 +68,8 @@ void OutputWindow::LetViewGo() {
     if (!view_) return;
     // Before the container goes, which would take the view with it.
     std::exchange(view_, nullptr)->LetGo();
+    // It has lost its window, and some versions of Qt look at that without asking when the frame goes.
+    delete std::exchange(container_, nullptr);
     if (App() && App()->outputWindow == this) App()->outputWindow = nullptr;
     Q_EMIT Closed();
 }
@@ -93,7 +95,7 @@ void OutputWindow::showEvent(QShowEvent*) {
 }
 
 void OutputWindow::resizeEvent(QResizeEvent*) {
-    container_->setGeometry(rect());
+    if (container_) container_->setGeometry(rect());
 }
 
 // Keys that reach the frame instead of the view, as some window managers have it.
@@ -143,6 +145,7 @@ void OutputWindow::ResizeClient(const QSize& pixels) {
     if (isMaximized() || isFullScreen()) showNormal();
     const qreal ratio = devicePixelRatioF();
     const QSize client(int(std::lround(pixels.width() / ratio)), int(std::lround(pixels.height() / ratio)));
+    if (!container_) return;
     // What stands around the picture keeps its width.
     resize(size() + client - container_->size());
 }
