@@ -9,8 +9,10 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "core/BaseFolders.h"
 #include "core/Commands.h"
 #include "core/Startup.h"
+#include "persist/Settings.h"
 #include "render/RenderThread.h"
 #include "render/widgets/OutputWindow.h"
 #include "ui/Display.h"
@@ -53,6 +55,20 @@ void RunMainDialog(const QString& projectFile) {
     QCoreApplication::exec();
 }
 
+// What isn't there, or can't be read or written, leaves the program as it is by default, without a message.
+void LoadWorkbenchSettings() {
+    LoadSettings(SettingsPath(), PathOf(PathId::ColourSettings));
+}
+
+void SaveWorkbenchSettings() {
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        const QRect desktop = screen->virtualGeometry();
+        StoredSettings().layout.desktop = {desktop.left(), desktop.top(), desktop.left() + desktop.width(),
+                                           desktop.top() + desktop.height()};
+    }
+    SaveSettings(SettingsPath());
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -70,6 +86,8 @@ int main(int argc, char** argv) {
     ApplyTheme(application);
 
     StartupSteps steps;
+    steps.loadSettings = LoadWorkbenchSettings;
+    steps.saveSettings = SaveWorkbenchSettings;
     steps.runMainDialog = [] { RunMainDialog(QCoreApplication::arguments().value(1)); };
     const int result = ApplicationMain(steps);
     if (result == kExitNoSharedMemory) {

@@ -1,0 +1,52 @@
+#include "persist/RecentList.h"
+
+#include <utility>
+
+#include "platform/Files.h"
+
+namespace pixelgrove {
+
+namespace {
+
+// As many as two digits count; the list itself keeps fewer.
+constexpr int kMaxStoredEntries = 100;
+
+QString EntryName(int index) {
+    return QStringLiteral("File_%1").arg(index, 2, 10, QLatin1Char('0'));
+}
+
+}  // namespace
+
+bool PushRecent(StringList* list, QString path) {
+    // Taken by value: the path may be one of the list's own entries.
+    if (!list || (!IsPlainFile(path) && !IsFolder(path))) return false;
+    QStringList& entries = list->entries;
+    entries.removeIf([&](const QString& entry) { return entry.compare(path, Qt::CaseInsensitive) == 0; });
+    while (entries.size() >= StringList::kCapacity)
+        entries.removeLast();
+    entries.prepend(std::move(path));
+    return true;
+}
+
+void LoadRecent(StringList* list, XmlStore& store, const QString& elementName) {
+    if (!list || !XmlEnter(store, elementName)) return;
+    list->entries.clear();
+    for (int i = 0; i < kMaxStoredEntries; ++i) {
+        const std::optional<QString> path = XmlFind(store, EntryName(i));
+        if (!path) break;
+        PushRecent(list, *path);
+    }
+    XmlLeave(store);
+}
+
+bool WriteRecent(const StringList* list, XmlStore& store, const QString& elementName) {
+    if (!XmlOpenElement(store, elementName)) return false;
+    if (list) {
+        int number = 0;
+        for (auto entry = list->entries.crbegin(); entry != list->entries.crend(); ++entry)
+            XmlWriteText(store, EntryName(number++), *entry);
+    }
+    return XmlCloseElement(store) && !store.failed;
+}
+
+}  // namespace pixelgrove

@@ -1,0 +1,32 @@
+// The named key combinations that start and stop screen recorders of other makers.
+//
+// Plain records of the settings; main thread.
+#pragma once
+
+#include <QString>
+#include <vector>
+
+namespace pixelgrove {
+
+// Of a name, a start or a stop combination, in code units.
+constexpr int kMaxKeyComboLength = 41;
+
+// Combinations are key names joined by '+': "Alt+F9".
+struct KeyCombo {
+    QString name, start, stop;
+};
+
+struct RecorderTable {
+    static constexpr size_t kCapacity = 32;
+    std::vector<KeyCombo> rows;
+    KeyCombo current;  // what is pressed; no row of the table
+};
+
+// The built-in rows, the first of them in force.
+RecorderTable DefaultRecorderTable();
+
+// A row of the same name, ignoring case, takes the combinations; another name becomes a new row. False, with
+// no change, when the table is full or the name is empty.
+bool MergeKeyCombo(RecorderTable& table, const KeyCombo& combo);
+
+}  // namespace pixelgrove

@@ -1,0 +1,202 @@
+#include "persist/XmlStore.h"
+
+#include <locale.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+#include "platform/CodePage.h"
+#include "platform/Files.h"
+
+namespace pixelgrove {
+
+namespace {
+
+QString OpeningTag(const QString& name) {
+    return u'<' + name + u'>';
+}
+
+QString ClosingTag(const QString& name) {
+    return QStringLiteral("</") + name + u'>';
+}
+
+bool IsName(const QString& name) {
+    return !name.isEmpty() && name.size() <= XmlStore::kMaxNameLength;
+}
+
+const XmlStore::Level& Current(const XmlStore& store) {
+    return store.levels[store.depth];
+}
+
+// Where the tag begins within the level's content, as an index of the text; -1 when it isn't there.
+qsizetype FindTag(const XmlStore& store, const XmlStore::Level& level, const QString& tag) {
+    if (level.end < level.start) return -1;
+    const QStringView content = QStringView(store.text).mid(level.start, level.end - level.start);
+    const qsizetype found = content.indexOf(tag, 0, Qt::CaseInsensitive);
+    return found < 0 ? -1 : level.start + found;
+}
+
+bool IsBlank(QChar c) {
+    return c == u' ' || (c >= u'\t' && c <= u'\r');
+}
+
+int32_t ParseInt(const QString& text) {
+    qsizetype i = 0;
+    while (i < text.size() && IsBlank(text[i]))
+        ++i;
+    const bool negative = i < text.size() && text[i] == u'-';
+    if (negative || (i < text.size() && text[i] == u'+')) ++i;
+    int64_t value = 0;
+    for (; i < text.size() && text[i] >= u'0' && text[i] <= u'9'; ++i)
+        value = std::min(value * 10 + (text[i].unicode() - u'0'), int64_t(1) << 32);
+    using Limits = std::numeric_limits<int32_t>;
+    return int32_t(std::clamp(negative ? -value : value, int64_t(Limits::min()), int64_t(Limits::max())));
+}
+
+double ParseReal(const QString& text) {
+    // The files always have a decimal point, whatever the user's locale writes.
+    static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    return strtod_l(ToCodePage(text).constData(), nullptr, plain);
+}
+
+bool Refuse(XmlStore& store) {
+    store.failed = true;
+    return false;
+}
+
+// One line at the given level, or nothing of it.
+bool AppendLine(XmlStore& store, uint32_t level, const QString& line) {
+    if (store.text.size() + level + line.size() + 1 > XmlStore::kMaxCharacters) return Refuse(store);
+    const qsizetype before = store.text.size();
+    try {
+        store.text += QString(qsizetype(level), u'\t');
+        store.text += line;
+        store.text += u'\n';
+    } catch (const std::bad_alloc&) {
+        store.text.truncate(before);
+        return Refuse(store);
+    }
+    return true;
+}
+
+bool AppendValue(XmlStore& store, const QString& name, const QString& value) {
+    if (!IsName(name) || value.size() > XmlStore::kMaxCharacters) return Refuse(store);
+    return AppendLine(store, store.depth, OpeningTag(name) + value + ClosingTag(name));
+}
+
+}  // namespace
+
+std::unique_ptr<XmlStore> XmlLoad(const QString& path) {
+    const std::optional<QByteArray> bytes = ReadWholeFile(path, XmlStore::kMaxCharacters + 1);
+    if (!bytes) return nullptr;
+    try {
+        auto store = std::make_unique<XmlStore>();
+        const qsizetype nul = bytes->indexOf('\0');
+        store->text = FromCodePage(QByteArrayView(*bytes).first(nul < 0 ? bytes->size() : nul));
+
+        const QString& text = store->text;
+        qsizetype start = 0;
+        while (start < text.size() && text[start] != u'\r' && text[start] != u'\n')
+            ++start;
+        while (start < text.size() &&
+               (text[start] == u'\r' || text[start] == u'\n' || text[start] == u'\t' || text[start] == u' '))
+            ++start;
+        store->levels[0] = {QStringLiteral("BASE"), start, text.size()};
+        return store;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+bool XmlEnter(XmlStore& store, const QString& name) {
+    if (!IsName(name) || store.depth + 1 >= XmlStore::kLevels) return false;
+    const XmlStore::Level& parent = Current(store);
+    const QString tag = OpeningTag(name);
+    const qsizetype found = FindTag(store, parent, tag);
+    if (found < 0) return false;
+    // The end is looked for from the parent's start: a stray closing tag before the element leaves it empty.
+    store.levels[store.depth + 1] = {name, found + tag.size(), FindTag(store, parent, ClosingTag(name))};
+    ++store.depth;
+    return true;
+}
+
+void XmlLeave(XmlStore& store) {
+    if (store.depth == 0) return;
+    store.levels[store.depth] = XmlStore::Level();
+    --store.depth;
+}
+
+std::optional<QString> XmlFind(const XmlStore& store, const QString& name) {
+    const QString tag = OpeningTag(name);
+    const qsizetype found = FindTag(store, Current(store), tag);
+    if (found < 0) return std::nullopt;
+    const qsizetype start = found + tag.size();
+    const qsizetype end = store.text.indexOf(u'<', start);
+    return store.text.mid(start, end < 0 ? -1 : end - start);
+}
+
+std::optional<int32_t> XmlFindInt(const XmlStore& store, const QString& name) {
+    const std::optional<QString> text = XmlFind(store, name);
+    if (!text) return std::nullopt;
+    return ParseInt(*text);
+}
+
+std::optional<double> XmlFindReal(const XmlStore& store, const QString& name) {
+    const std::optional<QString> text = XmlFind(store, name);
+    if (!text) return std::nullopt;
+    return ParseReal(*text);
+}
+
+std::unique_ptr<XmlStore> XmlCreate() {
+    try {
+        auto store = std::make_unique<XmlStore>();
+        store->text = QStringLiteral("<?xml version=\"1.0\"?>\n");
+        return store;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+bool XmlOpenElement(XmlStore& store, const QString& name) {
+    if (!IsName(name) || store.depth + 1 >= XmlStore::kLevels) return Refuse(store);
+    if (!AppendLine(store, store.depth, OpeningTag(name))) return false;
+    store.levels[++store.depth].name = name;
+    return true;
+}
+
+bool XmlCloseElement(XmlStore& store) {
+    if (store.depth == 0) return false;
+    if (!AppendLine(store, store.depth - 1, ClosingTag(Current(store).name))) return false;
+    XmlLeave(store);
+    return true;
+}
+
+bool XmlWriteText(XmlStore& store, const QString& name, const QString& text) {
+    // A NUL would end the whole document for the reader.
+    const qsizetype nul = text.indexOf(QChar(0));
+    return AppendValue(store, name, nul < 0 ? text : text.left(nul));
+}
+
+bool XmlWriteInt(XmlStore& store, const QString& name, int64_t value) {
+    return AppendValue(store, name, QString::number(value));
+}
+
+bool XmlWriteReal(XmlStore& store, const QString& name, double value) {
+    return AppendValue(store, name, QString::number(value, 'f', 6));
+}
+
+bool XmlSave(const XmlStore& store, const QString& path) {
+    const qsizetype length = store.text.lastIndexOf(u'>') + 1;
+    if (store.failed || length == 0) return false;
+    try {
+        QByteArray bytes = ToCodePage(QStringView(store.text).first(length));
+        bytes.append('\0');
+        return WriteWholeFile(path, bytes);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+}  // namespace pixelgrove

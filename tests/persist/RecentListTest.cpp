@@ -1,0 +1,65 @@
+#include "persist/RecentList.h"
+
+#include <gtest/gtest.h>
+
+#include "ImageTestSupport.h"
+
+namespace pixelgrove {
+namespace {
+
+class RecentListTest : public ImageFileTest {
+  protected:
+    QString Make(const QString& name) {
+        const QString path = dir.filePath(name);
+        EXPECT_TRUE(WriteBytes(path, ""));
+        return path;
+    }
+};
+
+TEST_F(RecentListTest, PushMovesToTheTopAndDropsTheOldest) {
+    StringList list;
+    const QString first = Make(QStringLiteral("first")), other = Make(QStringLiteral("FIRST"));
+    EXPECT_TRUE(PushRecent(&list, first));
+    EXPECT_TRUE(PushRecent(&list, dir.path()));
+    EXPECT_TRUE(PushRecent(&list, other));
+    EXPECT_EQ(list.entries, QStringList({other, dir.path()}));
+    EXPECT_TRUE(PushRecent(&list, list.entries[1]));
+    EXPECT_EQ(list.entries, QStringList({dir.path(), other}));
+
+    EXPECT_FALSE(PushRecent(&list, Path("missing")));
+    EXPECT_FALSE(PushRecent(&list, QString()));
+    EXPECT_FALSE(PushRecent(nullptr, first));
+    EXPECT_EQ(list.entries.size(), 2);
+
+    for (int i = 0; i < 9; ++i)
+        EXPECT_TRUE(PushRecent(&list, Make(QString::number(i))));
+    EXPECT_EQ(list.entries.size(), StringList::kCapacity);
+    EXPECT_EQ(list.entries.front(), dir.filePath(QStringLiteral("8")));
+    EXPECT_EQ(list.entries.back(), dir.path());
+}
+
+TEST_F(RecentListTest, IsStoredOldestFirstAndForgetsWhatIsGone) {
+    StringList list;
+    for (const char* name : {"a", "b", "c"})
+        ASSERT_TRUE(PushRecent(&list, Make(QString::fromLatin1(name))));
+    const QString element = QStringLiteral("Recent"), none = QStringLiteral("None");
+    const auto writer = XmlCreate();
+    EXPECT_TRUE(WriteRecent(&list, *writer, element));
+    EXPECT_TRUE(WriteRecent(nullptr, *writer, none));
+    EXPECT_TRUE(writer->text.contains(QStringLiteral("\t<File_00>%1</File_00>\n").arg(Path("a"))));
+    EXPECT_TRUE(writer->text.endsWith(QStringLiteral("</Recent>\n<None>\n</None>\n")));
+    ASSERT_TRUE(XmlSave(*writer, Path("list.xml")));
+
+    ASSERT_TRUE(QFile::remove(Path("b")));
+    const auto reader = XmlLoad(Path("list.xml"));
+    ASSERT_TRUE(reader);
+    LoadRecent(&list, *reader, QStringLiteral("Missing"));
+    EXPECT_EQ(list.entries.size(), 3);
+    LoadRecent(&list, *reader, element);
+    EXPECT_EQ(list.entries, QStringList({Path("c"), Path("a")}));
+    LoadRecent(&list, *reader, none);
+    EXPECT_TRUE(list.entries.isEmpty());
+}
+
+}  // namespace
+}  // namespace pixelgrove

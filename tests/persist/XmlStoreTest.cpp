@@ -1,0 +1,152 @@
+#include "persist/XmlStore.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "ImageTestSupport.h"
+#include "platform/Files.h"
+
+namespace pixelgrove {
+namespace {
+
+QString S(const char* text) {
+    return QString::fromLatin1(text);
+}
+
+class XmlStoreTest : public ImageFileTest {
+  protected:
+    std::unique_ptr<XmlStore> Load(const QByteArray& bytes) {
+        return WriteBytes(Path("in.xml"), bytes) ? XmlLoad(Path("in.xml")) : nullptr;
+    }
+};
+
+TEST_F(XmlStoreTest, WritesItsFormByteForByteAndReadsItBack) {
+    const auto writer = XmlCreate();
+    ASSERT_TRUE(writer);
+    EXPECT_FALSE(XmlCloseElement(*writer));
+    EXPECT_TRUE(XmlOpenElement(*writer, S("Outer")));
+    EXPECT_TRUE(XmlOpenElement(*writer, S("Inner")));
+    EXPECT_TRUE(XmlWriteText(*writer, S("Text"), QStringLiteral(u"caf\u00e9 \u20ac \u03c9\0lost")));
+    EXPECT_TRUE(XmlWriteInt(*writer, S("Int"), -12));
+    EXPECT_TRUE(XmlCloseElement(*writer));
+    EXPECT_TRUE(XmlWriteReal(*writer, S("Real"), 0.999));
+    EXPECT_TRUE(XmlCloseElement(*writer));
+    ASSERT_TRUE(XmlSave(*writer, Path("out.xml")));
+    const QByteArray expected =
+        "<?xml version=\"1.0\"?>\n"
+        "<Outer>\n"
+        "\t<Inner>\n"
+        "\t\t<Text>caf\xe9 \x80 ?</Text>\n"
+        "\t\t<Int>-12</Int>\n"
+        "\t</Inner>\n"
+        "\t<Real>0.999000</Real>\n"
+        "</Outer>";
+    EXPECT_EQ(ReadWholeFile(Path("out.xml")), expected + '\0');
+
+    const auto reader = XmlLoad(Path("out.xml"));
+    ASSERT_TRUE(reader);
+    ASSERT_TRUE(XmlEnter(*reader, S("OUTER")));
+    EXPECT_EQ(XmlFindReal(*reader, S("Real")), 0.999);
+    // Levels aren't known to the search.
+    EXPECT_EQ(XmlFindInt(*reader, S("int")), -12);
+    ASSERT_TRUE(XmlEnter(*reader, S("Inner")));
+    EXPECT_EQ(XmlFind(*reader, S("Text")), QStringLiteral(u"caf\u00e9 \u20ac ?"));
+    EXPECT_EQ(XmlFind(*reader, S("Real")), std::nullopt);
+    XmlLeave(*reader);
+    EXPECT_EQ(XmlFindReal(*reader, S("Real")), 0.999);
+}
+
+TEST_F(XmlStoreTest, FindsTagsAsTextWhereTheyStand) {
+    const auto store = Load(
+        "anything <A>first line</A>\r\n \t<!-- <A>1</A> --><B x=\"1\">2</B><C>a&lt;<i></C>\n"
+        "</D><D><E>3</E></D> <F><E>4</E> <G>5");
+    ASSERT_TRUE(store);
+    EXPECT_EQ(XmlFind(*store, S("A")), S("1"));
+    EXPECT_EQ(XmlFind(*store, S("B")), std::nullopt);
+    EXPECT_EQ(XmlFind(*store, S("C")), S("a&lt;"));
+    EXPECT_EQ(XmlFind(*store, S("G")), S("5"));
+    EXPECT_FALSE(XmlEnter(*store, S("missing")));
+    EXPECT_EQ(store->depth, 0u);
+    // Closed ahead of its start, and never closed: entered, but empty.
+    for (const char* name : {"D", "F"}) {
+        ASSERT_TRUE(XmlEnter(*store, S(name))) << name;
+        EXPECT_EQ(XmlFind(*store, S("E")), std::nullopt) << name;
+        EXPECT_FALSE(XmlEnter(*store, S("E"))) << name;
+        XmlLeave(*store);
+    }
+    XmlLeave(*store);
+    EXPECT_EQ(XmlFind(*store, S("E")), S("3"));
+}
+
+TEST_F(XmlStoreTest, ReadsTheNumberAtTheStartOfAText) {
+    using Int = std::numeric_limits<int32_t>;
+    const double infinite = std::numeric_limits<double>::infinity();
+    const struct {
+        const char* text;
+        int32_t integer;
+        double real;
+    } rows[] = {
+        {"", 0, 0},
+        {"x7", 0, 0},
+        {" \n+42kg", 42, 42},
+        {"-7.5e1", -7, -75},
+        {"2147483648", Int::max(), 2147483648.0},
+        {"-99999999999999999999999", Int::min(), -99999999999999999999999.0},
+        {"1e999", 1, infinite},
+    };
+    for (const auto& row : rows) {
+        const auto store = Load(QByteArray("\n<V>") + row.text + "</V>");
+        ASSERT_TRUE(store);
+        EXPECT_EQ(XmlFindInt(*store, S("V")), row.integer) << row.text;
+        EXPECT_EQ(XmlFindReal(*store, S("V")), row.real) << row.text;
+    }
+}
+
+TEST_F(XmlStoreTest, StopsAtItsLimits) {
+    QByteArray nested = "\n";
+    for (uint32_t i = 0; i < XmlStore::kLevels; ++i)
+        nested = nested + "<L" + QByteArray::number(i) + ">";
+    for (uint32_t i = XmlStore::kLevels; i-- > 0;)
+        nested = nested + "</L" + QByteArray::number(i) + ">";
+    const auto reader = Load(nested);
+    ASSERT_TRUE(reader);
+    const auto writer = XmlCreate();
+    for (uint32_t i = 0; i < XmlStore::kLevels; ++i) {
+        const QString name = QStringLiteral("L%1").arg(i);
+        EXPECT_EQ(XmlEnter(*reader, name), i + 1 < XmlStore::kLevels) << i;
+        EXPECT_EQ(XmlOpenElement(*writer, name), i + 1 < XmlStore::kLevels) << i;
+    }
+    EXPECT_TRUE(writer->text.endsWith(QString(30, u'\t') + S("<L30>\n")));
+
+    // A document that something was left out of doesn't replace a good one.
+    ASSERT_TRUE(WriteBytes(Path("old.xml"), "old"));
+    EXPECT_FALSE(XmlSave(*writer, Path("old.xml")));
+    EXPECT_EQ(ReadWholeFile(Path("old.xml")), QByteArray("old"));
+
+    const auto names = XmlCreate();
+    EXPECT_TRUE(XmlWriteInt(*names, QString(63, u'n'), 1));
+    EXPECT_FALSE(XmlWriteInt(*names, QString(64, u'n'), 1));
+    const auto large = XmlCreate();
+    EXPECT_TRUE(XmlWriteText(*large, S("A"), QString(XmlStore::kMaxCharacters / 2, u'a')));
+    EXPECT_FALSE(XmlWriteText(*large, S("B"), QString(XmlStore::kMaxCharacters / 2, u'b')));
+    EXPECT_FALSE(large->text.contains(u'b'));
+}
+
+TEST_F(XmlStoreTest, LoadsWhatItCan) {
+    EXPECT_FALSE(XmlLoad(Path("missing.xml")));
+    EXPECT_FALSE(XmlLoad(dir.path()));
+    const char* const texts[] = {"", "one line", "\r\n\t ", "\n<", "\n<A", "\n<A>", "\n</A>"};
+    for (const char* text : texts) {
+        const auto store = Load(text);
+        ASSERT_TRUE(store) << text;
+        EXPECT_EQ(XmlFind(*store, S("A")).value_or(QString()), QString()) << text;
+    }
+    const auto cut = Load(QByteArray("\n<A>1</A>\0<B>2</B>", 19));
+    ASSERT_TRUE(cut);
+    EXPECT_EQ(XmlFind(*cut, S("A")), S("1"));
+    EXPECT_EQ(XmlFind(*cut, S("B")), std::nullopt);
+}
+
+}  // namespace
+}  // namespace pixelgrove
