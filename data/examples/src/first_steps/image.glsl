@@ -4,8 +4,8 @@
 // told where its pixel lies and answers with a colour. It can't see what its neighbours do. Everything on the
 // screen has to come out of the place, the time and the mouse.
 //
-// Change something, play again, and see what happens. Lines that begin with "uniform" and end in a comment with
-// a range become sliders.
+// Change something, play again, and see what happens. The values in lines that begin with "uniform" can also be
+// set from outside; the comment behind each tells what it does and its range.
 
 uniform float Discs = 11.0;  // field: rows of discs [3.0..40.0, 11.0]
 uniform float Reach = 0.55;  // field: how far the pull of the mouse reaches [0.1..1.5, 0.55]
