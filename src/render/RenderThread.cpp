@@ -112,6 +112,8 @@ RenderRun::~RenderRun() {
 }
 
 void RenderRun::Finish() {
+    // Outside the gate: letting a context go may wait for the driver, and main must be able to lose patience.
+    if (context) DetachRenderContext(*context);
     std::unique_lock lock(gate_);
     if (abandoned_) {
         lock.unlock();
@@ -119,7 +121,6 @@ void RenderRun::Finish() {
         --abandonedRuns;
         return;
     }
-    if (context) DetachRenderContext(*context);
     ended_ = true;
     endSignal_.notify_all();
 }
