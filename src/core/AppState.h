@@ -49,6 +49,10 @@ struct StageDocument {
     int firstVisibleLine = 0;
 };
 
+// The rates that fpsTarget may have.
+constexpr uint32_t kMinFps = 10;
+constexpr uint32_t kMaxFps = 240;
+
 struct AppState {
     QWidget* mainWindow = nullptr;
     QWidget* outputWindow = nullptr;  // as created from the menu, null when closed

@@ -228,11 +228,4 @@ bool SaveBitmapImage(const Bitmap& bitmap, const QString& path) {
     return written;
 }
 
-QImage ToQImage(const Bitmap& bitmap) {
-    QImage image = ToOpaqueImage(bitmap);
-    return image.format() == QImage::Format_Grayscale8
-               ? std::move(image).convertToFormat(QImage::Format_RGB32)
-               : image;
-}
-
 }  // namespace pixelgrove

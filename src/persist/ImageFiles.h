@@ -3,7 +3,6 @@
 // Any thread; nothing is kept between calls but Qt's process-wide limit on the memory of one decoded image.
 #pragma once
 
-#include <QImage>
 #include <QString>
 
 #include "core/Bitmap.h"
@@ -40,9 +39,5 @@ BitmapRef LoadImageFile(const QString& path);
 // writing fails; a file that was opened is then gone, an older one of the same name too, so that no stale or
 // half frame stands in a sequence.
 bool SaveBitmapImage(const Bitmap& bitmap, const QString& path);
-
-// A deep copy, upright, Format_RGB32 (alpha dropped), for display. Null image when the bitmap is incomplete,
-// has another depth than 8, 24 or 32, or memory is short.
-QImage ToQImage(const Bitmap& bitmap);
 
 }  // namespace pixelgrove

@@ -13,9 +13,6 @@ namespace pixelgrove {
 
 namespace {
 
-constexpr int32_t kMinFps = 10;
-constexpr int32_t kMaxFps = 240;
-
 const QString kGlobals = QStringLiteral("Globals");
 const QString kFpsTarget = QStringLiteral("FPSTarget");
 const QString kFormat = QStringLiteral("FrameRecordFormat");
@@ -117,7 +114,7 @@ void ReadAudio(const XmlStore& store, AudioParameters& audio) {
 
 void ReadGlobals(XmlStore& store, AppState& app, SettingsRecords& settings) {
     if (const auto fps = XmlFindInt(store, kFpsTarget))
-        app.fpsTarget = uint32_t(std::clamp(*fps, kMinFps, kMaxFps));
+        app.fpsTarget = uint32_t(std::clamp(*fps, int32_t(kMinFps), int32_t(kMaxFps)));
     ReadRecorder(store, app, settings.recorder);
     ReadKeyCombos(store, settings.keyCombos);
     if (const auto snap = XmlFindInt(store, kSnapEdges)) app.snapToEdges = *snap != 0 ? 1 : 0;

@@ -1,14 +1,11 @@
 #include "persist/XmlStore.h"
 
-#include <locale.h>
-
-#include <algorithm>
 #include <cstdlib>
-#include <limits>
 #include <new>
 
 #include "platform/CodePage.h"
 #include "platform/Files.h"
+#include "platform/TextScan.h"
 
 namespace pixelgrove {
 
@@ -38,27 +35,13 @@ qsizetype FindTag(const XmlStore& store, const XmlStore::Level& level, const QSt
     return found < 0 ? -1 : level.start + found;
 }
 
-bool IsBlank(QChar c) {
-    return c == u' ' || (c >= u'\t' && c <= u'\r');
-}
-
 int32_t ParseInt(const QString& text) {
-    qsizetype i = 0;
-    while (i < text.size() && IsBlank(text[i]))
-        ++i;
-    const bool negative = i < text.size() && text[i] == u'-';
-    if (negative || (i < text.size() && text[i] == u'+')) ++i;
-    int64_t value = 0;
-    for (; i < text.size() && text[i] >= u'0' && text[i] <= u'9'; ++i)
-        value = std::min(value * 10 + (text[i].unicode() - u'0'), int64_t(1) << 32);
-    using Limits = std::numeric_limits<int32_t>;
-    return int32_t(std::clamp(negative ? -value : value, int64_t(Limits::min()), int64_t(Limits::max())));
+    qsizetype position = 0;
+    return ScanInt(text, position).value_or(0);
 }
 
 double ParseReal(const QString& text) {
-    // The files always have a decimal point, whatever the user's locale writes.
-    static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
-    return strtod_l(ToCodePage(text).constData(), nullptr, plain);
+    return strtod_l(ToCodePage(text).constData(), nullptr, PlainLocale());
 }
 
 bool Refuse(XmlStore& store) {

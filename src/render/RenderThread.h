@@ -111,8 +111,6 @@ bool StopRenderThread();
 int AbandonedRuns();
 
 constexpr int kStopWaitMs = 4000;
-constexpr uint32_t kMinFps = 10;
-constexpr uint32_t kMaxFps = 240;
 
 // Builds the run's context and its running form of the project from the request. Render thread, or the one
 // thread of a program without windows. False when no context can be made.

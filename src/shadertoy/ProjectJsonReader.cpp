@@ -1,5 +1,3 @@
-#include <locale.h>
-
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
@@ -7,6 +5,7 @@
 #include <utility>
 
 #include "platform/CodePage.h"
+#include "platform/TextScan.h"
 #include "shadertoy/JsonNames.h"
 #include "shadertoy/ProjectJson.h"
 
@@ -73,11 +72,10 @@ bool ReadCount(const JsonObject& object, QStringView key, uint32_t& field, bool*
 // As std::stof converts, whatever the process's locale: leading white space, any form of number, anything
 // behind it. Nothing when there is no number or it is outside float's range.
 std::optional<float> LeadingFloat(const QString& text) {
-    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
     const QByteArray bytes = ToCodePage(text);
     char* end = nullptr;
     errno = 0;
-    const float value = strtof_l(bytes.constData(), &end, cLocale);
+    const float value = strtof_l(bytes.constData(), &end, PlainLocale());
     if (end == bytes.constData() || errno == ERANGE) return std::nullopt;
     return value;
 }

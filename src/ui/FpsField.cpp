@@ -7,8 +7,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "core/AppState.h"
 #include "core/Commands.h"
-#include "render/RenderThread.h"
 
 namespace pixelgrove {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/Stages.h"
-#include "render/source/LogText.h"
+#include "platform/TextScan.h"
 
 namespace pixelgrove {
 namespace {

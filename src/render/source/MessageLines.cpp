@@ -1,7 +1,7 @@
 #include "render/source/MessageLines.h"
 
 #include "core/Stages.h"
-#include "render/source/LogText.h"
+#include "platform/TextScan.h"
 
 namespace pixelgrove {
 namespace {

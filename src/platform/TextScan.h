@@ -1,7 +1,10 @@
-// Small scanners for compiler logs and the message pane: lines and decimal numbers.
+// Small scanners for texts that other programs and people write: lines, characters, numbers, by the rules of
+// C and whatever the user's locale says.
 //
 // Pure; any thread.
 #pragma once
+
+#include <locale.h>
 
 #include <QStringView>
 #include <optional>
@@ -26,6 +29,10 @@ void SkipSpace(QStringView text, qsizetype& position);
 // last digit. A number that doesn't fit becomes the nearest int. Nothing, with position anywhere, when
 // there is no digit.
 std::optional<int> ScanInt(QStringView text, qsizetype& position);
+
+// The C locale, for the conversions whose names end in _l: files have a decimal point. Lives for the whole
+// process.
+locale_t PlainLocale();
 
 // True, and position moved by one, when text has this character at position.
 bool SkipChar(QStringView text, qsizetype& position, char16_t expected);

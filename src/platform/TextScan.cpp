@@ -1,4 +1,4 @@
-#include "render/source/LogText.h"
+#include "platform/TextScan.h"
 
 #include <limits>
 
@@ -27,6 +27,11 @@ std::optional<int> ScanInt(QStringView text, qsizetype& position) {
     }
     if (position == firstDigit) return std::nullopt;
     return static_cast<int>(negative ? -value : qMin(value, kMost - 1));
+}
+
+locale_t PlainLocale() {
+    static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    return plain;
 }
 
 bool SkipChar(QStringView text, qsizetype& position, char16_t expected) {
