@@ -46,26 +46,23 @@ QString WindowElement(size_t index) {
     return QStringLiteral("Window%1").arg(index + 1);
 }
 
-StoredWindow ReadWindow(const XmlStore& store) {
-    StoredWindow window;
+WindowRecord ReadWindow(const XmlStore& store) {
+    WindowRecord window;
     window.name = XmlFind(store, QStringLiteral("Name")).value_or(QString());
-    if (window.name.size() > StoredWindow::kMaxNameLength) window.name.clear();
+    if (window.name.size() > kMaxWindowName) window.name.clear();
     window.open = XmlFindInt(store, QStringLiteral("Open")).value_or(1) != 0;
     window.placement =
-        FromHex<StoredPlacement>(XmlFind(store, QStringLiteral("Position")).value_or(QString()));
+        FromHex<WindowPlacement>(XmlFind(store, QStringLiteral("Position")).value_or(QString()));
     return window;
 }
 
-void TakeWindow(WindowLayout& layout, size_t index, const StoredWindow& window) {
-    std::vector<StoredWindow>& rows = layout.windows;
-    if (index < rows.size()) rows[index].name = window.name;
-    const auto row = std::find_if(rows.begin(), rows.end(),
-                                  [&](const StoredWindow& other) { return other.name == window.name; });
-    if (row != rows.end()) {
-        *row = window;
-    } else {
-        rows.push_back(window);
-    }
+void TakeWindow(WindowLayout& layout, size_t index, const WindowRecord& window) {
+    if (index < layout.windows.size()) layout.windows[index].name = window.name;
+    WindowRecord* row = FindOrAddWindowRow(layout.windows, window.name);
+    if (!row) return;
+    row->open = window.open;
+    row->placement = window.placement;
+    row->live = false;
 }
 
 }  // namespace
@@ -73,7 +70,7 @@ void TakeWindow(WindowLayout& layout, size_t index, const StoredWindow& window) 
 bool SaveLayout(XmlStore& store, const WindowLayout& layout) {
     XmlWriteText(store, QStringLiteral("DTRect"), ToHex(layout.desktop));
     for (size_t i = 0; i < layout.windows.size(); ++i) {
-        const StoredWindow& window = layout.windows[i];
+        const WindowRecord& window = layout.windows[i];
         if (!XmlOpenElement(store, WindowElement(i))) return false;
         XmlWriteText(store, QStringLiteral("Name"), window.name);
         XmlWriteInt(store, QStringLiteral("Open"), window.open ? 1 : 0);
@@ -85,9 +82,9 @@ bool SaveLayout(XmlStore& store, const WindowLayout& layout) {
 }
 
 void LoadLayout(XmlStore& store, WindowLayout& layout) {
-    layout.desktop = FromHex<StoredRect>(XmlFind(store, QStringLiteral("DTRect")).value_or(QString()));
-    for (size_t i = 0; i < WindowLayout::kMaxWindows && XmlEnter(store, WindowElement(i)); ++i) {
-        const StoredWindow window = ReadWindow(store);
+    layout.desktop = FromHex<EdgeRect>(XmlFind(store, QStringLiteral("DTRect")).value_or(QString()));
+    for (size_t i = 0; i < kMaxWindowRows && XmlEnter(store, WindowElement(i)); ++i) {
+        const WindowRecord window = ReadWindow(store);
         XmlLeave(store);
         if (!window.name.isEmpty()) TakeWindow(layout, i, window);
     }

@@ -5,55 +5,25 @@
 // known here.
 #pragma once
 
-#include <QString>
-#include <cstdint>
-#include <vector>
-
+#include "core/WindowRecord.h"
 #include "persist/XmlStore.h"
 
 namespace pixelgrove {
 
-// Pixels; right and bottom are the first ones outside.
-struct StoredRect {
-    int32_t left = 0, top = 0, right = 0, bottom = 0;
-    bool operator==(const StoredRect&) const = default;
-};
-
-// In the order of the file.
-struct StoredPlacement {
-    static constexpr int32_t kValidLength = 44;
-    int32_t length = 0;  // kValidLength when the rest means something
-    int32_t flags = 0;
-    int32_t showCommand = 0;
-    int32_t minimisedX = 0, minimisedY = 0;
-    int32_t maximisedX = 0, maximisedY = 0;
-    StoredRect normal;
-    bool operator==(const StoredPlacement&) const = default;
-};
-static_assert(sizeof(StoredPlacement) == StoredPlacement::kValidLength);
-
-struct StoredWindow {
-    static constexpr qsizetype kMaxNameLength = 63;
-    QString name;
-    bool open = true;
-    StoredPlacement placement;
-};
-
 struct WindowLayout {
-    static constexpr size_t kMaxWindows = 64;
-    StoredRect desktop;  // all monitors together, when the layout was saved
-    std::vector<StoredWindow> windows;
+    EdgeRect desktop;  // all monitors together, when the layout was saved
+    WindowRows windows;
     bool lockWindows = false;
 };
 
 // Writes DTRect, Window1, Window2, ... and LockWin at the writer's level. False when the writer refused.
 bool SaveLayout(XmlStore& store, const WindowLayout& layout);
 
-// Reads them from the reader's current element, up to the first WindowN that is missing or kMaxWindows. The
-// N-th row is renamed to the N-th stored name; the first row of that name, or a new one at the end, takes the
-// placement and the open state. A window whose name is missing or too long is passed over. What isn't stored
-// stays as it was, but for the desktop's rectangle, which is then empty. A hexadecimal field that is cut
-// short or wrong is zero from there on.
+// Reads them from the reader's current element, up to the first WindowN that is missing or kMaxWindowRows.
+// The N-th row is renamed to the N-th stored name; the first row of that name, or a new one at the end, takes
+// the placement and the open state, and isn't live any more. A window whose name is missing or too long is
+// passed over. What isn't stored stays as it was, but for the desktop's rectangle, which is then empty. A
+// hexadecimal field that is cut short or wrong is zero from there on.
 void LoadLayout(XmlStore& store, WindowLayout& layout);
 
 }  // namespace pixelgrove

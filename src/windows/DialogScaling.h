@@ -4,7 +4,7 @@
 
 #include <QSize>
 
-#include "windows/EdgeRect.h"
+#include "core/EdgeRect.h"
 
 namespace pixelgrove {
 

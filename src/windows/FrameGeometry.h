@@ -11,7 +11,7 @@
 #include <QSize>
 #include <vector>
 
-#include "windows/EdgeRect.h"
+#include "core/EdgeRect.h"
 
 namespace pixelgrove {
 

@@ -96,7 +96,7 @@ EdgeRect MapRect(const EdgeRect& rect, const EdgeRect& from, const EdgeRect& to)
 std::vector<RowMove> ProposeGroupMove(const WindowRows& rows, const WindowDrag& drag, size_t dragged,
                                       const EdgeRect& proposed, bool lockWindows, bool leftShift) {
     if (!MovesAsGroup(lockWindows, leftShift) || !drag.inProgress || drag.group.IsEmpty()) return {};
-    if (dragged >= rows.size() || proposed == rows[dragged].placement.normal) return {};
+    if (dragged >= rows.size()) return {};
 
     const EdgeRect group = ChangedGroup(drag.group, rows[dragged].placement.normal, proposed);
     std::vector<RowMove> moves;

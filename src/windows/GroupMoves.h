@@ -7,8 +7,8 @@
 
 #include <vector>
 
+#include "core/WindowRecord.h"
 #include "windows/Snapping.h"
-#include "windows/WindowRecord.h"
 
 namespace pixelgrove {
 
@@ -45,8 +45,9 @@ struct RowMove {
 };
 
 // Where all windows go when the window of row "dragged" is to go to "proposed": one entry for each open, live
-// row with a window, the dragged one among them. Empty when the group doesn't act and the window goes alone:
-// nothing changed, windows don't move as a group now, no drag is in progress, or there is no such row.
+// row with a window, the dragged one among them; a proposal back at the start takes all of them back. Empty
+// when the group doesn't act and the window goes alone: windows don't move as a group now, no drag is in
+// progress, or there is no such row.
 std::vector<RowMove> ProposeGroupMove(const WindowRows& rows, const WindowDrag& drag, size_t dragged,
                                       const EdgeRect& proposed, bool lockWindows, bool leftShift);
 

@@ -2,7 +2,7 @@
 // desktop. How a layout is stored isn't known here. Main thread.
 #pragma once
 
-#include "windows/WindowRecord.h"
+#include "core/WindowRecord.h"
 
 namespace pixelgrove {
 

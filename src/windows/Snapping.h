@@ -2,7 +2,7 @@
 // visible windows. Rules only: who is dragged and who is visible is told by the caller. Main thread.
 #pragma once
 
-#include "windows/EdgeRect.h"
+#include "core/EdgeRect.h"
 
 namespace pixelgrove {
 

@@ -221,11 +221,11 @@ TEST_F(SettingsTest, LayoutRowsAreFoundByName) {
         "<Window5><Name>Fifth</Name></Window5><DTRect>0100</DTRect>");
     ASSERT_EQ(layout.windows.size(), 3u);
     EXPECT_FALSE(layout.windows[0].open);
-    EXPECT_EQ(layout.windows[0].placement, (StoredPlacement{44, 1}));
+    EXPECT_EQ(layout.windows[0].placement, (WindowPlacement{44, 1}));
     EXPECT_EQ(layout.windows[1].name, S("OutputWin"));
     EXPECT_EQ(layout.windows[2].name, S("Third"));
     EXPECT_TRUE(layout.windows[2].open);
-    EXPECT_EQ(layout.desktop, (StoredRect{1, 0, 0, 0}));
+    EXPECT_EQ(layout.desktop, (EdgeRect{1, 0, 0, 0}));
 }
 
 TEST_F(SettingsTest, ColoursCarryOverToRowsThatAreMissing) {

@@ -82,8 +82,8 @@ TEST(GroupMoves, ShiftInvertsTheLockAndTurnsSnappingOff) {
             EXPECT_EQ(moves[1].row, 1u);
             EXPECT_EQ(moves[1].rect, (EdgeRect{200, 0, 600, 100}));
         }
-        EXPECT_TRUE(ProposeGroupMove(rows, drag, 0, {0, 0, 100, 100}, c.lock, c.shift).empty())
-            << "unchanged";
+        for (const RowMove& move : ProposeGroupMove(rows, drag, 0, {0, 0, 100, 100}, c.lock, c.shift))
+            EXPECT_EQ(move.rect, rows[move.row].placement.normal) << "dragged back to where it was";
         EXPECT_TRUE(ProposeGroupMove(rows, drag, 4, {0, 0, 1, 1}, c.lock, c.shift).empty()) << "no such row";
         EndDrag(drag, snap);
         EXPECT_TRUE(snap.active);

@@ -1,4 +1,4 @@
-#include "windows/WindowRecord.h"
+#include "core/WindowRecord.h"
 
 #include <algorithm>
 

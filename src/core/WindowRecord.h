@@ -1,11 +1,11 @@
 // What is known of each top-level window by its name: the rows of the window registry, without the windows.
-// The registry owns them; it keeps its widgets beside the rows. Main thread.
+// They are part of the stored layout; the registry keeps its widgets beside them. Main thread.
 #pragma once
 
 #include <QString>
 #include <vector>
 
-#include "windows/EdgeRect.h"
+#include "core/EdgeRect.h"
 
 namespace pixelgrove {
 
@@ -18,7 +18,7 @@ inline constexpr char16_t kControlCreatorDlg[] = u"ControlCreatorDlg";
 inline constexpr int kMaxWindowName = 63;  // characters of a name
 inline constexpr size_t kMaxWindowRows = 64;
 
-// Where a window is, with the fields that layout files store.
+// Where a window is, with the fields that layout files store, in their order.
 struct WindowPlacement {
     static constexpr int kLength = 44;  // what files give as a placement's length
 
@@ -32,6 +32,7 @@ struct WindowPlacement {
     bool IsValid() const { return length == kLength; }
     bool operator==(const WindowPlacement&) const = default;
 };
+static_assert(sizeof(WindowPlacement) == WindowPlacement::kLength);
 
 enum class WindowPresence {
     None,
@@ -41,9 +42,9 @@ enum class WindowPresence {
 
 struct WindowRecord {
     QString name;
+    bool open = false;                 // it is to be open
     WindowPlacement placement;         // last known
     WindowPlacement defaultPlacement;  // as computed at start
-    bool open = false;                 // it is to be open
     bool live = false;                 // its creation has finished; before that no move is tracked
     WindowPresence window = WindowPresence::None;
 };

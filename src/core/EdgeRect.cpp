@@ -1,4 +1,4 @@
-#include "windows/EdgeRect.h"
+#include "core/EdgeRect.h"
 
 #include <algorithm>
 #include <cmath>
