@@ -1,0 +1,56 @@
+// Dialogs in the program's own frame: the base of modal ones, questions, and the choice of a file.
+//
+// Main thread. Every function that waits for the user runs an event loop of its own, in which all other
+// windows take no input. The owner may be any widget of the window that the dialog belongs to, or null.
+#pragma once
+
+#include <QStringList>
+
+#include "windows/widgets/FrameWindow.h"
+
+class QEventLoop;
+
+namespace pixelgrove {
+
+// A modal window: Exec shows it in the middle of its owner, inside the work area, and waits. Escape and the
+// caption's close end it with false; Enter presses the button that has the focus, else the default one. It
+// can be shown again.
+class FrameDialog : public FrameWindow {
+    Q_OBJECT
+
+  public:
+    explicit FrameDialog(QWidget* owner, Kind kind = Kind::Dialog);
+    // True when Done(true) ended it. False also when the dialog is destroyed meanwhile, as with its owner, or
+    // waits already.
+    bool Exec();
+    // Hides the dialog and ends the waiting.
+    void Done(bool accepted);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    QEventLoop* loop_ = nullptr;
+    bool accepted_ = false;
+};
+
+enum class Answer { Yes, No, Cancel };
+
+// A warning with the three buttons, in plain text; Cancel is the default one, and what Escape and closing
+// mean. The letters Y and N answer too.
+Answer AskYesNoCancel(QWidget* owner, const QString& caption, const QString& text);
+
+struct FileQuestion {
+    QString caption;
+    QString folder;          // where it starts; made if it can be and is missing
+    QString fileName;        // suggested name, may be empty
+    QStringList filters;     // "JSON Files (*.json)", "All Files (*)"
+    QString defaultSuffix;   // for saving, without the dot; may be empty
+    bool forSaving = false;  // an existing file is asked about before it is chosen
+};
+
+// The chosen path, which has the default suffix if it was typed without one; empty when cancelled.
+QString AskForFile(QWidget* owner, const FileQuestion& question);
+
+}  // namespace pixelgrove

@@ -1,0 +1,123 @@
+// FrameWindow: a top-level window with the program's own frame: caption, menu bar, sizing border, grips.
+// Every window of the program is one, so that all look alike and a proposed rectangle can be snapped, or
+// moved with its group, before it is applied.
+//
+// The X window has no frame of its own, so its geometry is the frame's, with a window manager and without.
+// Each frame tells the registry (Windows()) when it is made, moved, dragged, closed and destroyed. Main
+// thread.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QWidget>
+#include <memory>
+
+#include "core/WindowRecord.h"
+#include "windows/FrameGeometry.h"
+
+class QKeyEvent;
+class QMenu;
+class QMenuBar;
+
+namespace pixelgrove {
+
+class CaptionBar;
+
+class FrameWindow : public QWidget {
+    Q_OBJECT
+
+  public:
+    // Window: minimise, maximise and close in the caption, an entry of its own in task bars.
+    // Dialog: close alone, above its owner. FixedDialog: that, and it can't be sized by the mouse.
+    enum class Kind { Window, Dialog, FixedDialog };
+
+    // The owner is the window that a dialog stays above; null for others.
+    explicit FrameWindow(Kind kind = Kind::Window, QWidget* owner = nullptr);
+    ~FrameWindow() override;
+
+    // What the frame surrounds: forms are set up on it. It lives as long as the frame.
+    QWidget* Client() const { return client_; }
+    // Below the caption; the frame takes it over. Once.
+    void SetMenuBar(QMenuBar* menuBar);
+    QMenuBar* MenuBar() const { return menuBar_; }
+
+    // Makes the client area that large; the frame grows around it and stays where its top left corner is. Of
+    // a maximised window, the area that it gets when it is restored.
+    void ResizeClient(const QSize& client);
+    // The user can't size the client area below this.
+    void SetMinimumClientSize(const QSize& client);
+    // What the frame adds to its client.
+    QSize FrameExtra() const;
+
+    // On the screen.
+    EdgeRect FrameRect() const { return FromQRect(geometry()); }
+    // Puts the frame there, also where the user couldn't; what X11 can't count is brought to the nearest that
+    // it can. A maximised window is so no longer.
+    void SetFrameRect(const EdgeRect& rect);
+    // The frame's place when it is neither maximised nor minimised.
+    EdgeRect NormalRect() const;
+    // A valid placement of how things are; its show command is 1 normal, 2 minimised, 3 maximised.
+    WindowPlacement Placement() const;
+
+    // Over the work area of its screen; done here and not by the window manager, which may be missing.
+    bool IsMaximised() const { return maximised_; }
+    void SetMaximised(bool maximised);
+    // Nothing without a window manager: nobody could bring the window back.
+    void Minimise();
+    // Restore, Minimise, Maximise, Close, as far as the kind has them. Without a parent; it may outlive the
+    // window.
+    std::unique_ptr<QMenu> MakeWindowMenu();
+
+  protected:
+    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+  private:
+    friend class FrameEvents;  // sees presses and keys before the window's children do
+
+    static void InstallEvents();
+    bool IsPlain() const;
+    FrameShape Shape() const;
+    FrameZone ZoneOf(const QMouseEvent& event) const;
+    QSize ExtraFor(const FrameShape& shape) const;
+    QSize SmallestFrame() const;
+    void LayOut();
+    void NotePlace();
+    void ChangeMaximised(bool maximised);
+    void FollowWindowManager();
+    void BeginDrag();
+    void RestoreUnder(const QPoint& pointer);
+    void FinishDrag();
+    void ShowZoneCursor(FrameZone zone);
+    void ShowWindowMenu(const QPoint& globalPosition);
+    void ActivateAlone();
+    void PassActivationOn();
+    bool TakeKey(const QKeyEvent& event);
+
+    const Kind kind_;
+    CaptionBar* caption_ = nullptr;
+    QMenuBar* menuBar_ = nullptr;
+    QWidget* client_ = nullptr;
+    QSize minimumClient_{120, 40};
+
+    EdgeRect normal_;         // the last place while plain
+    EdgeRect settledNormal_;  // the one before the changes of the last moments
+    QElapsedTimer sinceMove_;
+    bool maximised_ = false;
+    bool byManager_ = false;  // it was the window manager that maximised it
+
+    // The drag in progress; every proposal is measured from its start. A maximised window that is pressed has
+    // a zone, but its drag begins only when it is pulled off its place.
+    FrameZone dragZone_ = FrameZone::Outside;
+    bool dragBegun_ = false;
+    QPoint pressedAt_;  // on the screen
+    EdgeRect rectAtPress_;
+};
+
+}  // namespace pixelgrove

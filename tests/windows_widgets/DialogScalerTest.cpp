@@ -1,0 +1,194 @@
+#include "windows/widgets/DialogScaler.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTreeWidget>
+#include <memory>
+
+#include "support/DisplayTest.h"
+#include "windows/widgets/Theme.h"
+
+namespace pixelgrove {
+namespace {
+
+// 395 by 195 pixels, so 400 by 200 as the base of the scale.
+class DialogScalerTest : public DisplayTest {
+  protected:
+    void SetUp() override {
+        DisplayTest::SetUp();
+        if (IsSkipped()) return;
+        form = std::make_unique<QWidget>();
+        form->setFont(FormFont());
+        form->resize(395, 195);
+        button = Add<QPushButton>({10, 20, 80, 24});
+        combo = Add<QComboBox>({100, 20, 120, 22});
+        tree = Add<QTreeWidget>({10, 60, 200, 100});
+    }
+    void TearDown() override {
+        form.reset();
+        DisplayTest::TearDown();
+    }
+
+    template <typename T>
+    T* Add(const QRect& rect) {
+        auto* widget = new T(form.get());
+        widget->setGeometry(rect);
+        return widget;
+    }
+    void Show() {
+        form->show();
+        QCoreApplication::sendPostedEvents();
+    }
+
+    std::unique_ptr<QWidget> form;
+    QPushButton* button = nullptr;
+    QComboBox* combo = nullptr;
+    QTreeWidget* tree = nullptr;
+};
+
+TEST_F(DialogScalerTest, ControlsAndFontsFollowTheForm) {
+    const int treePixels = tree->fontInfo().pixelSize();
+    button->setFixedSize(button->size());  // limits must not hold it back
+    AttachScaling(*form);
+    Show();
+    const struct {
+        QSize size;
+        QRect button, tree;
+        int fontPixels;
+        int stretch;
+    } cases[] = {
+        {{600, 300}, {15, 30, 120, 36}, {15, 90, 300, 150}, 18, 100},
+        {{200, 100}, {5, 10, 40, 12}, {5, 30, 100, 50}, 6, 100},
+        {{800, 200}, {20, 20, 160, 24}, {20, 60, 400, 100}, 12, 100},  // wider: the font stays
+        {{400, 250}, {10, 25, 80, 30}, {10, 75, 200, 125}, 15, 80},    // higher: narrower letters
+        {{200, 800}, {5, 80, 40, 96}, {5, 240, 100, 400}, 48, 50},     // never below half
+        {{0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, 1, 100},
+        {{600, 300}, {15, 30, 120, 36}, {15, 90, 300, 150}, 18, 100},  // nothing adds up
+    };
+    for (const auto& step : cases) {
+        SCOPED_TRACE(step.size.width());
+        form->resize(step.size);
+        EXPECT_EQ(button->geometry(), step.button);
+        EXPECT_EQ(tree->geometry(), step.tree);
+        EXPECT_EQ(button->font().pixelSize(), step.fontPixels);
+        EXPECT_EQ(button->font().stretch(), step.stretch);
+        EXPECT_EQ(tree->fontInfo().pixelSize(), treePixels);
+        EXPECT_TRUE(form->updatesEnabled());
+    }
+}
+
+TEST_F(DialogScalerTest, AtTheBaseSizeTheLastScaleStays) {
+    AttachScaling(*form);
+    form->show();
+    form->resize(600, 300);
+    form->resize(400, 200);
+    EXPECT_EQ(button->geometry(), QRect(15, 30, 120, 36));
+    EXPECT_FLOAT_EQ(ScaleOf(*form).x, 1.5f);
+    form->resize(401, 200);
+    EXPECT_EQ(button->geometry(), QRect(10, 20, 80, 24));
+}
+
+TEST_F(DialogScalerTest, AClosedComboBoxKeepsItsHeight) {
+    AttachScaling(*form);
+    form->show();
+    combo->setMaxVisibleItems(3);
+    form->resize(600, 300);
+    EXPECT_EQ(combo->geometry(), QRect(150, 30, 180, 33));
+    EXPECT_EQ(combo->view()->minimumWidth(), 270);
+    EXPECT_EQ(combo->maxVisibleItems(), kComboVisibleEntries);
+    combo->setMaxVisibleItems(20);
+    form->resize(800, 400);
+    EXPECT_EQ(combo->maxVisibleItems(), 20);
+}
+
+TEST_F(DialogScalerTest, PartsOfControlsTakeTheFontUnlessTheyKeepTheirs) {
+    auto* spin = Add<QSpinBox>({230, 20, 80, 24});
+    auto* group = Add<QFrame>({230, 60, 150, 100});
+    auto* rows = new QHBoxLayout(group);
+    auto* label = new QLabel(QStringLiteral("label"), group);
+    auto* text = new QPlainTextEdit(group);
+    rows->addWidget(label);
+    rows->addWidget(text);
+    auto* kept = Add<QLabel>({320, 20, 60, 24});
+    kept->setProperty(kKeepFont, true);
+    auto* child = Add<QWidget>({0, 170, 200, 20});
+    auto* inner = new QPushButton(child);
+    inner->setGeometry(10, 2, 100, 16);
+    AttachScaling(*form);
+    Show();
+    const QFont textFont = text->font();
+    form->resize(800, 400);
+    EXPECT_EQ(spin->findChild<QLineEdit*>()->font().pixelSize(), 24);
+    EXPECT_EQ(label->font().pixelSize(), 24);
+    EXPECT_EQ(QFontInfo(text->font()).pixelSize(), QFontInfo(textFont).pixelSize());
+    EXPECT_EQ(kept->font().pixelSize(), 12);
+    EXPECT_EQ(kept->geometry(), QRect(640, 40, 120, 48));
+    EXPECT_EQ(inner->geometry(), QRect(20, 4, 200, 32));
+    EXPECT_EQ(inner->font().pixelSize(), 24);
+}
+
+TEST_F(DialogScalerTest, LateControlsJoinAtThePlaceWhereTheyAreFirstShown) {
+    for (bool mainWindow : {false, true}) {
+        SCOPED_TRACE(mainWindow);
+        auto owner = std::make_unique<QWidget>();
+        owner->setFont(FormFont());
+        owner->resize(395, 195);
+        AttachScaling(*owner, mainWindow);
+        owner->show();
+        owner->resize(800, 400);
+        auto* first = new QPushButton(owner.get());
+        auto* second = new QPushButton(owner.get());
+        first->setGeometry(100, 40, 60, 24);
+        first->show();  // the second one has no place yet
+        second->setGeometry(200, 40, 60, 24);
+        second->show();
+        const int factor = mainWindow ? 2 : 1;
+        EXPECT_EQ(first->geometry(), QRect(100 * factor, 40 * factor, 60 * factor, 24 * factor));
+        EXPECT_EQ(second->geometry(), QRect(200 * factor, 40 * factor, 60 * factor, 24 * factor));
+        EXPECT_EQ(first->font().pixelSize(), 24);
+        owner->resize(1600, 800);
+        EXPECT_EQ(second->geometry(), QRect(400 * factor, 80 * factor, 120 * factor, 48 * factor));
+        delete first;
+        owner->resize(800, 400);
+        EXPECT_EQ(second->geometry(), QRect(200 * factor, 40 * factor, 60 * factor, 24 * factor));
+    }
+}
+
+TEST_F(DialogScalerTest, PausesNest) {
+    AttachScaling(*form);
+    form->show();
+    form->resize(600, 300);
+    {
+        const ScalingPause outer(*form);
+        {
+            const ScalingPause inner(*form);
+            delete button;
+            button = Add<QPushButton>({30, 30, 60, 30});
+            button->show();
+            form->resize(800, 400);
+        }
+        EXPECT_EQ(tree->geometry(), QRect(15, 90, 300, 150));
+        EXPECT_EQ(button->geometry(), QRect(30, 30, 60, 30));
+    }
+    EXPECT_EQ(tree->geometry(), QRect(20, 120, 400, 200));
+    EXPECT_EQ(button->geometry(), QRect(40, 40, 80, 40));  // its place at 1.5 is that of 20, 20, 40, 20
+    auto pause = std::make_unique<ScalingPause>(*form);
+    form.reset();
+    pause.reset();
+}
+
+TEST_F(DialogScalerTest, WithoutScalingNothingHappens) {
+    const ScalingPause pause(*form);
+    Rescale(*form);
+    EXPECT_FLOAT_EQ(ScaleOf(*form).x, 1);
+    form->resize(800, 400);
+    EXPECT_EQ(button->geometry(), QRect(10, 20, 80, 24));
+}
+
+}  // namespace
+}  // namespace pixelgrove

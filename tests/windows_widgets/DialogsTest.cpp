@@ -1,0 +1,255 @@
+#include "windows/widgets/Dialogs.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include "support/DisplayTest.h"
+
+namespace pixelgrove {
+namespace {
+
+// Runs the gesture once a dialog other than the given one waits, in the event loop of the call that follows.
+void OnDialog(const std::function<void(FrameDialog&)>& gesture, const QWidget* other = nullptr) {
+    auto* poll = new QTimer(qApp);
+    QObject::connect(poll, &QTimer::timeout, poll, [poll, gesture, other, tries = 0]() mutable {
+        auto* dialog = qobject_cast<FrameDialog*>(QApplication::activeModalWidget());
+        const bool there = dialog && dialog != other && dialog->isVisible();
+        if (!there && ++tries < 1000) return;
+        poll->stop();
+        poll->deleteLater();
+        if (!there) {
+            ADD_FAILURE() << "no dialog";
+            return;
+        }
+        dialog->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
+        gesture(*dialog);
+    });
+    poll->start(5);
+}
+
+void Click(QWidget& dialog, const char* button) {
+    auto* found = dialog.findChild<QPushButton*>(QLatin1String(button));
+    ASSERT_TRUE(found) << button;
+    QTest::mouseClick(found, Qt::LeftButton);
+}
+
+class DialogsTest : public DisplayTest {};
+
+TEST_F(DialogsTest, EachGestureGivesItsAnswer) {
+    const struct {
+        const char* name;
+        std::function<void(FrameDialog&)> gesture;
+        Answer answer;
+    } cases[] = {
+        {"click Yes", [](FrameDialog& d) { Click(d, "yesButton"); }, Answer::Yes},
+        {"click No", [](FrameDialog& d) { Click(d, "noButton"); }, Answer::No},
+        {"click Cancel", [](FrameDialog& d) { Click(d, "cancelButton"); }, Answer::Cancel},
+        {"Escape", [](FrameDialog& d) { QTest::keyClick(d.windowHandle(), Qt::Key_Escape); }, Answer::Cancel},
+        {"Enter on the default one",
+         [](FrameDialog& d) { QTest::keyClick(d.windowHandle(), Qt::Key_Return); }, Answer::Cancel},
+        {"Tab to Yes, Enter",
+         [](FrameDialog& d) {
+             QTest::keyClick(d.windowHandle(), Qt::Key_Tab);
+             QTest::keyClick(d.windowHandle(), Qt::Key_Return);
+         },
+         Answer::Yes},
+        {"Y", [](FrameDialog& d) { QTest::keyClick(d.windowHandle(), Qt::Key_Y); }, Answer::Yes},
+        {"Alt+N", [](FrameDialog& d) { QTest::keyClick(d.windowHandle(), Qt::Key_N, Qt::AltModifier); },
+         Answer::No},
+        {"close", [](FrameDialog& d) { d.close(); }, Answer::Cancel},
+    };
+    QWidget owner;
+    owner.setGeometry(300, 300, 400, 300);
+    owner.show();
+    for (const auto& step : cases) {
+        SCOPED_TRACE(step.name);
+        OnDialog([&](FrameDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Pixelgrove"));
+            EXPECT_EQ(dialog.Client()->objectName(), QStringLiteral("questionForm"));
+            fprintf(stderr, "%s active %d focus %s\n", step.name, dialog.isActiveWindow(), QApplication::focusWidget() ? qPrintable(QApplication::focusWidget()->objectName()) : "none"); step.gesture(dialog); fprintf(stderr,"after vis %d\n", dialog.isVisible());
+        });
+        EXPECT_EQ(AskYesNoCancel(&owner, QStringLiteral("Pixelgrove"), QStringLiteral("Save <b>it</b>?")),
+                  step.answer);
+    }
+    EXPECT_FALSE(QApplication::activeModalWidget());
+}
+
+TEST_F(DialogsTest, ALongTextIsWhollyVisible) {
+    QString text;
+    for (int i = 0; i < 30; ++i)
+        text += QStringLiteral("a rather long sentence ");
+    OnDialog([&](FrameDialog& dialog) {
+        auto* label = dialog.findChild<QLabel*>(QStringLiteral("questionText"));
+        ASSERT_TRUE(label);
+        EXPECT_EQ(label->text(), text);
+        EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+        EXPECT_TRUE(dialog.Client()->rect().contains(label->geometry()));
+        EXPECT_LE(
+            dialog.Client()->findChild<QPushButton*>(QStringLiteral("cancelButton"))->geometry().right(),
+            dialog.Client()->width());
+        dialog.close();
+    });
+    AskYesNoCancel(nullptr, QString(), text);
+}
+
+TEST_F(DialogsTest, DialogsStandInTheMiddleOfTheirOwnerInsideTheWorkArea) {
+    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    QWidget owner(nullptr, Qt::FramelessWindowHint);
+    const QSize size(400, 300);
+    const struct {
+        const char* name;
+        QWidget* owner;
+        QPoint ownerCentre;
+    } cases[] = {
+        {"middle", &owner, area.center() + QPoint(50, 40)},
+        {"at the left edge", &owner, area.topLeft() + QPoint(10, 200)},
+        {"at the lower right", &owner, area.bottomRight() - QPoint(5, 5)},
+        {"no owner", nullptr, area.center()},
+    };
+    for (const auto& step : cases) {
+        SCOPED_TRACE(step.name);
+        QRect ownerRect(0, 0, 300, 200);
+        ownerRect.moveCenter(step.ownerCentre);
+        owner.setGeometry(ownerRect);
+        owner.show();
+        FrameDialog dialog(step.owner);
+        dialog.ResizeClient(size);
+        OnDialog([&](FrameDialog& shown) {
+            EXPECT_EQ(&shown, &dialog);
+            const QRect frame = ToQRect(dialog.FrameRect());
+            EXPECT_TRUE(area.contains(frame));
+            QRect centred(QPoint(), frame.size());
+            centred.moveCenter(step.owner ? owner.frameGeometry().center() : area.center());
+            if (area.contains(centred)) {
+                EXPECT_EQ(frame, centred);
+            }
+            dialog.Done(true);
+        });
+        EXPECT_TRUE(dialog.Exec());
+        EXPECT_FALSE(dialog.isVisible());
+    }
+}
+
+TEST_F(DialogsTest, ADialogThatGoesWithItsOwnerIsNotAccepted) {
+    auto* owner = new QWidget;
+    owner->show();
+    OnDialog([&](FrameDialog&) { delete owner; });
+    EXPECT_EQ(AskYesNoCancel(owner, QString(), QStringLiteral("?")), Answer::Cancel);
+}
+
+class FileQuestionTest : public DialogsTest {
+  protected:
+    FileQuestion Question(bool forSaving) const {
+        FileQuestion question;
+        question.caption = QStringLiteral("Choose");
+        question.folder = folder.path();
+        question.filters = {QStringLiteral("JSON Files (*.json)"), QStringLiteral("All Files (*)")};
+        question.defaultSuffix = QStringLiteral("json");
+        question.forSaving = forSaving;
+        return question;
+    }
+    QString Path(const char* name) const { return folder.filePath(QLatin1String(name)); }
+    void Make(const char* name) const {
+        QFile file(Path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    static QLineEdit* NameEdit(FrameDialog& dialog) {
+        return dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    }
+    static void Type(FrameDialog& dialog, const char* name) {
+        QLineEdit* edit = NameEdit(dialog);
+        ASSERT_TRUE(edit);
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClicks(edit, QLatin1String(name));
+        QTest::keyClick(edit, Qt::Key_Return);
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(FileQuestionTest, ATypedNameIsChosen) {
+    Make("there.json");
+    const struct {
+        const char* typed;
+        bool forSaving;
+        const char* chosen;
+    } cases[] = {
+        {"there.json", false, "there.json"},
+        {"new", true, "new.json"},
+        {"new.txt", true, "new.txt"},
+    };
+    for (const auto& step : cases) {
+        SCOPED_TRACE(step.typed);
+        OnDialog([&](FrameDialog& dialog) { Type(dialog, step.typed); });
+        EXPECT_EQ(AskForFile(nullptr, Question(step.forSaving)), Path(step.chosen));
+    }
+}
+
+TEST_F(FileQuestionTest, AnExistingFileIsReplacedOnlyAfterYes) {
+    Make("there.json");
+    int questions = 0;
+    OnDialog([&](FrameDialog& dialog) {
+        OnDialog(
+            [&](FrameDialog& question) {
+                EXPECT_EQ(question.findChild<QLabel*>(QStringLiteral("questionText"))->text(),
+                          QStringLiteral("there.json already exists.\nDo you want to replace it?"));
+                ++questions;
+                Click(question, "noButton");
+            },
+            &dialog);
+        Type(dialog, "there");  // the suffix is part of the check
+        EXPECT_EQ(questions, 1);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_TRUE(dialog.findChild<QFileDialog*>()->isVisible());
+        OnDialog(
+            [&](FrameDialog& question) {
+                ++questions;
+                Click(question, "yesButton");
+            },
+            &dialog);
+        Type(dialog, "there.json");
+    });
+    EXPECT_EQ(AskForFile(nullptr, Question(true)), Path("there.json"));
+    EXPECT_EQ(questions, 2);
+}
+
+TEST_F(FileQuestionTest, AMissingFileIsNotOpened) {
+    OnDialog([&](FrameDialog& dialog) {
+        bool told = false;
+        OnDialog(
+            [&](FrameDialog& message) {
+                told = true;
+                Click(message, "okButton");
+            },
+            &dialog);
+        Type(dialog, "missing.json");
+        EXPECT_TRUE(told);
+        EXPECT_TRUE(dialog.isVisible());
+        QTest::keyClick(NameEdit(dialog), Qt::Key_Escape);
+    });
+    EXPECT_EQ(AskForFile(nullptr, Question(false)), QString());
+}
+
+TEST_F(FileQuestionTest, TheFolderIsMadeAndTheNameSuggested) {
+    FileQuestion question = Question(true);
+    question.folder = Path("a/b");
+    question.fileName = QStringLiteral("Untitled.json");
+    OnDialog([&](FrameDialog& dialog) {
+        EXPECT_EQ(NameEdit(dialog)->text(), QStringLiteral("Untitled.json"));
+        dialog.close();
+    });
+    EXPECT_EQ(AskForFile(nullptr, question), QString());
+    EXPECT_TRUE(QFile::exists(question.folder));
+}
+
+}  // namespace
+}  // namespace pixelgrove

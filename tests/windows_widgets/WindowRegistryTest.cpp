@@ -1,0 +1,208 @@
+// The registry with real windows on the display: drags, groups, layouts.
+#include "windows/widgets/WindowRegistry.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+#include <map>
+
+#include "persist/SettingsRecords.h"
+#include "support/DisplayTest.h"
+#include "windows/widgets/FrameWindow.h"
+
+namespace pixelgrove {
+namespace {
+
+QString Name(const char16_t* name) {
+    return QString::fromUtf16(name);
+}
+
+class RegistryTest : public DisplayTest {
+  protected:
+    void SetUp() override {
+        DisplayTest::SetUp();
+        if (App()) Windows().RegisterDefaultWindows();
+    }
+    void TearDown() override {
+        if (!App()) return;
+        windows.clear();
+        Windows().Clear();
+        DisplayTest::TearDown();
+    }
+
+    FrameWindow& Show(const char16_t* name, const EdgeRect& rect) {
+        auto& window = windows[Name(name)];
+        window = std::make_unique<FrameWindow>();
+        Row(name).placement = {WindowPlacement::kLength, 0, 1, -1, -1, -1, -1, rect};
+        Windows().Present(*window, name);
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        EXPECT_EQ(window->FrameRect(), rect);
+        return *window;
+    }
+    WindowRecord& Row(const char16_t* name) {
+        return *FindOrAddWindowRow(StoredSettings().layout.windows, name);
+    }
+    EdgeRect Rect(const char16_t* name) { return windows.at(Name(name))->FrameRect(); }
+    // One drag with a proposal for each rectangle.
+    void Drag(FrameWindow& window, FrameZone zone, const std::vector<EdgeRect>& proposals,
+              bool shift = false) {
+        Windows().BeginDrag(window, shift);
+        for (const EdgeRect& proposal : proposals)
+            Windows().DragTo(window, zone, proposal, shift);
+        Windows().EndDrag(window);
+        PumpFor(30);
+    }
+
+    std::map<QString, std::unique_ptr<FrameWindow>> windows;
+    QTemporaryDir folder;
+};
+
+TEST_F(RegistryTest, ACaptionDragSnapsBelowTwelvePixels) {
+    Show(kOutputWin, {100, 100, 500, 400});
+    FrameWindow& other = Show(kShadertoyWin, {600, 150, 900, 350});
+    Windows().SetSnapping(true);
+    // The second step is the one that counts.
+    const EdgeRect at11{511, 150, 811, 350}, at12{512, 150, 812, 350};
+    Windows().BeginDrag(other, false);
+    for (const auto& [proposal, expected] :
+         {std::pair(at11, at11), std::pair(at11, EdgeRect{500, 150, 800, 350}), std::pair(at12, at12),
+          std::pair(at12, at12)}) {
+        Windows().DragTo(other, FrameZone::Caption, proposal, false);
+        EXPECT_EQ(other.FrameRect(), expected);
+    }
+    // Sizing doesn't snap, nor does a hidden window attract.
+    Windows().DragTo(other, FrameZone::Left, at11, false);
+    Windows().DragTo(other, FrameZone::Left, at11, false);
+    EXPECT_EQ(other.FrameRect(), at11);
+    windows.at(Name(kOutputWin))->hide();
+    Windows().DragTo(other, FrameZone::Caption, at11, false);
+    Windows().DragTo(other, FrameZone::Caption, at11, false);
+    EXPECT_EQ(other.FrameRect(), at11);
+    Windows().EndDrag(other);
+}
+
+TEST_F(RegistryTest, EdgesAreAlignedAfterADragWithSnapping) {
+    Show(kOutputWin, {100, 100, 500, 300});
+    FrameWindow& other = Show(kShadertoyWin, {700, 500, 900, 700});
+    for (const bool snapping : {false, true}) {
+        Windows().SetSnapping(snapping);
+        Drag(other, FrameZone::Caption, {{108, 500, 308, 700}});
+        EXPECT_EQ(Rect(kShadertoyWin), (EdgeRect{snapping ? 104 : 108, 500, 308, 700}));
+        EXPECT_EQ(Rect(kOutputWin), (EdgeRect{snapping ? 104 : 100, 100, 500, 300}));
+    }
+}
+
+TEST_F(RegistryTest, WindowsMoveAndSizeAsAGroup) {
+    FrameWindow& first = Show(kEditWin, {100, 100, 500, 500});
+    Show(kOutputWin, {500, 100, 900, 300});
+    Show(kShadertoyWin, {500, 300, 900, 500});
+    // Locked, or unlocked with Shift, all go; both together, one.
+    Windows().SetLockWindows(true);
+    Drag(first, FrameZone::Caption, {{110, 110, 510, 510}, {150, 130, 550, 530}});
+    EXPECT_EQ(Rect(kEditWin), (EdgeRect{150, 130, 550, 530}));
+    EXPECT_EQ(Rect(kOutputWin), (EdgeRect{550, 130, 950, 330}));
+    EXPECT_EQ(Rect(kShadertoyWin), (EdgeRect{550, 330, 950, 530}));
+    Drag(first, FrameZone::Caption, {{100, 100, 500, 500}}, true);
+    EXPECT_EQ(Rect(kEditWin), (EdgeRect{100, 100, 500, 500}));
+    EXPECT_EQ(Rect(kOutputWin), (EdgeRect{550, 130, 950, 330}));
+    Windows().SetLockWindows(false);
+    Drag(first, FrameZone::Caption, {{150, 130, 550, 530}});
+    Drag(first, FrameZone::Caption, {{160, 140, 560, 540}, {150, 130, 550, 530}}, true);
+    EXPECT_EQ(Rect(kOutputWin), (EdgeRect{550, 130, 950, 330})) << "dragged there and back";
+
+    // Twice as wide and half again as high, about the top left corner of the window and with it the group's.
+    Drag(first, FrameZone::BottomRight, {{150, 130, 950, 730}}, true);
+    EXPECT_EQ(Rect(kEditWin), (EdgeRect{150, 130, 950, 730}));
+    EXPECT_EQ(Rect(kOutputWin), (EdgeRect{950, 130, 1750, 430}));
+    EXPECT_EQ(Rect(kShadertoyWin), (EdgeRect{950, 430, 1750, 730}));
+}
+
+TEST_F(RegistryTest, ALayoutFileBringsEveryWindowBack) {
+    Show(kEditWin, {300, 50, 900, 700});
+    Show(kOutputWin, {10, 20, 290, 300});
+    Show(kShadertoyWin, {10, 310, 290, 600});
+    const QString path = folder.filePath(QStringLiteral("three.STL"));
+    ASSERT_TRUE(Windows().SaveLayoutFile(path));
+
+    windows.at(Name(kEditWin))->SetFrameRect({0, 0, 500, 500});
+    windows.at(Name(kOutputWin))->SetMaximised(true);
+    windows.at(Name(kShadertoyWin))->close();
+    PumpFor(30);
+    EXPECT_FALSE(Row(kShadertoyWin).open);
+    Windows().SetLockWindows(true);
+
+    ASSERT_TRUE(Windows().LoadLayoutFile(path));
+    QStringList opened;
+    Windows().ApplyLayout([&](const QString& name) { opened += name; });
+    PumpFor(30);
+    EXPECT_EQ(Rect(kEditWin), (EdgeRect{300, 50, 900, 700}));
+    EXPECT_EQ(Rect(kOutputWin), (EdgeRect{10, 20, 290, 300}));
+    EXPECT_TRUE(Windows().LockWindows()) << "a file doesn't change that";
+    EXPECT_TRUE(windows.at(Name(kShadertoyWin))->isVisible()) << "hidden by its close, not destroyed";
+    EXPECT_EQ(opened, QStringList{Name(kAudioConfigWin)}) << "open by default";
+    // They are followed again.
+    windows.at(Name(kEditWin))->SetFrameRect({310, 60, 910, 710});
+    PumpFor(30);
+    EXPECT_EQ(Row(kEditWin).placement.normal, (EdgeRect{310, 60, 910, 710}));
+
+    // No layout file at all changes nothing.
+    for (const QByteArray& bytes :
+         {QByteArray(), QByteArray("\x01\x00\xff junk", 9), QByteArray("<a>\n<DTRect>")}) {
+        const QString junk = folder.filePath(QStringLiteral("junk.STL"));
+        QFile file(junk);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        file.close();
+        EXPECT_FALSE(Windows().LoadLayoutFile(junk));
+        EXPECT_EQ(Row(kEditWin).placement.normal, (EdgeRect{310, 60, 910, 710}));
+    }
+}
+
+TEST_F(RegistryTest, ALayoutOfALargerDesktopLeavesNoWindowOutside) {
+    Show(kEditWin, {300, 50, 900, 700});
+    Show(kOutputWin, {10, 20, 290, 300});
+    const EdgeRect area = CurrentWorkArea();
+    WindowLayout& layout = StoredSettings().layout;
+    WindowLayout large = layout;
+    large.desktop = {0, 0, area.right * 2, area.bottom * 2};
+    large.windows = {layout.windows[0], layout.windows[1]};
+    large.windows[0].placement.normal = {area.right, 0, area.right * 2, area.bottom * 2};
+    large.windows[1].placement.normal = {0, 0, area.right, area.bottom};
+    const std::unique_ptr<XmlStore> store = XmlCreate();
+    const QString path = folder.filePath(QStringLiteral("large.STL"));
+    ASSERT_TRUE(SaveLayout(*store, large) && XmlSave(*store, path));
+    ASSERT_TRUE(Windows().LoadLayoutFile(path));
+    Windows().ApplyLayout({});
+    PumpFor(30);
+    EXPECT_EQ(Rect(kEditWin), (EdgeRect{area.right / 2, 0, area.right, area.bottom}));
+    EXPECT_EQ(Rect(kOutputWin), (EdgeRect{0, 0, area.right / 2, area.bottom / 2}));
+}
+
+TEST_F(RegistryTest, AbsurdPlacesInAFileAreNoHarm) {
+    for (const EdgeRect& rect :
+         {EdgeRect{INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, EdgeRect{5, 5, -9, -9}}) {
+        FrameWindow window;
+        Row(kOutputWin).placement = {WindowPlacement::kLength, 0, 1, -1, -1, -1, -1, rect};
+        Windows().Present(window, kOutputWin);
+        PumpFor(30);
+        EXPECT_GT(window.width(), 0);
+        EXPECT_LE(window.FrameRect().Width(), 2 * CurrentDesktop()->Width());
+    }
+}
+
+TEST_F(RegistryTest, OpenStatesFollowTheWindowsUntilTheProgramEnds) {
+    Show(kEditWin, {300, 50, 900, 700});
+    Show(kOutputWin, {10, 20, 290, 300});
+    // A layout can't end the program.
+    Row(kEditWin).open = false;
+    Windows().ApplyLayout({});
+    EXPECT_TRUE(windows.at(Name(kEditWin))->isVisible());
+    Windows().FreezeOpenStates();
+    windows.at(Name(kOutputWin))->close();
+    windows.clear();
+    EXPECT_TRUE(Row(kOutputWin).open);
+    EXPECT_EQ(Row(kOutputWin).window, WindowPresence::None);
+    EXPECT_EQ(Windows().WindowOf(kOutputWin), nullptr);
+}
+
+}  // namespace
+}  // namespace pixelgrove
