@@ -36,16 +36,41 @@ enum CommandId : int {
     kCmdEditCut = 1553,
     kCmdEditDelete = 1554,
     kCmdEditSelectAll = 1555,
+    kCmdShaderHelp = 1556,
+    kCmdInsertDefines = 1557,
+    kCmdLoadDefines = 1558,
     kCmdWindowSizeFirst = 1564,  // 1564..1577: the output window's sizes
     kCmdWindowSizeLast = 1577,
     kCmdAlwaysOnTop = 1578,
     kCmdScreenCapture8k = 1579,
+    kCmdCreateControl = 1580,
+    kCmdOpenInclude = 1581,  // the file that the editor menu noted
+    kCmdIndentSelection = 1582,
+    kCmdRecentFileFirst = 32768,  // each list of recent files has ten, newest first
+    kCmdRecentProjectFirst = 32779,
+    kCmdRecentPaletteFirst = 32790,
     kCmdSaveFileAs = 40001,
     kCmdOpenFile = 40002,
     kCmdNew = 40003,
+    kCmdSiteFirst = 40006,  // 40006..40009: web sites
+    kCmdSiteLast = 40009,
+    kCmdAbout = 40010,
+    kCmdFind = 40011,
+    kCmdReplace = 40012,
     kCmdAnimationWindow = 40013,
+    kCmdLockWindows = 40014,  // move and size windows together
+    kCmdLoadLayout = 40017,
+    kCmdSaveLayout = 40018,
+    kCmdRecordingSettings = 40019,
+    kCmdLoadPalette = 40021,
+    kCmdSnapToEdges = 40022,
+    kCmdShadertoyBrowser = 40024,
+    kCmdAudioConfiguration = 40026,
     kCmdSaveProjectAs = 40027,
     kCmdOpenProject = 40031,
+    kCmdLicense = 40043,
+    kCmdLayoutFirst = 40318,  // 40318..40418: layout files by name
+    kCmdLayoutLast = 40418,
 };
 
 enum ControlId : int {

@@ -8,7 +8,7 @@
 #include <set>
 
 #include "core/ProjectModel.h"
-#include "ui/Theme.h"
+#include "windows/widgets/Theme.h"
 
 namespace pixelgrove {
 
@@ -28,10 +28,6 @@ QString TextOf(const QTextDocument& document) {
 // messages name would be off.
 QString WithoutLineSeparators(QString text) {
     return text.replace(QChar::LineSeparator, u'\n');
-}
-
-QColor MarkerColour(uint32_t blueGreenRed) {
-    return QColor(int(blueGreenRed & 255), int(blueGreenRed >> 8 & 255), int(blueGreenRed >> 16 & 255));
 }
 
 }  // namespace
@@ -96,7 +92,7 @@ bool CodeView::IsErrorLine(int line) const {
 void CodeView::RefreshErrorMarks() {
     QList<QTextEdit::ExtraSelection> marks;
     if (shown_) {
-        QColor ground = MarkerColour(shown_->errorLines.markerColour);
+        QColor ground = FromBgr(shown_->errorLines.markerColour);
         ground.setAlpha(70);  // the text above it stays readable
         // A line with several errors is named several times, and translucent grounds would add up.
         for (int line : std::set<int>(shown_->errorLines.lines.begin(), shown_->errorLines.lines.end())) {

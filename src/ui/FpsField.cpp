@@ -1,10 +1,8 @@
 #include "ui/FpsField.h"
 
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QToolButton>
-#include <QVBoxLayout>
 #include <algorithm>
 
 #include "core/AppState.h"
@@ -12,39 +10,40 @@
 
 namespace pixelgrove {
 
+namespace {
+
+constexpr int kGap = 2;
+constexpr int kWidestArrow = 24;
+
+}  // namespace
+
 FpsField::FpsField(QWidget* parent) : QWidget(parent), edit_(new QLineEdit(this)) {
     edit_->setObjectName(QStringLiteral("fpsTargetEdit"));
     edit_->setProperty("controlId", int(kCtlFpsTarget));
     edit_->setAlignment(Qt::AlignRight);
     edit_->setMaxLength(6);
     edit_->installEventFilter(this);
-    edit_->setMinimumWidth(fontMetrics().horizontalAdvance(u'0') * 5 + 14);
 
-    auto* arrows = new QWidget(this);
-    arrows->setObjectName(QStringLiteral("fpsUpDown"));
-    arrows->setProperty("controlId", int(kCtlFpsUpDown));
-    auto* column = new QVBoxLayout(arrows);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(1);
     for (int by : {1, -1}) {
-        auto* arrow = new QToolButton(arrows);
+        auto* arrow = new QToolButton(this);
         arrow->setObjectName(by > 0 ? QStringLiteral("fpsUpButton") : QStringLiteral("fpsDownButton"));
+        arrow->setProperty("controlId", int(kCtlFpsUpDown));
         arrow->setArrowType(by > 0 ? Qt::UpArrow : Qt::DownArrow);
         arrow->setAutoRepeat(true);
         arrow->setFocusPolicy(Qt::NoFocus);
-        arrow->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-        arrow->setFixedWidth(18);
-        arrow->setMinimumHeight(10);
-        column->addWidget(arrow);
+        (by > 0 ? up_ : down_) = arrow;
         connect(arrow, &QToolButton::clicked, this, [this, by] { Step(by); });
     }
-
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(2);
-    row->addWidget(edit_, 1);
-    row->addWidget(arrows);
     setFocusProxy(edit_);
+}
+
+// By hand: the form gives any size, also one below what a layout would hold out for.
+void FpsField::resizeEvent(QResizeEvent*) {
+    const int arrowWidth = std::clamp(width() / 4, 8, kWidestArrow);
+    const int half = height() / 2;
+    edit_->setGeometry(0, 0, width() - arrowWidth - kGap, height());
+    up_->setGeometry(width() - arrowWidth, 0, arrowWidth, half);
+    down_->setGeometry(width() - arrowWidth, half, arrowWidth, height() - half);
 }
 
 int FpsField::Number(bool* ok) const {

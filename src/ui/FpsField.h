@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class QLineEdit;
+class QToolButton;
 
 namespace pixelgrove {
 
@@ -25,11 +26,14 @@ class FpsField : public QWidget {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void Step(int by);
 
     QLineEdit* edit_;
+    QToolButton* up_ = nullptr;
+    QToolButton* down_ = nullptr;
 };
 
 }  // namespace pixelgrove

@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "ui/Theme.h"
+#include "windows/widgets/Theme.h"
 
 namespace pixelgrove {
 
@@ -21,7 +21,7 @@ QColor ColourOf(PlaybackIcon kind) {
         case PlaybackIcon::Pause:
             break;
     }
-    return theme::kText;
+    return Theme().text;
 }
 
 void Draw(QPainter& painter, PlaybackIcon kind) {
@@ -66,7 +66,7 @@ QIcon MakePlaybackIcon(PlaybackIcon kind) {
     QIcon icon;
     for (int scale : {1, 2, 3}) {
         icon.addPixmap(Render(kind, ColourOf(kind), scale), QIcon::Normal);
-        icon.addPixmap(Render(kind, QColor(0x5d, 0x63, 0x6c), scale), QIcon::Disabled);
+        icon.addPixmap(Render(kind, Theme().faintText, scale), QIcon::Disabled);
     }
     return icon;
 }

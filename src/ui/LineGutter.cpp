@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "ui/CodeView.h"
-#include "ui/Theme.h"
+#include "windows/widgets/Theme.h"
 
 namespace pixelgrove {
 
@@ -45,7 +45,7 @@ QSize LineGutter::sizeHint() const {
 
 void LineGutter::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.fillRect(rect(), theme::kPanel);
+    painter.fillRect(rect(), Theme().panel);
     if (!editor_) return;
     // The strip and the editor stand side by side, but the editor's text begins below its frame.
     const int offset =
@@ -53,13 +53,13 @@ void LineGutter::paintEvent(QPaintEvent*) {
     const int caretLine = editor_->CaretLine();
     for (const CodeView::VisibleLine& line : editor_->VisibleLines()) {
         const QRect row(0, line.top + offset, width(), line.height);
-        QColor text = theme::kFaintText;
+        QColor text = Theme().faintText;
         if (editor_->IsErrorLine(line.line)) {
             painter.fillRect(row.adjusted(0, 0, -2, 0), kErrorGround);
             text = kErrorText;
         } else if (line.line == caretLine) {
-            painter.fillRect(row.adjusted(0, 0, -2, 0), theme::kButton);
-            text = theme::kText;
+            painter.fillRect(row.adjusted(0, 0, -2, 0), Theme().buttonHover);
+            text = Theme().text;
         }
         painter.setPen(text);
         painter.drawText(row.adjusted(0, 0, -kRightPadding, 0), Qt::AlignRight | Qt::AlignTop,

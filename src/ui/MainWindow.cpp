@@ -1,55 +1,70 @@
 #include "ui/MainWindow.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
-#include <QMouseEvent>
-#include <QScreen>
+#include <QMenuBar>
+#include <QMimeData>
 #include <QTextBlock>
 #include <algorithm>
 
 #include "controls/LiveValues.h"
 #include "core/Commands.h"
+#include "core/PlayTime.h"
 #include "core/ProjectModel.h"
-#include "platform/Files.h"
-#include "platform/TextEditor.h"
+#include "persist/SettingsRecords.h"
+#include "platform/SharedMemory.h"
 #include "render/GlSetup.h"
+#include "render/RenderContext.h"
 #include "render/source/MessageLines.h"
 #include "render/widgets/OffscreenOutput.h"
 #include "render/widgets/OutputWindow.h"
+#include "ui/EditorMenu.h"
 #include "ui/Icons.h"
-#include "ui/Theme.h"
+#include "ui/OutsideCommand.h"
 #include "ui_EditWindow.h"
+#include "windows/widgets/DialogScaler.h"
+#include "windows/widgets/Theme.h"
+#include "windows/widgets/WindowRegistry.h"
 
 namespace pixelgrove {
 
 namespace {
 
-// Of this window alone: the sound that another thread asked for.
-constexpr int kCmdBeep = -1;
+constexpr QSize kBaseSize(760, 820);  // of the form
+constexpr int kSmallestTreeFont = 5;
+constexpr int kLargestTreeFont = 72;
 
-constexpr int kWindowGap = 12;
-
-std::unique_ptr<Ui::EditWindow> MakeForm(QMainWindow& window) {
+std::unique_ptr<Ui::EditWindow> MakeForm(QWidget* client) {
     auto form = std::make_unique<Ui::EditWindow>();
-    form->setupUi(&window);
+    client->setFont(FormFont());
+    form->setupUi(client);
     return form;
 }
 
-// Where the name of an include file leads: as it stands, else below the include folder.
-QString FindIncludeFile(const QString& name) {
-    if (IsPlainFile(name)) return name;
-    return App()->includeContext->searchFolder + u'/' + name;
+// The command that opens or closes the window of a registry name; 0 for the main window.
+int WindowCommand(const QString& name) {
+    if (name == QStringView(kOutputWin)) return kCmdAnimationWindow;
+    if (name == QStringView(kShadertoyWin)) return kCmdShadertoyBrowser;
+    if (name == QStringView(kAudioConfigWin)) return kCmdAudioConfiguration;
+    return 0;
+}
+
+// The local files among what is being dropped; other addresses are nothing that can be loaded.
+QStringList DroppedFiles(const QMimeData& data) {
+    QStringList paths;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile()) paths.append(url.toLocalFile());
+    return paths;
 }
 
 }  // namespace
 
-MainWindow::MainWindow(QWidget* parent)
-    : QMainWindow(parent),
-      form_(MakeForm(*this)),
+MainWindow::MainWindow()
+    : form_(MakeForm(Client())),
       commands_(this),
       playback_(*form_),
-      projects_(MakeUserDialogs(this)) {
+      projects_(MakeUserDialogs(this)),
+      layouts_(projects_.dialogs, [this](const QString& name) { PostCommand(WindowCommand(name), 0); }) {
     AppState& app = *App();
     app.mainWindow = this;
     app.host = this;
@@ -57,18 +72,32 @@ MainWindow::MainWindow(QWidget* parent)
     form_->statusText->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     form_->editorSplitter->setStretchFactor(0, 4);
     form_->editorSplitter->setStretchFactor(1, 1);
-    form_->editorSplitter->setSizes({460, 110});
+    form_->editorSplitter->setSizes({540, 110});
+    form_->lowerSplitter->setStretchFactor(0, 3);
+    form_->lowerSplitter->setStretchFactor(1, 1);
+    form_->lowerSplitter->setSizes({540, 198});
     form_->lineGutter->Attach(*form_->editor);
     app.includeContext = CreateIncludeContext();
+    setAcceptDrops(true);
+    AttachScaling(*Client(), true);
+    SetUpTree();
     app.fileName = QStringLiteral("Untitled.json");
     ShowTitle(false);
     ProbeOutput();
     RebuildControlTree();
     playback_.SetUp();
     RefreshCaretStatus();
-    menus_ = std::make_unique<Menus>(*this, [this](int id) { SendCommand(id, 0); });
+    auto* menuBar = new QMenuBar;
+    menus_ = std::make_unique<Menus>(*menuBar, *this, [this](int id) { SendCommand(id, 0); });
+    SetMenuBar(menuBar);
+    SetMinimumClientSize(kBaseSize / 2);
+    ResizeClient(kBaseSize);
+    RefreshLayoutMenu();
+    menus_->SetTick(kCmdSnapToEdges, app.snapToEdges != 0);
+    menus_->SetTick(kCmdLockWindows, Windows().LockWindows());
+    Windows().SetSnapping(app.snapToEdges != 0);
     form_->editor->addActions(menus_->EditActions());
-    form_->editor->setContextMenuPolicy(Qt::ActionsContextMenu);
+    form_->editor->setContextMenuPolicy(Qt::CustomContextMenu);
     ConnectControls();
     form_->editor->setFocus();
 }
@@ -111,7 +140,32 @@ void MainWindow::ConnectControls() {
     }
     connect(form_->fpsTarget, &FpsField::Committed, this, [this] { SendCommand(kCmdFpsTarget, 0); });
     form_->stageButtons->runCommand = [this](int id) { SendCommand(id, 0); };
+    connect(form_->editor, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& at) { ShowEditorMenu(*form_->editor, form_->editor->viewport()->mapToGlobal(at)); });
     form_->statusText->viewport()->installEventFilter(this);
+    form_->treeView->viewport()->installEventFilter(this);
+    // Files are for the window, also where a text would take their names.
+    form_->editor->viewport()->installEventFilter(this);
+}
+
+void MainWindow::SetUpTree() {
+    const UiColours& colours = StoredSettings().colours;
+    QPalette palette = form_->treeView->palette();
+    palette.setColor(QPalette::Base, FromBgr(colours[UiColour::TreeViewBackground]));
+    palette.setColor(QPalette::Text, FromBgr(colours[UiColour::TreeViewText]));
+    form_->treeView->setPalette(palette);
+    auto* root = new QTreeWidgetItem(form_->treeView, {QStringLiteral("GLSL Shader")});
+    root->setForeground(0, FromBgr(colours[UiColour::TreeViewRootText]));
+    root->setExpanded(true);
+}
+
+// One unit a turn, whatever the size of the delta.
+void MainWindow::ZoomTree(int delta) {
+    if (delta == 0) return;
+    QFont font = form_->treeView->font();
+    const int height = QFontInfo(font).pixelSize() + (delta > 0 ? 1 : -1);
+    font.setPixelSize(std::clamp(height, kSmallestTreeFont, kLargestTreeFont));
+    form_->treeView->setFont(font);
 }
 
 void MainWindow::ProbeOutput() {
@@ -137,111 +191,17 @@ bool MainWindow::OpenInitialProject(const QString& path) {
     return false;
 }
 
-void MainWindow::SendCommand(int id, intptr_t) {
-    switch (id) {
-        case kCmdOk:
-        case kCmdCancel:
-            close();
-            return;
-        case kCmdPlay:
-            playback_.Play();
-            return;
-        case kCmdPause:
-            playback_.Pause();
-            return;
-        case kCmdStop:
-            playback_.Stop();
-            return;
-        case kCmdStart:
-            playback_.Start();
-            return;
-        case kCmdCompileResult:
-            playback_.OnCompileResult();
-            return;
-        case kCmdRestart:
-            playback_.Restart();
-            return;
-        case kCmdRandomize:
-            playback_.OnRandomize();
-            return;
-        case kCmdSetStartToCurrent:
-            playback_.SetStartToCurrent();
-            return;
-        case kCmdFpsTarget:
-            playback_.CommitFpsTarget();
-            return;
-        case kCmdUseGdiDisplay:
-            App()->useGdiDisplay = App()->useGdiDisplay ? 0 : 1;
-            menus_->SetTick(id, App()->useGdiDisplay != 0);
-            return;
-        case kCmdEditUndo:
-            form_->editor->undo();
-            return;
-        case kCmdEditPaste:
-            form_->editor->paste();
-            return;
-        case kCmdEditCopy:
-            form_->editor->copy();
-            return;
-        case kCmdEditCut:
-            form_->editor->cut();
-            return;
-        case kCmdEditDelete:
-            form_->editor->textCursor().removeSelectedText();
-            return;
-        case kCmdEditSelectAll:
-            form_->editor->selectAll();
-            return;
-        case kCmdNew:
-            projects_.New();
-            return;
-        case kCmdOpenProject:
-            projects_.OpenProject();
-            return;
-        case kCmdSaveProjectAs:
-            projects_.SaveProjectAs();
-            return;
-        case kCmdAnimationWindow:
-            ToggleOutputWindow();
-            return;
-        case kCmdStageImage:
-            SelectStage(kStageImage);
-            return;
-        case kCmdStageAdd:
-            form_->stageButtons->PopUpAddMenu();
-            return;
-        case kCmdBeep:
-            QApplication::beep();
-            return;
-        default:
-            break;
-    }
-    if (id >= kCmdStageCommon && id <= kCmdStageCubeA) SelectStage(uint32_t(id - kCmdStageAdd));
-    if (id >= kCmdFrameBufferFormatFirst && id <= kCmdFrameBufferFormatLast) ChooseFrameBufferFormat(id);
-    if (id >= kCmdMultisampleFirst && id <= kCmdMultisampleLast) ChooseMultisample(id);
-}
-
-void MainWindow::ChooseFrameBufferFormat(int id) {
-    AppState& app = *App();
-    if (const FrameBufferFormatRow* old = FindFrameBufferFormatOf(app.frameBufferFormat))
-        menus_->SetTick(old->commandId, false);
-    const FrameBufferFormatRow* chosen = FindFrameBufferFormat(id);
-    if (chosen && chosen->isAccepted) app.frameBufferFormat = chosen->format;
-    menus_->SetTick(id, true);
-}
-
-void MainWindow::ChooseMultisample(int id) {
-    App()->multisampleIndex = uint32_t(id - kCmdMultisampleFirst);
-    for (int other = kCmdMultisampleFirst; other <= kCmdMultisampleLast; ++other)
-        menus_->SetTick(other, other == id);
-}
-
 void MainWindow::ToggleOutputWindow() {
     if (App()->outputWindow) {
         App()->outputWindow->close();
     } else {
         OpenOutputWindow();
     }
+}
+
+void MainWindow::ShowWithLayout() {
+    Windows().Present(*this, kEditWin);
+    layouts_.Apply();
 }
 
 void MainWindow::OpenOutputWindow() {
@@ -251,26 +211,44 @@ void MainWindow::OpenOutputWindow() {
     app.outputWindow = output;
     menus_->SetTick(kCmdAnimationWindow, true);
     connect(output, &OutputWindow::Closed, this, [this, output] {
-        const QSize pixels = output->size() * output->devicePixelRatioF();
+        const QSize pixels = output->Client()->size() * output->devicePixelRatioF();
         playback_.NoteOutputSize({pixels.width(), pixels.height()});
         if (App()->outputWindow == output) App()->outputWindow = nullptr;
         menus_->SetTick(kCmdAnimationWindow, false);
     });
-    const QRect room = screen()->availableGeometry();
-    const QRect own = frameGeometry();
-    const int left = std::min(own.right() + 1 + kWindowGap, room.right() - output->width() + 1);
-    output->move(std::max(room.left(), left), std::max(room.top(), own.top()));
     // Whoever opens it goes on typing here.
     output->setAttribute(Qt::WA_ShowWithoutActivating);
-    output->show();
+    Windows().Present(*output, kOutputWin);
     output->raise();
+}
+
+void MainWindow::RefreshLayoutMenu() {
+    menus_->FillLayouts(layouts_.Names());
+}
+
+void MainWindow::ToggleLockWindows() {
+    Windows().SetLockWindows(!Windows().LockWindows());
+    menus_->SetTick(kCmdLockWindows, Windows().LockWindows());
+}
+
+void MainWindow::ToggleSnapping() {
+    AppState& app = *App();
+    app.snapToEdges = app.snapToEdges ? 0 : 1;
+    Windows().SetSnapping(app.snapToEdges != 0);
+    menus_->SetTick(kCmdSnapToEdges, app.snapToEdges != 0);
+}
+
+void MainWindow::TakeSharedPalette() {
+    AppState& app = *App();
+    if (!app.sharedPalette || !app.sharedPalette->Data()) return;
+    UnpackPalette(*static_cast<const PaletteBlock*>(app.sharedPalette->Data()), app.palette);
 }
 
 void MainWindow::JumpToMessage(const QString& line) {
     const std::optional<MessageTarget> target = ParseMessageLine(line);
     if (!target) return;
     if (!target->isStage) {
-        OpenInTextEditor(FindIncludeFile(target->name), target->line);
+        projects_.dialogs.openTextEditor(IncludePathOf(target->name), target->line);
         return;
     }
     // The stage on screen stays, whichever stage the message names; line 1 moves nothing.
@@ -330,21 +308,72 @@ void MainWindow::RefreshCaretStatus() {
 }
 
 bool MainWindow::event(QEvent* event) {
-    if (event->type() != CommandQueue::EventType()) return QMainWindow::event(event);
+    if (event->type() != CommandQueue::EventType()) return FrameWindow::event(event);
     if (const std::optional<PostedCommand> command = commands_.Take())
         SendCommand(command->id, command->data);
     return true;
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonDblClick && watched == form_->statusText->viewport()) {
-        const auto* click = static_cast<QMouseEvent*>(event);
-        if (click->button() == Qt::LeftButton) {
+    switch (event->type()) {
+        case QEvent::MouseButtonDblClick: {
+            const auto* click = static_cast<QMouseEvent*>(event);
+            if (watched != form_->statusText->viewport() || click->button() != Qt::LeftButton) break;
             JumpToMessage(form_->statusText->cursorForPosition(click->pos()).block().text());
             return true;
         }
+        case QEvent::Wheel: {
+            const auto* wheel = static_cast<QWheelEvent*>(event);
+            if (watched != form_->treeView->viewport() || !(wheel->modifiers() & Qt::ControlModifier)) break;
+            ZoomTree(wheel->angleDelta().y());
+            return true;
+        }
+        case QEvent::DragEnter:
+        case QEvent::DragMove:
+        case QEvent::Drop: {
+            auto* drop = static_cast<QDropEvent*>(event);
+            if (watched != form_->editor->viewport() || DroppedFiles(*drop->mimeData()).isEmpty()) break;
+            if (event->type() == QEvent::Drop)
+                dropEvent(drop);
+            else
+                drop->acceptProposedAction();
+            return true;
+        }
+        default:
+            break;
     }
-    return QMainWindow::eventFilter(watched, event);
+    return FrameWindow::eventFilter(watched, event);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (!DroppedFiles(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    const QStringList paths = DroppedFiles(*event->mimeData());
+    if (paths.isEmpty()) return;
+    event->acceptProposedAction();
+    // The program that the files come from waits for this event to end; a question may take long.
+    QMetaObject::invokeMethod(
+        this, [this, paths] { projects_.DropFiles(paths); }, Qt::QueuedConnection);
+}
+
+// A press in this window that is let go over the picture samples another moment, as a click on it does.
+void MainWindow::mouseReleaseEvent(QMouseEvent* event) {
+    FrameWindow::mouseReleaseEvent(event);
+    const auto* output = static_cast<OutputWindow*>(App()->outputWindow);
+    RenderContext* run = App()->renderContext.load();
+    if (event->button() != Qt::LeftButton || !output || !run) return;
+    const QPoint at = output->Client()->mapFromGlobal(event->globalPosition().toPoint());
+    if (output->Client()->rect().contains(at)) run->playTime = RandomStartTime();
+}
+
+bool MainWindow::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {
+    if (const std::optional<int> command = OutsideCommandOf(eventType, message)) {
+        PostCommand(*command, 0);
+        return true;
+    }
+    return FrameWindow::nativeEvent(eventType, message, result);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -352,6 +381,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    // Windows that are open now are to be open at the next start.
+    Windows().FreezeOpenStates();
     StopRenderThread();
     form_->editor->Forget();
     if (App()->outputWindow) App()->outputWindow->close();

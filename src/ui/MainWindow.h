@@ -5,14 +5,15 @@
 // destroyed, which must not be before the run has ended. Main thread, but for PostCommand and Beep.
 #pragma once
 
-#include <QMainWindow>
 #include <memory>
 
 #include "core/Host.h"
 #include "ui/CommandEvent.h"
+#include "ui/LayoutCommands.h"
 #include "ui/Menus.h"
 #include "ui/Playback.h"
 #include "ui/ProjectCommands.h"
+#include "windows/widgets/FrameWindow.h"
 
 namespace Ui {
 class EditWindow;
@@ -20,11 +21,11 @@ class EditWindow;
 
 namespace pixelgrove {
 
-class MainWindow : public QMainWindow, public Host {
+class MainWindow : public FrameWindow, public Host {
     Q_OBJECT
 
   public:
-    explicit MainWindow(QWidget* parent = nullptr);
+    MainWindow();
     // Ends the run if there is one.
     ~MainWindow() override;
 
@@ -33,10 +34,12 @@ class MainWindow : public QMainWindow, public Host {
     // is shown.
     bool OpenInitialProject(const QString& path);
 
-    // Opens the output window to the right of this one, as far as the screen allows.
+    // Shows the window where the layout has it, and the other windows that are to be open.
+    void ShowWithLayout();
     void OpenOutputWindow();
 
     ProjectCommands& Projects() { return projects_; }
+    LayoutCommands& Layouts() { return layouts_; }
     Playback& PlaybackControl() { return playback_; }
     const Menus& MenuEntries() const { return *menus_; }
     // Goes where a line of the message pane points to: a line of the shown stage, or a file in the user's
@@ -65,18 +68,33 @@ class MainWindow : public QMainWindow, public Host {
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool nativeEvent(const QByteArray& eventType, void* message, qintptr* result) override;
 
   private:
+    // Of this window alone: the sound that another thread asked for.
+    static constexpr int kCmdBeep = -1;
+
     void ConnectControls();
     void ProbeOutput();
     void ChooseFrameBufferFormat(int commandId);
     void ChooseMultisample(int commandId);
     void ToggleOutputWindow();
+    void SetUpTree();
+    void ZoomTree(int delta);
+    void RefreshLayoutMenu();
+    // The rest of layouts' commands: ticked entries of the Windows menu.
+    void ToggleLockWindows();
+    void ToggleSnapping();
+    void TakeSharedPalette();
 
     std::unique_ptr<Ui::EditWindow> form_;
     CommandQueue commands_;
     Playback playback_;
     ProjectCommands projects_;
+    LayoutCommands layouts_;
     std::unique_ptr<Menus> menus_;
 };
 

@@ -1,13 +1,15 @@
 #include "ui/Menus.h"
 
-#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <algorithm>
 #include <iterator>
 
+#include "core/AppState.h"
 #include "core/Commands.h"
-#include "core/Stages.h"
+#include "persist/SettingsRecords.h"
+#include "ui/MenuTable.h"
+#include "ui/RecentMenus.h"
 
 namespace pixelgrove {
 
@@ -15,18 +17,55 @@ namespace {
 
 // GL_RGB16F stands on the menu and is not accepted: it can't be counted on as a colour target.
 constexpr FrameBufferFormatRow kFormats[] = {
-    {115, "GL_RGBA8", 0x8058, true},         {116, "GL_RGB8", 0x8051, true},
-    {117, "GL_RGBA16F", 0x881A, true},       {118, "GL_RGB16F", 0x881B, false},
-    {119, "GL_RGBA16", 0x805B, true},        {120, "GL_RGB16", 0x8054, true},
-    {121, "GL_RGBA32F", gl::kRgba32f, true},
+    {115, 0x8058, true}, {116, 0x8051, true}, {117, 0x881A, true},       {118, 0x881B, false},
+    {119, 0x805B, true}, {120, 0x8054, true}, {121, gl::kRgba32f, true},
 };
-
-const char* const kMultisampleTexts[] = {"None", "2x", "4x", "8x", "16x", "32x"};
 
 constexpr int kEditCommands[] = {kCmdEditUndo,  kCmdEditCut,    kCmdEditCopy,
                                  kCmdEditPaste, kCmdEditDelete, kCmdEditSelectAll};
 
+constexpr int kUnavailable[] = {
+    kCmdRecord,
+    kCmdInsertDefines,
+    kCmdLoadDefines,
+    kCmdCreateControl,
+    kCmdIndentSelection,
+    kCmdAbout,
+    kCmdFind,
+    kCmdReplace,
+    kCmdLicense,
+    kCmdRecordingSettings,
+    kCmdLoadPalette,
+    kCmdShadertoyBrowser,
+    kCmdAudioConfiguration,
+};
+
+template <size_t N>
+bool Contains(const int (&ids)[N], int id) {
+    return std::ranges::find(ids, id) != std::end(ids);
+}
+
+// The menu of that label among the actions and below them.
+QMenu* FindMenu(const QList<QAction*>& actions, const QString& label) {
+    for (const QAction* action : actions) {
+        QMenu* menu = action->menu();
+        if (!menu) continue;
+        if (action->text() == label) return menu;
+        if (QMenu* deeper = FindMenu(menu->actions(), label)) return deeper;
+    }
+    return nullptr;
+}
+
 }  // namespace
+
+bool IsCommandAvailable(int commandId) {
+    const int palette = commandId - kCmdRecentPaletteFirst;
+    return !Contains(kUnavailable, commandId) && (palette < 0 || palette >= StringList::kCapacity);
+}
+
+QString MenuText(QString text) {
+    return text.replace(u'&', QStringLiteral("&&"));
+}
 
 const FrameBufferFormatRow* FindFrameBufferFormat(int commandId) {
     const auto* row = std::ranges::find(kFormats, commandId, &FrameBufferFormatRow::commandId);
@@ -38,53 +77,63 @@ const FrameBufferFormatRow* FindFrameBufferFormatOf(uint32_t format) {
     return row == std::end(kFormats) ? nullptr : row;
 }
 
-Menus::Menus(QMainWindow& window, std::function<void(int commandId)> runCommand) {
-    auto add = [&](QMenu* menu, int id, const QString& text, const QKeySequence& keys = {}) {
-        QAction* action = menu->addAction(text);
-        action->setData(id);
-        action->setShortcut(keys);
-        QObject::connect(action, &QAction::triggered, &window, [runCommand, id] { runCommand(id); });
-        // The editing keys act where the focus is: the message pane and the fields have their own.
-        if (std::ranges::find(kEditCommands, id) != std::end(kEditCommands)) {
-            action->setShortcutContext(Qt::WidgetShortcut);
+Menus::Menus(QMenuBar& bar, QObject& receiver, std::function<void(int commandId)> runCommand)
+    : bar_(bar), receiver_(receiver), runCommand_(std::move(runCommand)) {
+    QList<QMenu*> open;
+    for (const MenuRow& row : MenuTable()) {
+        const QString text = QString::fromUtf16(row.text);
+        switch (row.kind) {
+            case MenuRowKind::Menu:
+                open.append(open.isEmpty() ? bar.addMenu(text) : open.last()->addMenu(text));
+                break;
+            case MenuRowKind::End:
+                open.removeLast();
+                break;
+            case MenuRowKind::Separator:
+                open.last()->addSeparator();
+                break;
+            case MenuRowKind::Placeholder:
+                open.last()->addAction(text)->setEnabled(false);
+                break;
+            case MenuRowKind::Entry:
+            case MenuRowKind::Tick: {
+                QAction* action = AddEntry(*open.last(), row.commandId, text);
+                action->setCheckable(row.kind == MenuRowKind::Tick);
+                action->setShortcut(QKeySequence(QString::fromLatin1(row.keys)));
+                // The editing keys act where the focus is: the message pane and the fields have their own.
+                if (Contains(kEditCommands, row.commandId)) action->setShortcutContext(Qt::WidgetShortcut);
+                break;
+            }
         }
-        actions_[id] = action;
-        return action;
-    };
-    auto addTick = [&](QMenu* menu, int id, const QString& text, bool ticked = false) {
-        QAction* action = add(menu, id, text);
-        action->setCheckable(true);
-        action->setChecked(ticked);
-    };
+    }
+    ShowTicks();
+    // The lists change in many places; what counts is what is on screen.
+    for (const RecentMenuRow& row : kRecentMenus) {
+        const QMenu* submenu = FindSubmenu(QString::fromUtf16(row.label));
+        QObject::connect(static_cast<QMenu*>(submenu->parent()), &QMenu::aboutToShow, &receiver_,
+                         [this, &row] { RebuildRecentMenu(*this, row); });
+    }
+}
 
-    QMenu* file = window.menuBar()->addMenu(QStringLiteral("&FIle"));
-    add(file, kCmdNew, QStringLiteral("&New"));
-    add(file, kCmdOpenProject, QStringLiteral("Open Project..."));
-    add(file, kCmdSaveProjectAs, QStringLiteral("&Save Project As"));
-    file->addSeparator();
-    add(file, kCmdCancel, QStringLiteral("E&xit"));
+QAction* Menus::AddEntry(QMenu& menu, int commandId, const QString& text) {
+    QAction* action = menu.addAction(text);
+    action->setData(commandId);
+    action->setEnabled(IsCommandAvailable(commandId));
+    QObject::connect(action, &QAction::triggered, &receiver_,
+                     [run = runCommand_, commandId] { run(commandId); });
+    actions_[commandId] = action;
+    return action;
+}
 
-    QMenu* edit = window.menuBar()->addMenu(QStringLiteral("&Edit"));
-    add(edit, kCmdEditUndo, QStringLiteral("Undo"), QKeySequence::Undo);
-    edit->addSeparator();
-    add(edit, kCmdEditCut, QStringLiteral("Cut"), QKeySequence::Cut);
-    add(edit, kCmdEditCopy, QStringLiteral("Copy"), QKeySequence::Copy);
-    add(edit, kCmdEditPaste, QStringLiteral("Paste"), QKeySequence::Paste);
-    add(edit, kCmdEditDelete, QStringLiteral("Delete"));
-    edit->addSeparator();
-    add(edit, kCmdEditSelectAll, QStringLiteral("Select All"), QKeySequence::SelectAll);
-    edit->addSeparator();
-    QMenu* formats = edit->addMenu(QStringLiteral("Frame Buffer Format"));
-    for (const FrameBufferFormatRow& row : kFormats)
-        addTick(formats, row.commandId, QString::fromLatin1(row.text), row.format == gl::kRgba32f);
-    addTick(edit, kCmdUseGdiDisplay, QStringLiteral("Use GDI for display"));
-    QMenu* samples = edit->addMenu(QStringLiteral("Multisample"));
-    for (int id = kCmdMultisampleFirst; id <= kCmdMultisampleLast; ++id)
-        addTick(samples, id, QString::fromLatin1(kMultisampleTexts[id - kCmdMultisampleFirst]),
-                id == kCmdMultisampleFirst);
-
-    QMenu* windows = window.menuBar()->addMenu(QStringLiteral("&Windows"));
-    addTick(windows, kCmdAnimationWindow, QStringLiteral("Animation Window"));
+void Menus::ShowTicks() {
+    const AppState& app = *App();
+    SetTick(kCmdUseGdiDisplay, app.useGdiDisplay != 0);
+    SetTick(kCmdShowChannelBuffers, app.showChannelBuffers != 0);
+    SetTick(kCmdMultisampleFirst + int(app.multisampleIndex), true);
+    if (const FrameBufferFormatRow* row = FindFrameBufferFormatOf(app.frameBufferFormat))
+        SetTick(row->commandId, true);
+    SetTick(kCmdSnapToEdges, app.snapToEdges != 0);
+    SetTick(kCmdLockWindows, StoredSettings().layout.lockWindows);
 }
 
 QAction* Menus::Action(int commandId) const {
@@ -101,6 +150,34 @@ QList<QAction*> Menus::EditActions() const {
     for (int id : kEditCommands)
         actions.append(Action(id));
     return actions;
+}
+
+QMenu* Menus::FindSubmenu(const QString& label) const {
+    return FindMenu(bar_.actions(), label);
+}
+
+bool Menus::FillSubmenu(const QString& label, int firstId, const QStringList& texts) {
+    QMenu* menu = FindSubmenu(label);
+    if (!menu) return false;
+    for (QAction* action : menu->actions()) {
+        actions_.erase(action->data().toInt());
+        menu->removeAction(action);
+        // It may be the one whose choice leads here.
+        action->deleteLater();
+    }
+    for (int i = 0; i < texts.size(); ++i)
+        AddEntry(*menu, firstId + i, MenuText(texts[i]));
+    menu->setEnabled(!texts.isEmpty());
+    return true;
+}
+
+void Menus::FillLayouts(const QStringList& names) {
+    const QStringList shown =
+        names.first(std::min<qsizetype>(names.size(), kCmdLayoutLast - kCmdLayoutFirst + 1));
+    layouts_.clear();
+    for (int i = 0; i < shown.size(); ++i)
+        layouts_[kCmdLayoutFirst + i] = shown[i];
+    FillSubmenu(QStringLiteral("Window Layouts"), kCmdLayoutFirst, shown);
 }
 
 }  // namespace pixelgrove

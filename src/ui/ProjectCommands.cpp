@@ -1,12 +1,11 @@
 #include "ui/ProjectCommands.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
 
 #include "controls/LiveValues.h"
 #include "core/BaseFolders.h"
 #include "core/ProjectModel.h"
+#include "persist/RecentList.h"
 #include "platform/Files.h"
 #include "render/RenderThread.h"
 #include "shadertoy/ProjectFile.h"
@@ -16,24 +15,36 @@ namespace pixelgrove {
 
 namespace {
 
-const QString kProjectFilter = QStringLiteral("JSON Files (*.json);;All Files (*)");
-
-QString ProjectFolder() {
-    return NormalizePath(PathOf(PathId::ProjectFiles));
+FileQuestion ProjectQuestion(const QString& caption) {
+    FileQuestion question;
+    question.caption = caption;
+    question.folder = PathOf(PathId::ProjectFiles);
+    question.filters = {QStringLiteral("JSON Files (*.json)"), QStringLiteral("All Files (*)")};
+    question.defaultSuffix = QStringLiteral("json");
+    return question;
 }
 
-// The running form of what is edited, as a file holds it.
-ShaderProject ProjectFromEditor() {
-    const RunRequest snapshot = SnapshotProject();
+// What a project is saved from. The request is what the run was given and never changes while it lives, so
+// the render thread's own records needn't be touched; the self-references that compiling adds aren't in it.
+// After a failed compile nothing runs, and the text that is being mended is what counts.
+RunRequest RequestToSave() {
+    const AppState& app = *App();
+    const bool isRunning = app.renderThread && app.renderContext.load() && !app.compileFailed;
+    return isRunning ? app.renderThread->request : SnapshotProject();
+}
+
+// The running form of the project, as a file holds it.
+ShaderProject ProjectToSave() {
+    const RunRequest request = RequestToSave();
     ShaderProject project;
-    project.version = snapshot.version;
-    project.info = snapshot.info;
+    project.version = request.version;
+    project.info = request.info;
     for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
-        if (!snapshot.hasText[id]) continue;
+        if (!request.hasText[id]) continue;
         ShaderStage& stage = project.stages[id];
         stage.kind = id;
-        stage.source = BakeDefines(snapshot.texts[id]);
-        stage.channels = snapshot.channels[id];
+        stage.source = BakeDefines(request.texts[id]);
+        stage.channels = request.channels[id];
         for (uint32_t channel = 0; channel < kChannelCount; ++channel)
             stage.channels[channel].channelIndex = channel;
     }
@@ -42,26 +53,10 @@ ShaderProject ProjectFromEditor() {
 
 }  // namespace
 
-UserDialogs MakeUserDialogs(QWidget* window) {
-    UserDialogs dialogs;
-    dialogs.confirm = [window](const QString& caption, const QString& text) {
-        return QMessageBox::warning(window, caption, text,
-                                    QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
-                                    QMessageBox::Cancel) == QMessageBox::Yes;
-    };
-    dialogs.chooseProjectToOpen = [window](const QString& folder) {
-        return QFileDialog::getOpenFileName(window, QStringLiteral("Open Project"), folder, kProjectFilter);
-    };
-    dialogs.chooseProjectToSave = [window](const QString& suggestion) {
-        QFileDialog dialog(window, QStringLiteral("Save Project As"), QFileInfo(suggestion).path(),
-                           kProjectFilter);
-        dialog.setAcceptMode(QFileDialog::AcceptSave);
-        dialog.setDefaultSuffix(QStringLiteral("json"));
-        dialog.selectFile(QFileInfo(suggestion).fileName());
-        if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return QString();
-        return dialog.selectedFiles().constFirst();
-    };
-    return dialogs;
+void SetOpenFileName(const QString& path) {
+    AppState& app = *App();
+    app.fileName = path.size() < kFileNameCapacity ? path : QFileInfo(path).fileName();
+    app.host->ShowTitle(shaderModified);
 }
 
 bool ProjectCommands::ConfirmLoss() {
@@ -78,44 +73,46 @@ void ProjectCommands::New() {
 
 void ProjectCommands::OpenProject() {
     if (!ConfirmLoss()) return;
-    const QString path = dialogs.chooseProjectToOpen(ProjectFolder());
+    const QString path = dialogs.askForFile(ProjectQuestion(QStringLiteral("Open Project")));
     if (path.isEmpty()) {
         App()->host->SetStatusText(QStringLiteral("Error loading file."));
         return;
     }
-    Load(path);
+    if (Load(path)) PushRecent(App()->recentProjects.get(), path);
 }
 
-bool ProjectCommands::Load(const QString& path) {
+bool ProjectCommands::Load(const QString& path, const LoadWords& words) {
     AppState& app = *App();
     ShaderProject project;
     const ProjectFileResult result = LoadProjectFile(path, project);
-    if (result.status != ProjectFileStatus::Loaded && result.status != ProjectFileStatus::NoImageStage) {
-        app.host->SetStatusText(QStringLiteral("Error loading project.\n") + result.message);
-        return false;
+    const bool isLoaded =
+        result.status == ProjectFileStatus::Loaded || result.status == ProjectFileStatus::NoImageStage;
+    if (isLoaded) {
+        AdoptProject(project, path);
+        app.host->ShowTitle(shaderModified);
     }
-    AdoptProject(project, path);
-    shaderModified = false;
-    app.host->ShowTitle(false);
-    QString status = QStringLiteral("Project loaded.");
+    QString status = isLoaded ? words.done : words.failed;
     if (!result.message.isEmpty()) status += u'\n' + result.message;
     app.host->SetStatusText(status);
-    return true;
+    return isLoaded;
 }
 
 void ProjectCommands::SaveProjectAs() {
     AppState& app = *App();
-    QFileInfo suggestion(app.fileName);
-    if (!suggestion.isAbsolute()) suggestion.setFile(ProjectFolder() + u'/' + suggestion.fileName());
-    const QString path = dialogs.chooseProjectToSave(suggestion.filePath());
+    FileQuestion question = ProjectQuestion(QStringLiteral("Save Project As"));
+    question.forSaving = true;
+    const QFileInfo open(NormalizePath(app.fileName));
+    if (open.isAbsolute()) question.folder = open.absolutePath();
+    // A source file may be open under that name, and a project must not be written over it.
+    question.fileName = open.completeBaseName() + QStringLiteral(".json");
+    const QString path = dialogs.askForFile(question);
     if (path.isEmpty()) return;
-    if (!SaveProjectJson(path, ProjectFromEditor())) {
+    if (!SaveProjectJson(path, ProjectToSave())) {
         app.host->SetStatusText(QStringLiteral("Error saving file."));
         return;
     }
-    app.fileName = path.size() < kFileNameCapacity ? path : QFileInfo(path).fileName();
     shaderModified = false;
-    app.host->ShowTitle(false);
+    SetOpenFileName(path);
     app.host->SetStatusText(QStringLiteral("File saved."));
 }
 

@@ -1,26 +1,21 @@
-// ProjectCommands: New, Open Project, Save Project As, and the question that guards unsaved changes.
+// ProjectCommands: New, open and save of projects and of single source files, recent and dropped files, and
+// the question that guards unsaved changes.
 //
-// Failures are told in the message pane, never by a message box. Main thread; owned by the main window.
+// Failures are told in the message pane, never by a message box. What can't be done leaves everything as it
+// was. Main thread; owned by the main window.
 #pragma once
 
-#include <QString>
-#include <functional>
+#include <QStringList>
 
-class QWidget;
+#include "ui/UserDialogs.h"
 
 namespace pixelgrove {
 
-// The three places where a command waits for the user; tests put answers in their place.
-struct UserDialogs {
-    // True for Yes.
-    std::function<bool(const QString& caption, const QString& text)> confirm;
-    // The chosen path, empty when cancelled.
-    std::function<QString(const QString& folder)> chooseProjectToOpen;
-    std::function<QString(const QString& suggestion)> chooseProjectToSave;
+// What the message pane says of a project that was loaded or not.
+struct LoadWords {
+    QString done = QStringLiteral("Project loaded.");
+    QString failed = QStringLiteral("Error loading project.");
 };
-
-// Real dialogs above the window.
-UserDialogs MakeUserDialogs(QWidget* window);
 
 class ProjectCommands {
   public:
@@ -31,14 +26,30 @@ class ProjectCommands {
 
     // The default Image stage alone. Doesn't ask.
     void New();
+    // Asks for a project file, loads it, and puts it on the list of recent projects.
     void OpenProject();
+    // Asks for a path and writes there what runs, or without a run what is edited.
     void SaveProjectAs();
 
     // Loads a project file into the editing form and says so in the message pane. When the file can't be read
     // the pane says why, the project stays as it was, and the result is false.
-    bool Load(const QString& path);
+    bool Load(const QString& path, const LoadWords& words = {});
+
+    // Asks for a source file and puts it into the shown stage.
+    void OpenFile();
+    // Asks for a path and writes the shown text there; the project stays unsaved, as the file is only a copy.
+    void SaveFileAs();
+    // Entry `index` of the list, newest first; nothing for an entry that isn't there.
+    void OpenRecentFile(int index);
+    void OpenRecentProject(int index);
+    // Loads the first: as a project when ".json" stands anywhere in its path, else as a source file. Nothing
+    // for an empty list.
+    void DropFiles(const QStringList& paths);
 
     UserDialogs dialogs;
 };
+
+// Makes the path the open file's name, and its last part alone when the path is too long. The title follows.
+void SetOpenFileName(const QString& path);
 
 }  // namespace pixelgrove

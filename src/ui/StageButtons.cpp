@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "core/ProjectModel.h"
+#include "windows/widgets/Theme.h"
 
 namespace pixelgrove {
 
@@ -18,9 +19,9 @@ QString StyleOf(bool current, bool inError) {
     return QStringLiteral(
                "QPushButton { background: %1; color: %2; border: 1px solid %3; border-radius: 3px;"
                " padding: 3px 10px; } QPushButton:hover { background: %4; }"
-               " QPushButton:focus { border-color: #ffffff; }")
+               " QPushButton:focus { border-color: %5; }")
         .arg(QLatin1String(ground), current ? QStringLiteral("#000000") : QStringLiteral("#333333"),
-             current ? QStringLiteral("#e4e6ea") : QStringLiteral("#4a5059"), QLatin1String(hover));
+             (current ? Theme().text : Theme().line).name(), QLatin1String(hover), Theme().accent.name());
 }
 
 }  // namespace

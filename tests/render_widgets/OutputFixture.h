@@ -46,7 +46,7 @@ class OutputTest : public DisplayTest {
     // The colour at a place of the picture turns into this one.
     bool Shows(int x, int y, QRgb colour) {
         return PumpUntil([=, this] {
-            const QImage image = window->screen()->grabWindow(window->winId()).toImage();
+            const QImage image = window->screen()->grabWindow(window->View()->winId()).toImage();
             return image.valid(x, y) && (image.pixel(x, y) | 0xff000000u) == colour;
         });
     }

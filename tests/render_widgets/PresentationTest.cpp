@@ -56,11 +56,11 @@ TEST_F(PresentationTest, TheLastBitmapOfAnotherThreadFillsTheClientArea) {
     EXPECT_TRUE(Shows(639, 179, kGreen));
     EXPECT_EQ(counter.count, 2);
     // The window shows it again by itself, at its new size, until the run ends.
-    window->resize(700, 400);
+    window->ResizeClient({700, 400});
     EXPECT_TRUE(Shows(699, 199, kGreen));
     EXPECT_TRUE(Shows(699, 399, kRed));
     App()->renderContext = nullptr;
-    window->resize(720, 410);
+    window->ResizeClient({720, 410});
     EXPECT_TRUE(Shows(719, 409, kBlack));
 }
 

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "ui/Display.h"
-#include "ui/Theme.h"
+#include "windows/widgets/Theme.h"
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
     if (!GTEST_FLAG_GET(list_tests) && pixelgrove::MissingDisplayText().isEmpty()) {
         application = std::make_unique<QApplication>(argc, argv);
         QGuiApplication::setQuitOnLastWindowClosed(false);
-        pixelgrove::ApplyTheme(*application);
+        pixelgrove::ApplyTheme(*application, pixelgrove::UiColours());
     }
     return RUN_ALL_TESTS();
 }

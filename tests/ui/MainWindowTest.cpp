@@ -13,13 +13,6 @@ namespace {
 
 using MainWindowTest = WindowTest;
 
-const QByteArray kProject =
-    R"({"Shader":{"ver":"0.1","info":{"id":"x","date":"0","viewed":0,"name":"Loaded","username":"u",
-"description":"","likes":0,"published":0,"flags":0,"usePreview":0,"hasliked":0,"tags":[]},
-"renderpass":[{"inputs":[],"outputs":[],"code":"void mainImage(out vec4 c,in vec2 p){c=vec4(1);}",
-"name":"Image","description":"","type":"image"},
-{"inputs":[],"outputs":[],"code":"// shared","name":"Common","description":"","type":"common"}]}})";
-
 TEST_F(MainWindowTest, StartsWithTheDefaultImageAndOnlyEditingMarksIt) {
     EXPECT_EQ(Status(), QStringLiteral("[ Image ] No errors."));
     EXPECT_EQ(Text("stageImageButton"), QStringLiteral("[ Image ]"));
@@ -104,7 +97,7 @@ TEST_F(MainWindowTest, AMessageLeadsToItsLine) {
 }
 
 TEST_F(MainWindowTest, UnsavedChangesAreAskedForOnceAndOnlyYesProceeds) {
-    chosenPath = FileWith(kProject);
+    chosenPath = FileWith(kTwoStageProject);
     Run(kCmdOpenProject);
     EXPECT_EQ(questions, 0);
     EXPECT_EQ(Status(), QStringLiteral("Project loaded."));
@@ -194,6 +187,9 @@ TEST_F(MainWindowTest, MenuChoicesReachTheRunsSettings) {
         choose(kCmdUseGdiDisplay);
         EXPECT_EQ(App()->useGdiDisplay, uint32_t(expected));
         EXPECT_EQ(ticked(kCmdUseGdiDisplay), expected);
+        choose(kCmdShowChannelBuffers);
+        EXPECT_EQ(App()->showChannelBuffers, uint32_t(expected));
+        EXPECT_EQ(ticked(kCmdShowChannelBuffers), expected);
     }
 }
 

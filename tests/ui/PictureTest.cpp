@@ -5,6 +5,8 @@
 
 #include "platform/Clock.h"
 #include "render/RenderThread.h"
+#include "render/widgets/OutputView.h"
+#include "render/widgets/OutputWindow.h"
 #include "support/HeavyShader.h"
 #include "support/Memory.h"
 #include "ui/WindowFixture.h"
@@ -29,8 +31,8 @@ class PictureTest : public WindowTest {
         if (IsSkipped() || !qApp) return;
         window->OpenOutputWindow();
         // Side by side: what is covered can't be seen on a screenshot.
-        App()->outputWindow->move(8, 40);
-        window->move(900, 420);
+        Output().move(8, 40);
+        window->move(900, 380);
         ASSERT_TRUE(QTest::qWaitForWindowExposed(App()->outputWindow));
     }
     void TearDown() override {
@@ -47,8 +49,9 @@ class PictureTest : public WindowTest {
         Run(kCmdPlay);
         return PumpUntil([this] { return Enabled().contains(QLatin1Char('S')); });
     }
+    static OutputWindow& Output() { return static_cast<OutputWindow&>(*App()->outputWindow); }
     static QImage Screenshot() {
-        return App()->outputWindow->screen()->grabWindow(App()->outputWindow->winId()).toImage();
+        return Output().screen()->grabWindow(Output().View()->winId()).toImage();
     }
     static bool ShowsQuarters(const QSize& size) {
         const QImage image = Screenshot();
@@ -82,7 +85,7 @@ TEST_F(PictureTest, BothPathsShowExactPixelsAtEverySize) {
         App()->useGdiDisplay = readBack;
         ASSERT_TRUE(PlayUntilRunning());
         for (const QSize size : {QSize(640, 360), QSize(320, 241), QSize(801, 600), QSize(133, 77)}) {
-            App()->outputWindow->resize(size);
+            Output().ResizeClient(size);
             EXPECT_TRUE(PumpUntil([&size] { return ShowsQuarters(size); }))
                 << "read back: " << readBack << ", " << size.width() << " by " << size.height();
         }
@@ -95,7 +98,7 @@ TEST_F(PictureTest, ThePathCanBeSwitchedWhileAProjectPlays) {
     ASSERT_TRUE(PlayUntilRunning());
     for (int i = 0; i < 6; ++i) {
         Run(kCmdUseGdiDisplay);
-        App()->outputWindow->resize(300 + 10 * i, 200);
+        Output().ResizeClient({300 + 10 * i, 200});
         EXPECT_TRUE(PumpUntil([i] { return ShowsQuarters({300 + 10 * i, 200}); })) << i;
     }
 }

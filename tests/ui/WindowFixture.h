@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 #include <memory>
 
 #include "core/Commands.h"
@@ -14,8 +15,17 @@
 #include "support/DisplayTest.h"
 #include "ui/CodeView.h"
 #include "ui/MainWindow.h"
+#include "windows/widgets/WindowRegistry.h"
 
 namespace pixelgrove {
+
+// Image of one line, and a Common stage.
+inline const QByteArray kTwoStageProject =
+    R"({"Shader":{"ver":"0.1","info":{"id":"x","date":"0","viewed":0,"name":"Loaded","username":"u",
+"description":"","likes":0,"published":0,"flags":0,"usePreview":0,"hasliked":0,"tags":[]},
+"renderpass":[{"inputs":[],"outputs":[],"code":"void mainImage(out vec4 c,in vec2 p){c=vec4(1);}",
+"name":"Image","description":"","type":"image"},
+{"inputs":[],"outputs":[],"code":"// shared","name":"Common","description":"","type":"common"}]}})";
 
 class WindowTest : public DisplayTest {
   protected:
@@ -23,6 +33,8 @@ class WindowTest : public DisplayTest {
         DisplayTest::SetUp();
         if (!App()) return;
         shaderModified = false;
+        for (auto* list : {&App()->recentFiles, &App()->recentProjects, &App()->recentPalettes})
+            *list = std::make_unique<StringList>();
         MakeWindow({});
     }
 
@@ -30,6 +42,7 @@ class WindowTest : public DisplayTest {
         if (!App()) return;
         window.reset();
         ClearProject(false);
+        Windows().Clear();
         DisplayTest::TearDown();
     }
 
@@ -37,14 +50,21 @@ class WindowTest : public DisplayTest {
         window.reset();
         ClearProject(false);
         window = std::make_unique<MainWindow>();
-        window->Projects().dialogs = {[this](const QString& caption, const QString& text) {
-                                          ++questions;
-                                          lastCaption = caption;
-                                          lastQuestion = text;
-                                          return answer;
-                                      },
-                                      [this](const QString&) { return chosenPath; },
-                                      [this](const QString&) { return chosenPath; }};
+        UserDialogs& dialogs = window->Projects().dialogs;
+        dialogs.confirm = [this](const QString& caption, const QString& text) {
+            ++questions;
+            lastCaption = caption;
+            lastQuestion = text;
+            return answer;
+        };
+        dialogs.askForFile = [this](const FileQuestion& question) {
+            fileQuestion = question;
+            return chosenPath;
+        };
+        dialogs.openUrl = [this](const QUrl& url) { opened.append(url.toString(QUrl::FullyEncoded)); };
+        dialogs.openTextEditor = [this](const QString& path, int line) {
+            opened.append(path + u':' + QString::number(line));
+        };
         window->OpenInitialProject(projectFile);
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
@@ -67,8 +87,8 @@ class WindowTest : public DisplayTest {
         Editor()->selectAll();
         Editor()->insertPlainText(text);
     }
-    QString FileWith(const QByteArray& bytes) {
-        const QString path = folder.filePath(QStringLiteral("project%1.json").arg(++filesMade));
+    QString FileWith(const QByteArray& bytes, const QString& ending = QStringLiteral("json")) {
+        const QString path = folder.filePath(QStringLiteral("file%1.%2").arg(++filesMade).arg(ending));
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
@@ -92,6 +112,8 @@ class WindowTest : public DisplayTest {
     bool answer = false;
     int questions = 0;
     QString lastCaption, lastQuestion, chosenPath;
+    FileQuestion fileQuestion;
+    QStringList opened;  // addresses, and files with their lines
     QTemporaryDir folder;
     int filesMade = 0;
 };

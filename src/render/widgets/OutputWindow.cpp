@@ -43,19 +43,19 @@ bool IsAvailable(int commandId) {
 
 }  // namespace
 
-OutputWindow::OutputWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
+OutputWindow::OutputWindow() {
     setWindowTitle(QStringLiteral("Shader Output"));
     setWindowIcon(MakeIcon());
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_QuitOnClose, false);
-    setAttribute(Qt::WA_NoSystemBackground);
-    resize(kFirstClientSize);
+    ResizeClient(kFirstClientSize);
 
     view_ = OutputView::Create();
     surface_ = view_->Surface();
-    container_ = QWidget::createWindowContainer(view_, this);
+    container_ = QWidget::createWindowContainer(view_, Client());
     container_->setFocusPolicy(Qt::StrongFocus);
-    container_->setGeometry(rect());
+    container_->setCursor(Qt::ArrowCursor);
+    container_->setGeometry(Client()->rect());
     connect(view_, &OutputView::MenuRequested, this, &OutputWindow::ShowMenu);
     if (App()) App()->outputSurface = surface_;
 }
@@ -77,12 +77,12 @@ void OutputWindow::LetViewGo() {
 bool OutputWindow::event(QEvent* event) {
     // The keyboard belongs to the view, whichever way the window became active.
     if (event->type() == QEvent::WindowActivate && view_) container_->setFocus(Qt::ActiveWindowFocusReason);
-    return QWidget::event(event);
+    return FrameWindow::event(event);
 }
 
 void OutputWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::WindowStateChange) surface_->SetMinimised(isMinimized());
-    QWidget::changeEvent(event);
+    FrameWindow::changeEvent(event);
 }
 
 void OutputWindow::closeEvent(QCloseEvent* event) {
@@ -94,13 +94,15 @@ void OutputWindow::showEvent(QShowEvent*) {
     ApplyAlwaysOnTop();
 }
 
-void OutputWindow::resizeEvent(QResizeEvent*) {
-    if (container_) container_->setGeometry(rect());
+void OutputWindow::resizeEvent(QResizeEvent* event) {
+    FrameWindow::resizeEvent(event);
+    if (container_) container_->setGeometry(Client()->rect());
 }
 
 // Keys that reach the frame instead of the view, as some window managers have it.
 void OutputWindow::keyPressEvent(QKeyEvent* event) {
     if (view_) view_->FeedKey(*event);
+    FrameWindow::keyPressEvent(event);
 }
 
 void OutputWindow::keyReleaseEvent(QKeyEvent* event) {
@@ -124,7 +126,7 @@ void OutputWindow::ShowMenu(const QPoint& globalPosition) {
 bool OutputWindow::RunCommand(int commandId) {
     if (!IsAvailable(commandId)) return false;
     if (std::optional<QSize> size = OutputMenuSize(commandId)) {
-        ResizeClient(*size);
+        ResizePicture(*size);
         return true;
     }
     switch (commandId) {
@@ -141,13 +143,11 @@ bool OutputWindow::RunCommand(int commandId) {
     }
 }
 
-void OutputWindow::ResizeClient(const QSize& pixels) {
-    if (isMaximized() || isFullScreen()) showNormal();
+void OutputWindow::ResizePicture(const QSize& pixels) {
+    SetMaximised(false);
     const qreal ratio = devicePixelRatioF();
     const QSize client(int(std::lround(pixels.width() / ratio)), int(std::lround(pixels.height() / ratio)));
-    if (!container_) return;
-    // What stands around the picture keeps its width.
-    resize(size() + client - container_->size());
+    ResizeClient(client);
 }
 
 void OutputWindow::ApplyAlwaysOnTop() {

@@ -5,10 +5,10 @@
 // functions: main thread.
 #pragma once
 
-#include <QWidget>
 #include <memory>
 
 #include "render/widgets/WindowSurface.h"
+#include "windows/widgets/FrameWindow.h"
 
 class QMenu;
 
@@ -16,10 +16,10 @@ namespace pixelgrove {
 
 class OutputView;
 
-class OutputWindow : public QWidget {
+class OutputWindow : public FrameWindow {
     Q_OBJECT
   public:
-    explicit OutputWindow(QWidget* parent = nullptr);
+    OutputWindow();
     ~OutputWindow() override;
 
     // The native window inside; null once closed.
@@ -47,7 +47,7 @@ class OutputWindow : public QWidget {
 
   private:
     void ShowMenu(const QPoint& globalPosition);
-    void ResizeClient(const QSize& pixels);
+    void ResizePicture(const QSize& pixels);
     void ApplyAlwaysOnTop();
     void LetViewGo();
 

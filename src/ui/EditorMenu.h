@@ -1,0 +1,28 @@
+// The editor's context menu, and the include file that its first entry opens.
+//
+// Main thread. A choice goes to AppState::host as a command.
+#pragma once
+
+#include <QPoint>
+#include <QString>
+#include <QStringView>
+
+namespace pixelgrove {
+
+class CodeView;
+
+// Pops up the menu for the line below the point, without waiting for the choice. The menu is a child of the
+// editor of the name "editorMenu" and goes when it closes.
+void ShowEditorMenu(CodeView& editor, const QPoint& globalPosition);
+
+// The name between the quotes of #include "NAME", anywhere in the line's first 1023 code units; empty without
+// one. Pure.
+QString IncludeNameOf(QStringView line);
+
+// The include name of the line that the last menu was for; empty from the second call on.
+QString TakeIncludeName(CodeView& editor);
+
+// The name itself when it is an existing file, else one of the include folder, which need not exist.
+QString IncludePathOf(const QString& name);
+
+}  // namespace pixelgrove

@@ -1,0 +1,113 @@
+#include "ui/FileCommands.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "core/BaseFolders.h"
+#include "core/ProjectModel.h"
+#include "persist/RecentList.h"
+#include "platform/CodePage.h"
+#include "platform/Files.h"
+#include "ui/ProjectCommands.h"
+
+namespace pixelgrove {
+
+namespace {
+
+FileQuestion SourceQuestion(const QString& caption) {
+    FileQuestion question;
+    question.caption = caption;
+    question.folder = PathOf(PathId::Shaders);
+    question.filters = {QStringLiteral("Fragment Shader Files (*.glsl)"), QStringLiteral("All Files (*)")};
+    question.defaultSuffix = QStringLiteral("glsl");
+    return question;
+}
+
+void Say(const QString& words) {
+    App()->host->SetStatusText(words);
+}
+
+// The list's entry by value, as loading it moves it to the top; empty when there is none.
+QString EntryOf(const StringList* list, int index) {
+    return list ? list->entries.value(index) : QString();
+}
+
+}  // namespace
+
+bool LoadSourceFile(const QString& path) {
+    AppState& app = *App();
+    StageDocument* document = app.currentDocument;
+    std::optional<QByteArray> bytes = ReadWholeFile(path, kMaxSourceFileBytes);
+    if (!bytes || !document) return false;
+    PushRecent(app.recentFiles.get(), path);
+    // Text ends at a zero byte.
+    if (const qsizetype end = bytes->indexOf('\0'); end >= 0) bytes->truncate(end);
+
+    SetDocumentText(*document, FromCodePage(*bytes));
+    document->errorLines.lines.clear();
+    document->caretPosition = document->anchorPosition = document->firstVisibleLine = 0;
+    // The view on screen belongs to the old text and must not be saved into the document.
+    app.currentDocument = nullptr;
+    app.host->LoadDocument(*document);
+    app.currentDocument = document;
+    OnProjectChanged(true, true);
+    return true;
+}
+
+QByteArray ToAscii(QStringView text) {
+    QByteArray bytes(text.size(), Qt::Uninitialized);
+    std::ranges::transform(text, bytes.begin(),
+                           [](QChar unit) { return unit.unicode() < 0x80 ? char(unit.unicode()) : '?'; });
+    return bytes;
+}
+
+void ProjectCommands::OpenFile() {
+    if (!ConfirmLoss()) return;
+    const QString path = dialogs.askForFile(SourceQuestion(QStringLiteral("Open File")));
+    if (path.isEmpty()) return;
+    Say(LoadSourceFile(path) ? QStringLiteral("File loaded.") : QStringLiteral("Error loading file."));
+}
+
+void ProjectCommands::SaveFileAs() {
+    FileQuestion question = SourceQuestion(QStringLiteral("Save File As"));
+    question.forSaving = true;
+    const QString path = dialogs.askForFile(question);
+    if (path.isEmpty()) return;
+    const StageDocument* document = App()->currentDocument;
+    const bool isSaved =
+        document && !document->text.isEmpty() && WriteWholeFile(path, ToAscii(document->text));
+    Say(isSaved ? QStringLiteral("File saved.") : QStringLiteral("Error saving file."));
+}
+
+void ProjectCommands::OpenRecentFile(int index) {
+    const QString path = EntryOf(App()->recentFiles.get(), index);
+    if (path.isEmpty() || !ConfirmLoss()) return;
+    if (!LoadSourceFile(path)) {
+        Say(QStringLiteral("Error loading file."));
+        return;
+    }
+    SetOpenFileName(path);
+    Say(QStringLiteral("File loaded."));
+}
+
+void ProjectCommands::OpenRecentProject(int index) {
+    const QString path = EntryOf(App()->recentProjects.get(), index);
+    if (path.isEmpty() || !ConfirmLoss()) return;
+    // The path itself, also where so short a one would give way to the project's own name.
+    if (Load(path)) SetOpenFileName(path);
+}
+
+void ProjectCommands::DropFiles(const QStringList& paths) {
+    if (paths.isEmpty() || !ConfirmLoss()) return;
+    const QString& path = paths.constFirst();
+    if (path.contains(QLatin1String(".json"), Qt::CaseInsensitive)) {
+        Load(path, {QStringLiteral("File loaded."), QStringLiteral("Failed to load file.")});
+        return;
+    }
+    if (LoadSourceFile(path)) SetOpenFileName(path);
+    // Said also when the file could not be read.
+    Say(paths.size() > 1 ? QStringLiteral("First file loaded (drag-n-drop of multiple files not allowed).")
+                         : QStringLiteral("File loaded."));
+}
+
+}  // namespace pixelgrove

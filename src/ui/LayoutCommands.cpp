@@ -1,0 +1,78 @@
+#include "ui/LayoutCommands.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "core/AppState.h"
+#include "core/BaseFolders.h"
+#include "core/Commands.h"
+#include "platform/Files.h"
+#include "windows/widgets/WindowRegistry.h"
+
+namespace pixelgrove {
+
+namespace {
+
+QString LayoutFolder() {
+    return NormalizePath(PathOf(PathId::Layouts));
+}
+
+FileQuestion LayoutQuestion(const QString& caption) {
+    FileQuestion question;
+    question.caption = caption;
+    question.folder = LayoutFolder();
+    question.filters = {QStringLiteral("Window Layouts (*.STL *.stl)"), QStringLiteral("All Files (*)")};
+    return question;
+}
+
+}  // namespace
+
+void LayoutCommands::Apply() {
+    Windows().ApplyLayout(openWindow_);
+}
+
+void LayoutCommands::Load() {
+    const QString path = dialogs_.askForFile(LayoutQuestion(QStringLiteral("Load Layout")));
+    if (!path.isEmpty()) LoadFile(path);
+}
+
+void LayoutCommands::Save() {
+    FileQuestion question = LayoutQuestion(QStringLiteral("Save Layout"));
+    question.defaultSuffix = QStringLiteral("STL");
+    question.forSaving = true;
+    const QString path = dialogs_.askForFile(question);
+    if (path.isEmpty()) return;
+    const bool saved = Windows().SaveLayoutFile(path);
+    App()->host->SetStatusText(saved ? QStringLiteral("File saved.") : QStringLiteral("Error saving file."));
+}
+
+void LayoutCommands::LoadNamed(const QString& name) {
+    // The entry's text is a plain file name; the file's ending may be spelt in either case.
+    for (const char16_t* ending : {u".STL", u".stl"}) {
+        const QString path = LayoutFolder() + u'/' + name + QString::fromUtf16(ending);
+        if (!IsPlainFile(path)) continue;
+        LoadFile(path);
+        return;
+    }
+    App()->host->SetStatusText(QStringLiteral("Error loading file."));
+}
+
+void LayoutCommands::LoadFile(const QString& path) {
+    if (Windows().LoadLayoutFile(path))
+        Apply();
+    else
+        App()->host->SetStatusText(QStringLiteral("Error loading file."));
+}
+
+QStringList LayoutCommands::Names() const {
+    QStringList names;
+    const QDir folder(LayoutFolder());
+    for (const QFileInfo& file :
+         folder.entryInfoList({QStringLiteral("*.STL")}, QDir::Files, QDir::Name | QDir::IgnoreCase)) {
+        if (names.size() > kCmdLayoutLast - kCmdLayoutFirst) break;
+        names.append(file.completeBaseName());
+    }
+    return names;
+}
+
+}  // namespace pixelgrove

@@ -1,0 +1,39 @@
+// LayoutCommands: layout files (.STL): load, save, and the submenu of those in the layout folder.
+//
+// Failures are told in the message pane. Main thread; owned by the main window.
+#pragma once
+
+#include <QStringList>
+#include <functional>
+
+#include "ui/UserDialogs.h"
+
+namespace pixelgrove {
+
+class LayoutCommands {
+  public:
+    // The dialogs outlive this object. openWindow is asked to open the window of a registry name.
+    LayoutCommands(const UserDialogs& dialogs, std::function<void(const QString& name)> openWindow)
+        : dialogs_(dialogs), openWindow_(std::move(openWindow)) {}
+
+    // Brings the windows in line with the registry.
+    void Apply();
+
+    void Load();
+    // The new file stands in Names from then on.
+    void Save();
+    // Loads the layout of that name from the layout folder; what isn't there says "Error loading file.".
+    void LoadNamed(const QString& name);
+
+    // The base names of the layout folder's files, sorted without regard to case, as many as the submenu has
+    // ids for.
+    QStringList Names() const;
+
+  private:
+    void LoadFile(const QString& path);
+
+    const UserDialogs& dialogs_;
+    std::function<void(const QString& name)> openWindow_;
+};
+
+}  // namespace pixelgrove

@@ -1,0 +1,28 @@
+#include "ui/RecentMenus.h"
+
+#include "core/Commands.h"
+#include "ui/Menus.h"
+
+namespace pixelgrove {
+
+const std::array<RecentMenuRow, 3> kRecentMenus{{
+    {u"Recent Files", kCmdRecentFileFirst, &AppState::recentFiles},
+    {u"Recent Projects", kCmdRecentProjectFirst, &AppState::recentProjects},
+    {u"Recent Palette Files", kCmdRecentPaletteFirst, &AppState::recentPalettes},
+}};
+
+void RebuildRecentMenu(Menus& menus, const RecentMenuRow& row) {
+    QStringList texts;
+    if (const StringList* list = (App()->*row.list).get()) {
+        for (const QString& path : list->entries)
+            texts.append(QString::number(texts.size() + 1) + u' ' + path);
+    }
+    menus.FillSubmenu(QString::fromUtf16(row.label), row.firstCommandId, texts);
+}
+
+void RebuildRecentMenus(Menus& menus) {
+    for (const RecentMenuRow& row : kRecentMenus)
+        RebuildRecentMenu(menus, row);
+}
+
+}  // namespace pixelgrove

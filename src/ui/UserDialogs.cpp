@@ -1,0 +1,22 @@
+#include "ui/UserDialogs.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+
+#include "platform/TextEditor.h"
+
+namespace pixelgrove {
+
+UserDialogs MakeUserDialogs(QWidget* window) {
+    UserDialogs dialogs;
+    dialogs.confirm = [window](const QString& caption, const QString& text) {
+        return AskYesNoCancel(window, caption, text) == Answer::Yes;
+    };
+    dialogs.askForFile = [window](const FileQuestion& question) { return AskForFile(window, question); };
+    // Nothing is said when the desktop has no program for it.
+    dialogs.openUrl = [](const QUrl& url) { QDesktopServices::openUrl(url); };
+    dialogs.openTextEditor = [](const QString& path, int line) { OpenInTextEditor(path, line); };
+    return dialogs;
+}
+
+}  // namespace pixelgrove

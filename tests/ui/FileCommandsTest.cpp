@@ -1,0 +1,232 @@
+// Source files, recent and dropped files, and what a project is saved from.
+#include <QFile>
+#include <QScrollBar>
+
+#include "WindowFixture.h"
+#include "ui/FileCommands.h"
+
+namespace pixelgrove {
+namespace {
+
+const QString kRunning = QStringLiteral("void mainImage(out vec4 c, in vec2 p) { c = vec4(iTime); }\n");
+
+class FileCommandsTest : public WindowTest {
+  protected:
+    static QByteArray BytesOf(const QString& path) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
+        return file.readAll();
+    }
+    QString Source(const QByteArray& bytes) { return FileWith(bytes, QStringLiteral("glsl")); }
+    QString ImageText() const { return App()->documents[kStageImage].text; }
+};
+
+TEST_F(FileCommandsTest, ASourceFileReplacesTheShownStageAlone) {
+    AddStage(kStageCommon);
+    ReplaceText(QStringLiteral("// line\n").repeated(300));
+    Editor()->GoToLine(200);
+    App()->documents[kStageImage].errorLines.lines = {2};
+    App()->channels[kStageImage][1].kind = kChannelKeyboard;
+    shaderModified = false;
+
+    Run(kCmdOpenFile);  // cancelled
+    EXPECT_EQ(Status(), QStringLiteral("[ Image ] No errors."));
+    EXPECT_EQ(fileQuestion.filters, QStringList({QStringLiteral("Fragment Shader Files (*.glsl)"),
+                                                 QStringLiteral("All Files (*)")}));
+    EXPECT_FALSE(fileQuestion.forSaving);
+    chosenPath = folder.filePath(QStringLiteral("absent.glsl"));
+    Run(kCmdOpenFile);
+    EXPECT_EQ(Status(), QStringLiteral("Error loading file."));
+    EXPECT_EQ(Editor()->CaretLine(), 200);
+    EXPECT_FALSE(shaderModified);
+
+    chosenPath = Source(QByteArray("\xE9 a\r\nb\rc\n") + QByteArray("// x\n").repeated(100));
+    Run(kCmdOpenFile);
+    EXPECT_EQ(Status(), QStringLiteral("File loaded."));
+    EXPECT_TRUE(ImageText().startsWith(QStringLiteral("\u00E9 a\nb\nc\n// x")));
+    EXPECT_EQ(Editor()->toPlainText(), ImageText());
+    EXPECT_EQ(Editor()->CaretLine(), 1);
+    EXPECT_EQ(Editor()->verticalScrollBar()->value(), 0);
+    EXPECT_FALSE(Editor()->IsErrorLine(2));
+    EXPECT_EQ(App()->documents[kStageCommon].text, DefaultSource(kStageCommon));
+    EXPECT_EQ(App()->channels[kStageImage][1].kind, uint32_t(kChannelKeyboard));
+    EXPECT_EQ(Title(), QStringLiteral("*Untitled.json - Pixelgrove")) << "the project keeps its name";
+    EXPECT_EQ(App()->recentFiles->entries, QStringList(chosenPath));
+
+    // Text ends at a zero byte; an empty file gives an empty stage.
+    answer = true;
+    for (const QByteArray& bytes : {QByteArray("ab\0cd", 5), QByteArray()}) {
+        chosenPath = Source(bytes);
+        Run(kCmdOpenFile);
+        EXPECT_EQ(ImageText(), QString::fromLatin1(bytes.left(2)));
+    }
+}
+
+TEST_F(FileCommandsTest, ASavedStageIsAnAsciiCopy) {
+    ReplaceText(QStringLiteral("a\u00E9\u20AC\u00A0\U0001F600\n\tb"));
+    chosenPath = folder.filePath(QStringLiteral("copy.glsl"));
+    Run(kCmdSaveFileAs);
+    EXPECT_TRUE(fileQuestion.forSaving);
+    EXPECT_EQ(fileQuestion.defaultSuffix, QStringLiteral("glsl"));
+    EXPECT_EQ(Status(), QStringLiteral("File saved."));
+    EXPECT_EQ(BytesOf(chosenPath), QByteArray("a?????\n\tb"));
+    EXPECT_TRUE(shaderModified) << "the project stays unsaved";
+    EXPECT_EQ(Title(), QStringLiteral("*Untitled.json - Pixelgrove"));
+    EXPECT_TRUE(App()->recentFiles->entries.isEmpty());
+
+    const QString saved = chosenPath;
+    for (const QString& path : {folder.filePath(QStringLiteral("no/such/place.glsl")), folder.path(),
+                                QStringLiteral("/dev/full"), QStringLiteral("/proc/copy.glsl")}) {
+        chosenPath = path;
+        for (const int command : {kCmdSaveFileAs, kCmdSaveProjectAs}) {
+            window->SetStatusText({});
+            Run(command);
+            EXPECT_EQ(Status(), QStringLiteral("Error saving file.")) << qPrintable(path) << command;
+        }
+    }
+    EXPECT_TRUE(shaderModified);
+    EXPECT_EQ(App()->fileName, QStringLiteral("Untitled.json"));
+    ReplaceText({});
+    chosenPath = saved;
+    Run(kCmdSaveFileAs);
+    EXPECT_EQ(Status(), QStringLiteral("Error saving file.")) << "an empty text";
+    EXPECT_EQ(BytesOf(saved), QByteArray("a?????\n\tb")) << "the old file stays";
+}
+
+TEST_F(FileCommandsTest, DroppedFiles) {
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("x.JSON.d")));
+    const QString source = Source("// dropped"), project = FileWith(kTwoStageProject);
+    const QString inside = folder.filePath(QStringLiteral("x.JSON.d/s.glsl"));
+    ASSERT_TRUE(QFile::copy(source, inside));
+    const QString absent = folder.filePath(QStringLiteral("absent.glsl"));
+    const QString one = QStringLiteral("File loaded.");
+    const QString first = QStringLiteral("First file loaded (drag-n-drop of multiple files not allowed).");
+    struct Case {
+        QStringList paths;
+        QString status, name, text;
+    };
+    const QString plain = DefaultSource(kStageImage), loaded = QStringLiteral("// dropped");
+    const QString image = QStringLiteral("void mainImage(out vec4 c,in vec2 p){c=vec4(1);}");
+    const QString untitled = QStringLiteral("Untitled.json");
+    const Case cases[] = {
+        {{source}, one, source, loaded},
+        {{source, project}, first, source, loaded},
+        // The words come also where the file did not.
+        {{absent}, one, untitled, plain},
+        {{absent, source}, first, untitled, plain},
+        {{project, source}, one, project, image},
+        {{inside}, QStringLiteral("Failed to load file."), untitled, plain},
+        {{}, QStringLiteral("[ Image ] No errors."), untitled, plain},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(qPrintable(c.paths.join(u' ')));
+        shaderModified = false;
+        MakeWindow({});
+        window->Projects().DropFiles(c.paths);
+        EXPECT_EQ(Status().section(u'\n', 0, 0), c.status);
+        EXPECT_EQ(App()->fileName, c.name);
+        EXPECT_EQ(ImageText(), c.text);
+        EXPECT_TRUE(Title().endsWith(QFileInfo(c.name).fileName() + QStringLiteral(" - Pixelgrove")));
+        EXPECT_EQ(Title().startsWith(u'*'), shaderModified);
+        EXPECT_EQ(shaderModified, ImageText() == loaded);
+    }
+}
+
+TEST_F(FileCommandsTest, RecentEntriesLoad) {
+    const QString source = Source("// first"), other = Source("// second"),
+                  project = FileWith(kTwoStageProject);
+    App()->recentFiles->entries = {source, other};
+    App()->recentProjects->entries = {project, folder.filePath(QStringLiteral("gone.json"))};
+    answer = true;
+    Run(kCmdRecentFileFirst + 1);
+    EXPECT_EQ(Status(), QStringLiteral("File loaded."));
+    EXPECT_EQ(ImageText(), QStringLiteral("// second"));
+    EXPECT_EQ(App()->fileName, other);
+    EXPECT_EQ(App()->recentFiles->entries, QStringList({other, source})) << "moved to the top";
+    ASSERT_TRUE(QFile::remove(source));
+    Run(kCmdRecentFileFirst + 1);
+    EXPECT_EQ(Status(), QStringLiteral("Error loading file."));
+    EXPECT_EQ(App()->fileName, other);
+
+    Run(kCmdRecentProjectFirst + 1);
+    EXPECT_TRUE(Status().startsWith(QStringLiteral("Error loading project."))) << qPrintable(Status());
+    Run(kCmdRecentProjectFirst);
+    EXPECT_EQ(Status(), QStringLiteral("Project loaded."));
+    EXPECT_EQ(App()->fileName, project);
+    EXPECT_FALSE(shaderModified);
+
+    const int before = questions;
+    shaderModified = true;
+    for (const int absent : {kCmdRecentFileFirst + 2, kCmdRecentProjectFirst + 9, kCmdRecentPaletteFirst + 0})
+        Run(absent);
+    EXPECT_EQ(questions, before);
+    EXPECT_EQ(Status(), QStringLiteral("Project loaded."));
+}
+
+TEST_F(FileCommandsTest, WhatAsksBeforeItDropsChanges) {
+    App()->recentFiles->entries = {Source("// s")};
+    App()->recentProjects->entries = {FileWith(kTwoStageProject)};
+    ReplaceText(QStringLiteral("mine"));
+    const std::pair<int, int> asks[] = {
+        {kCmdOk, 1},          {kCmdCancel, 1},          {kCmdOpenFile, 1},
+        {kCmdOpenProject, 1}, {kCmdRecentFileFirst, 1}, {kCmdRecentProjectFirst, 1},
+        {kCmdSaveFileAs, 0},  {kCmdSaveProjectAs, 0}};
+    for (const auto& [command, expected] : asks) {
+        questions = 0;
+        Run(command);
+        EXPECT_EQ(questions, expected) << command;
+        EXPECT_EQ(ImageText(), QStringLiteral("mine")) << command;
+    }
+    questions = 0;
+    window->Projects().DropFiles(App()->recentFiles->entries);
+    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(ImageText(), QStringLiteral("mine"));
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(FileCommandsTest, AProjectOpenedByHandIsRecentAndOneSavedIsNot) {
+    chosenPath = FileWith(kTwoStageProject);
+    const QString project = chosenPath;
+    Run(kCmdOpenProject);
+    EXPECT_EQ(App()->recentProjects->entries, QStringList(project));
+    chosenPath = folder.filePath(QStringLiteral("saved.json"));
+    Run(kCmdSaveProjectAs);
+    EXPECT_EQ(fileQuestion.folder, folder.path());
+    EXPECT_EQ(fileQuestion.fileName, QFileInfo(project).fileName());
+    EXPECT_EQ(App()->recentProjects->entries, QStringList(project));
+
+    // A project isn't suggested to go over a source file.
+    window->Projects().DropFiles({Source("// s")});
+    Run(kCmdSaveProjectAs);
+    EXPECT_TRUE(fileQuestion.fileName.endsWith(QStringLiteral(".json"))) << qPrintable(fileQuestion.fileName);
+}
+
+TEST_F(FileCommandsTest, AProjectSavedDuringARunIsTheOneThatRuns) {
+    if (!App()->openGlOk) GTEST_SKIP() << "no usable OpenGL on this display";
+    const QString edited = QStringLiteral("void mainImage(out vec4 c) { edited }\n");
+    chosenPath = folder.filePath(QStringLiteral("running.json"));
+    auto savedText = [&] {
+        Run(kCmdSaveProjectAs);
+        EXPECT_EQ(Status(), QStringLiteral("File saved."));
+        EXPECT_FALSE(shaderModified);
+        const QByteArray json = BytesOf(chosenPath);
+        EXPECT_FALSE(json.contains("\"ctype\"")) << "no channel was set";
+        return json;
+    };
+    ReplaceText(kRunning);
+    Run(kCmdPlay);
+    ASSERT_TRUE(PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); }));
+    ReplaceText(edited);
+    EXPECT_TRUE(savedText().contains("vec4(iTime)"));
+    Run(kCmdStop);
+    EXPECT_TRUE(savedText().contains("edited"));
+
+    // A run that failed to compile keeps its context but runs nothing: the text being mended counts.
+    Run(kCmdPlay);
+    ASSERT_TRUE(PumpUntil([] { return App()->compileFailed && !App()->stageErrors[kStageImage].isEmpty(); }));
+    ReplaceText(kRunning);
+    EXPECT_TRUE(savedText().contains("vec4(iTime)"));
+}
+
+}  // namespace
+}  // namespace pixelgrove

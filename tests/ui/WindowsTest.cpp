@@ -1,0 +1,179 @@
+// The main window among other windows: layouts from the menu, the tree, dropped files, commands from outside.
+#include <sys/mman.h>
+#include <xcb/xcb.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDropEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QTreeWidget>
+#include <cstdlib>
+
+#include "WindowFixture.h"
+#include "core/BaseFolders.h"
+#include "persist/SettingsRecords.h"
+#include "platform/Files.h"
+#include "platform/SharedMemory.h"
+#include "render/widgets/OutputWindow.h"
+#include "windows/widgets/WindowRegistry.h"
+
+namespace pixelgrove {
+namespace {
+
+class WindowsTest : public WindowTest {
+  protected:
+    void SetUp() override {
+        SetBaseFolders();
+        Windows().RegisterDefaultWindows();
+        WindowTest::SetUp();
+    }
+    // Shows the windows as the program does at its start.
+    void ShowLayout() {
+        window->ShowWithLayout();
+        ASSERT_TRUE(PumpUntil([] { return App()->outputWindow && App()->outputWindow->isVisible(); }));
+        PumpFor(50);
+    }
+    bool Ticked(int commandId) const { return window->MenuEntries().Action(commandId)->isChecked(); }
+    static FrameWindow& Output() { return static_cast<FrameWindow&>(*App()->outputWindow); }
+};
+
+TEST_F(WindowsTest, TheFirstStartSharesTheScreen) {
+    ShowLayout();
+    const EdgeRect area = CurrentWorkArea();
+    const int middle = RoundToInt(double(area.Width()) / 2);
+    EXPECT_EQ(window->FrameRect(), (EdgeRect{middle, 0, area.right, area.bottom}));
+    EXPECT_EQ(Output().FrameRect(), (EdgeRect{0, 0, middle, RoundToInt(double(area.Height()) / 2)}));
+    EXPECT_TRUE(Ticked(kCmdAnimationWindow));
+    Output().close();
+    PumpFor(30);
+    EXPECT_FALSE(Ticked(kCmdAnimationWindow));
+    EXPECT_FALSE(StoredSettings().layout.windows[1].open);
+    // At the end of the program what is open stays so in the settings.
+    Run(kCmdAnimationWindow);
+    Run(kCmdCancel);
+    PumpFor(30);
+    EXPECT_TRUE(StoredSettings().layout.windows[1].open);
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(WindowsTest, LayoutsAreSavedListedAndLoaded) {
+    ShowLayout();
+    const EdgeRect before = window->FrameRect(), outputBefore = Output().FrameRect();
+    const QString layouts = NormalizePath(PathOf(PathId::Layouts));
+    chosenPath = layouts + QStringLiteral("/ZZ test.STL");
+    Run(kCmdSaveLayout);
+    EXPECT_EQ(Status(), QStringLiteral("File saved."));
+
+    QAction* entry = nullptr;
+    for (int id = kCmdLayoutFirst; id <= kCmdLayoutLast; ++id)
+        if (QAction* action = window->MenuEntries().Action(id))
+            if (action->text() == QStringLiteral("ZZ test")) entry = action;
+    ASSERT_NE(entry, nullptr);
+    window->SetFrameRect({10, 20, 700, 600});
+    Output().SetFrameRect({800, 100, 1200, 400});
+    PumpFor(30);
+    entry->trigger();
+    PumpFor(30);
+    EXPECT_EQ(window->FrameRect(), before);
+    EXPECT_EQ(Output().FrameRect(), outputBefore);
+
+    Output().close();
+    PumpFor(30);
+    Run(kCmdLoadLayout);
+    EXPECT_TRUE(PumpUntil([] { return App()->outputWindow != nullptr; })) << "opened by its command";
+    QFile::remove(chosenPath);
+    entry->trigger();
+    EXPECT_EQ(Status(), QStringLiteral("Error loading file."));
+    chosenPath = QStringLiteral("/proc/no/such.STL");
+    Run(kCmdSaveLayout);
+    EXPECT_EQ(Status(), QStringLiteral("Error saving file."));
+}
+
+TEST_F(WindowsTest, TicksFollowTheWindowSettings) {
+    for (const bool expected : {true, false}) {
+        Run(kCmdLockWindows);
+        EXPECT_EQ(Windows().LockWindows(), expected);
+        EXPECT_EQ(Ticked(kCmdLockWindows), expected);
+        Run(kCmdSnapToEdges);
+        EXPECT_EQ(App()->snapToEdges, uint32_t(expected));
+        EXPECT_EQ(Windows().IsSnapping(), expected);
+        EXPECT_EQ(Ticked(kCmdSnapToEdges), expected);
+    }
+    App()->snapToEdges = 1;
+    Windows().SetLockWindows(true);
+    MakeWindow({});
+    EXPECT_TRUE(Ticked(kCmdSnapToEdges));
+    EXPECT_TRUE(Ticked(kCmdLockWindows));
+    EXPECT_TRUE(Windows().IsSnapping());
+}
+
+TEST_F(WindowsTest, TheWheelSizesTheTreesFont) {
+    auto* tree = Control<QTreeWidget>("treeView");
+    const auto turn = [tree](int delta, Qt::KeyboardModifiers modifiers) {
+        QWheelEvent event(QPointF(5, 5), tree->mapToGlobal(QPointF(5, 5)), {}, {0, delta}, {}, modifiers,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(tree->viewport(), &event);
+        return QFontInfo(tree->font()).pixelSize();
+    };
+    const int size = QFontInfo(tree->font()).pixelSize();
+    EXPECT_EQ(turn(120, {}), size);
+    EXPECT_EQ(turn(600, Qt::ControlModifier), size + 1);
+    EXPECT_EQ(turn(-1, Qt::ControlModifier), size);
+}
+
+TEST_F(WindowsTest, FilesDroppedOnTheEditorAreLoaded) {
+    const QString path = FileWith("// dropped\n");
+    const QString source = path.chopped(5) + QStringLiteral(".glsl");
+    ASSERT_TRUE(QFile::rename(path, source));
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(source), QUrl::fromLocalFile(QStringLiteral("/second.glsl"))});
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(Editor()->viewport(), &enter);
+    ASSERT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(Editor()->viewport(), &drop);
+    EXPECT_TRUE(PumpUntil([this] { return Editor()->toPlainText() == QStringLiteral("// dropped\n"); }));
+    EXPECT_EQ(Status(), QStringLiteral("First file loaded (drag-n-drop of multiple files not allowed)."));
+}
+
+TEST_F(WindowsTest, OnlyThePaletteCommandIsTakenFromOutside) {
+    constexpr char kName[] = "/pixelgrove-test-palette";
+    App()->sharedPalette = SharedMemory::CreateOrOpen(kName, sizeof(PaletteBlock));
+    ASSERT_TRUE(App()->sharedPalette);
+    auto* block = static_cast<PaletteBlock*>(App()->sharedPalette->Data());
+    block->count = 2;
+    block->red[1] = 1;
+    block->green[1] = 2;
+    block->blue[1] = 3;
+
+    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+    constexpr char kType[] = "PIXELGROVE_COMMAND";
+    xcb_intern_atom_reply_t* type =
+        xcb_intern_atom_reply(connection, xcb_intern_atom(connection, 0, sizeof kType - 1, kType), nullptr);
+    ASSERT_NE(type, nullptr);
+    const auto send = [&](int commandId) {
+        xcb_client_message_event_t message{};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = xcb_window_t(window->winId());
+        message.type = type->atom;
+        message.data.data32[0] = uint32_t(commandId);
+        xcb_send_event(connection, 0, message.window, 0, reinterpret_cast<const char*>(&message));
+        xcb_flush(connection);
+    };
+    send(kCmdCancel);
+    send(kCmdUseGdiDisplay);
+    send(kCmdPaletteChanged);
+    EXPECT_TRUE(PumpUntil([] { return App()->palette.count == 2; }));
+    EXPECT_EQ(App()->palette.colours[1], 0x010203u);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(App()->useGdiDisplay, 0u);
+    std::free(type);
+    xcb_disconnect(connection);
+    App()->sharedPalette.reset();
+    shm_unlink(kName);
+}
+
+}  // namespace
+}  // namespace pixelgrove
