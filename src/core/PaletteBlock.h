@@ -33,4 +33,8 @@ struct PaletteTable {
 // another process. The block is copied first, as that process may still be writing. Main thread.
 void UnpackPalette(const PaletteBlock& block, PaletteTable& table);
 
+// Fills the table with kMaxPaletteColours colours along smooth curves that are drawn afresh at each call:
+// what the program starts with. Main thread.
+void FillDefaultPalette(PaletteTable& table);
+
 }  // namespace pixelgrove

@@ -79,7 +79,6 @@ MainWindow::MainWindow()
     form_->lineGutter->Attach(*form_->editor);
     app.includeContext = CreateIncludeContext();
     setAcceptDrops(true);
-    AttachScaling(*Client(), true);
     SetUpTree();
     app.fileName = QStringLiteral("Untitled.json");
     ShowTitle(false);
@@ -87,18 +86,20 @@ MainWindow::MainWindow()
     RebuildControlTree();
     playback_.SetUp();
     RefreshCaretStatus();
+    ConnectControls();
     auto* menuBar = new QMenuBar;
     menus_ = std::make_unique<Menus>(*menuBar, *this, [this](int id) { SendCommand(id, 0); });
     SetMenuBar(menuBar);
+    AttachScaling(*Client(), true);
     SetMinimumClientSize(kBaseSize / 2);
     ResizeClient(kBaseSize);
     RefreshLayoutMenu();
     menus_->SetTick(kCmdSnapToEdges, app.snapToEdges != 0);
     menus_->SetTick(kCmdLockWindows, Windows().LockWindows());
     Windows().SetSnapping(app.snapToEdges != 0);
+    FillDefaultPalette(app.palette);
     form_->editor->addActions(menus_->EditActions());
     form_->editor->setContextMenuPolicy(Qt::CustomContextMenu);
-    ConnectControls();
     form_->editor->setFocus();
 }
 
@@ -140,8 +141,9 @@ void MainWindow::ConnectControls() {
     }
     connect(form_->fpsTarget, &FpsField::Committed, this, [this] { SendCommand(kCmdFpsTarget, 0); });
     form_->stageButtons->runCommand = [this](int id) { SendCommand(id, 0); };
-    connect(form_->editor, &QWidget::customContextMenuRequested, this,
-            [this](const QPoint& at) { ShowEditorMenu(*form_->editor, form_->editor->viewport()->mapToGlobal(at)); });
+    connect(form_->editor, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
+        ShowEditorMenu(*form_->editor, form_->editor->viewport()->mapToGlobal(at));
+    });
     form_->statusText->viewport()->installEventFilter(this);
     form_->treeView->viewport()->installEventFilter(this);
     // Files are for the window, also where a text would take their names.
@@ -150,10 +152,10 @@ void MainWindow::ConnectControls() {
 
 void MainWindow::SetUpTree() {
     const UiColours& colours = StoredSettings().colours;
-    QPalette palette = form_->treeView->palette();
-    palette.setColor(QPalette::Base, FromBgr(colours[UiColour::TreeViewBackground]));
-    palette.setColor(QPalette::Text, FromBgr(colours[UiColour::TreeViewText]));
-    form_->treeView->setPalette(palette);
+    // A sheet of its own: the program's would win over a palette.
+    form_->treeView->setStyleSheet(QStringLiteral("QTreeView { background: %1; color: %2; }")
+                                       .arg(FromBgr(colours[UiColour::TreeViewBackground]).name(),
+                                            FromBgr(colours[UiColour::TreeViewText]).name()));
     auto* root = new QTreeWidgetItem(form_->treeView, {QStringLiteral("GLSL Shader")});
     root->setForeground(0, FromBgr(colours[UiColour::TreeViewRootText]));
     root->setExpanded(true);
@@ -356,6 +358,13 @@ void MainWindow::dropEvent(QDropEvent* event) {
     // The program that the files come from waits for this event to end; a question may take long.
     QMetaObject::invokeMethod(
         this, [this, paths] { projects_.DropFiles(paths); }, Qt::QueuedConnection);
+}
+
+// On the form beside its controls.
+void MainWindow::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::RightButton && Client()->geometry().contains(event->pos()))
+        ShowEditorMenu(*form_->editor, event->globalPosition().toPoint());
+    FrameWindow::mousePressEvent(event);
 }
 
 // A press in this window that is let go over the picture samples another moment, as a click on it does.

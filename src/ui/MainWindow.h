@@ -68,6 +68,7 @@ class MainWindow : public FrameWindow, public Host {
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -85,7 +86,6 @@ class MainWindow : public FrameWindow, public Host {
     void SetUpTree();
     void ZoomTree(int delta);
     void RefreshLayoutMenu();
-    // The rest of layouts' commands: ticked entries of the Windows menu.
     void ToggleLockWindows();
     void ToggleSnapping();
     void TakeSharedPalette();

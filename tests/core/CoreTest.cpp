@@ -70,6 +70,20 @@ TEST(Bitmap, RowsAreRepackedWithoutPadding) {
     EXPECT_FALSE(RepackBitmapRows(Bitmap{2, 1, 16, false, Bytes(4)}, false));
 }
 
+TEST(Palette, StartsWithSmoothCurvesDrawnAfresh) {
+    auto first = std::make_unique<PaletteTable>(), second = std::make_unique<PaletteTable>();
+    FillDefaultPalette(*first);
+    FillDefaultPalette(*second);
+    EXPECT_EQ(first->count, 2048u);
+    EXPECT_NE(first->colours, second->colours);
+    for (size_t i = 1; i < 2048; ++i)
+        for (const int shift : {0, 8, 16})
+            EXPECT_LE(
+                std::abs(int(first->colours[i] >> shift & 255) - int(first->colours[i - 1] >> shift & 255)),
+                2);
+    EXPECT_EQ(first->colours[0] >> 24, 0u);
+}
+
 TEST(Palette, UnpacksAndClampsWhatAnotherProcessWrote) {
     auto block = std::make_unique<PaletteBlock>();
     auto table = std::make_unique<PaletteTable>();

@@ -50,9 +50,7 @@ class PictureTest : public WindowTest {
         return PumpUntil([this] { return Enabled().contains(QLatin1Char('S')); });
     }
     static OutputWindow& Output() { return static_cast<OutputWindow&>(*App()->outputWindow); }
-    static QImage Screenshot() {
-        return Output().screen()->grabWindow(Output().View()->winId()).toImage();
-    }
+    static QImage Screenshot() { return Output().screen()->grabWindow(Output().View()->winId()).toImage(); }
     static bool ShowsQuarters(const QSize& size) {
         const QImage image = Screenshot();
         if (image.size() != size) return false;

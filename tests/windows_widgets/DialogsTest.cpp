@@ -28,8 +28,14 @@ void OnDialog(const std::function<void(FrameDialog&)>& gesture, const QWidget* o
             ADD_FAILURE() << "no dialog";
             return;
         }
-        dialog->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
+        // A window manager that still passes the focus on from the dialog before takes it away again.
+        for (int i = 0; i < 20; ++i) {
+            dialog->activateWindow();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
+            PumpFor(20);
+            if (dialog->isActiveWindow()) break;
+        }
+        EXPECT_TRUE(dialog->isActiveWindow());
         gesture(*dialog);
     });
     poll->start(5);
@@ -74,7 +80,7 @@ TEST_F(DialogsTest, EachGestureGivesItsAnswer) {
         OnDialog([&](FrameDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Pixelgrove"));
             EXPECT_EQ(dialog.Client()->objectName(), QStringLiteral("questionForm"));
-            fprintf(stderr, "%s active %d focus %s\n", step.name, dialog.isActiveWindow(), QApplication::focusWidget() ? qPrintable(QApplication::focusWidget()->objectName()) : "none"); step.gesture(dialog); fprintf(stderr,"after vis %d\n", dialog.isVisible());
+            step.gesture(dialog);
         });
         EXPECT_EQ(AskYesNoCancel(&owner, QStringLiteral("Pixelgrove"), QStringLiteral("Save <b>it</b>?")),
                   step.answer);

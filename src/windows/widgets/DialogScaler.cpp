@@ -1,5 +1,6 @@
 #include "windows/widgets/DialogScaler.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractScrollArea>
 #include <QChildEvent>
@@ -95,8 +96,12 @@ class FormScaler : public QObject {
     DialogScale scale_;
     int pauses_ = 0;
     bool resizing_ = false;
-    QHash<const QObject*, EdgeRect> records_;  // a control's rectangle at the base scale
-    QSet<const QObject*> unplaced_;            // added, but not shown yet: their makers still place them
+    struct Base {
+        EdgeRect rect;
+        QSize icon;
+    };
+    QHash<const QObject*, Base> records_;  // a control at the base scale
+    QSet<const QObject*> unplaced_;        // added, but not shown yet: their makers still place them
 };
 
 FormScaler* FindScaler(const QWidget& form) {
@@ -114,7 +119,9 @@ void FormScaler::EnsureRecords(QWidget& parent, int depth, DialogScale scale) {
         auto* child = qobject_cast<QWidget*>(object);
         if (!child || !IsScalable(*child) || unplaced_.contains(child)) continue;
         if (!records_.contains(child)) {
-            records_.insert(child, ControlBaseRect(FromQRect(child->geometry()), scale));
+            const auto* button = qobject_cast<QAbstractButton*>(child);
+            records_.insert(child, {ControlBaseRect(FromQRect(child->geometry()), scale),
+                                    button ? button->iconSize() : QSize()});
             connect(child, &QObject::destroyed, this, [this](const QObject* gone) { records_.remove(gone); });
             child->setMinimumSize(0, 0);
             child->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
@@ -148,7 +155,9 @@ void FormScaler::Place(QWidget& parent, int depth, const QFont& font) {
         auto& child = static_cast<QWidget&>(*object);
         const bool childForm = IsChildForm(child);
         // A closed combo box keeps its height: how long its list is, is set apart from it.
-        child.setGeometry(ToQRect(ScaledControlRect(*record, scale_, false)));
+        child.setGeometry(ToQRect(ScaledControlRect(record->rect, scale_, false)));
+        if (auto* button = qobject_cast<QAbstractButton*>(&child))
+            button->setIconSize(record->icon * double(std::min(scale_.x, scale_.y)));
         if (auto* combo = qobject_cast<QComboBox*>(&child)) {
             combo->setMaxVisibleItems(std::max(kComboVisibleEntries, combo->maxVisibleItems()));
             combo->view()->setMinimumWidth(ComboListWidth(combo->width()));
