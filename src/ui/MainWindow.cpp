@@ -90,9 +90,9 @@ MainWindow::MainWindow()
     auto* menuBar = new QMenuBar;
     menus_ = std::make_unique<Menus>(*menuBar, *this, [this](int id) { SendCommand(id, 0); });
     SetMenuBar(menuBar);
-    AttachScaling(*Client(), true);
     SetMinimumClientSize(kBaseSize / 2);
     ResizeClient(kBaseSize);
+    AttachScaling(*Client(), true);
     RefreshLayoutMenu();
     menus_->SetTick(kCmdSnapToEdges, app.snapToEdges != 0);
     menus_->SetTick(kCmdLockWindows, Windows().LockWindows());
@@ -379,7 +379,7 @@ void MainWindow::mouseReleaseEvent(QMouseEvent* event) {
 
 bool MainWindow::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {
     if (const std::optional<int> command = OutsideCommandOf(eventType, message)) {
-        PostCommand(*command, 0);
+        if (*command != 0) PostCommand(*command, 0);
         return true;
     }
     return FrameWindow::nativeEvent(eventType, message, result);

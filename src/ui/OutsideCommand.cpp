@@ -36,8 +36,7 @@ std::optional<int> OutsideCommandOf(const QByteArray& eventType, const void* mes
     const auto* event = static_cast<const xcb_client_message_event_t*>(message);
     if ((event->response_type & 0x7f) != XCB_CLIENT_MESSAGE || event->format != 32) return std::nullopt;
     if (MessageType() == XCB_ATOM_NONE || event->type != MessageType()) return std::nullopt;
-    if (event->data.data32[0] != uint32_t(kCmdPaletteChanged)) return std::nullopt;
-    return kCmdPaletteChanged;
+    return event->data.data32[0] == uint32_t(kCmdPaletteChanged) ? int(kCmdPaletteChanged) : 0;
 }
 
 }  // namespace pixelgrove

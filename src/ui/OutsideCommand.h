@@ -7,8 +7,8 @@
 
 namespace pixelgrove {
 
-// The command of a native event as QWidget::nativeEvent gets it; nothing for any other event, and for every
-// id but kCmdPaletteChanged, the only one that is taken from outside.
+// The command of a native event as QWidget::nativeEvent gets it; nothing for any other event, and 0 for an id
+// that isn't taken from outside, as every one but kCmdPaletteChanged.
 std::optional<int> OutsideCommandOf(const QByteArray& eventType, const void* message);
 
 }  // namespace pixelgrove

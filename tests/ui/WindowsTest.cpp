@@ -108,6 +108,36 @@ TEST_F(WindowsTest, TicksFollowTheWindowSettings) {
     EXPECT_TRUE(Windows().IsSnapping());
 }
 
+// The width that the control needs for its text.
+int TextWidth(const QWidget& control) {
+    int around = 0;
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&control))
+        around = button->icon().isNull() ? 0 : button->iconSize().width();
+    return around + control.fontMetrics().horizontalAdvance(control.property("text").toString());
+}
+
+TEST_F(WindowsTest, TheFormScalesAndCutsNothing) {
+    const QSize base(760, 820);
+    for (const double scale : {1.0, 1.5, 0.5, 2.0, 1.0}) {
+        window->ResizeClient(base * scale);
+        PumpFor(30);
+        const QRect form = window->Client()->rect();
+        ASSERT_EQ(form.size(), base * scale);
+        // The base is larger than the form by the frame's five pixels.
+        const double sx = form.width() / 765.0, sy = form.height() / 825.0;
+        EXPECT_EQ(Control<QWidget>("playButton")->geometry(),
+                  QRect(QPoint(RoundToInt(90 * sx), RoundToInt(24 * sy)),
+                        QPoint(RoundToInt(158 * sx) - 1, RoundToInt(50 * sy) - 1)));
+        for (const QWidget* control :
+             window->Client()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+            const std::string name = control->objectName().toStdString() + " at " + std::to_string(scale);
+            EXPECT_TRUE(form.contains(control->geometry())) << name;
+            EXPECT_LE(TextWidth(*control), control->width()) << name;
+            EXPECT_LE(control->fontMetrics().height(), control->height()) << name;
+        }
+    }
+}
+
 TEST_F(WindowsTest, TheWheelSizesTheTreesFont) {
     auto* tree = Control<QTreeWidget>("treeView");
     const auto turn = [tree](int delta, Qt::KeyboardModifiers modifiers) {
