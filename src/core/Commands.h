@@ -26,6 +26,8 @@ enum CommandId : int {
     kCmdStageAdd = 1052,
     kCmdStageCommon = 1053,
     kCmdStageCubeA = 1058,
+    kCmdChannelFirst = 1059,  // 1059..1062: the menu of a channel
+    kCmdChannelLast = 1062,
     kCmdRestart = 1113,
     kCmdPaletteChanged = 1428,
     kCmdRecordForFirst = 1559,  // 1559..1563: record for 10, 20, 30, 60 seconds, with manual stop
@@ -71,6 +73,22 @@ enum CommandId : int {
     kCmdLicense = 40043,
     kCmdLayoutFirst = 40318,  // 40318..40418: layout files by name
     kCmdLayoutLast = 40418,
+};
+
+// Entries of a channel's menu: their choice is the menu's result, never a command.
+enum ChannelMenuId : int {
+    kChannelMenuBufferA = 102,
+    kChannelMenuBufferB = 103,
+    kChannelMenuBufferC = 104,
+    kChannelMenuBufferD = 105,
+    kChannelMenuTexture = 106,
+    kChannelMenuReset = 114,
+    kChannelMenuKeyboard = 123,
+    kChannelMenuCubemap = 124,
+    kChannelMenuVolume = 125,
+    kChannelMenuAudio = 127,
+    kChannelMenuWebcam = 128,
+    kChannelMenuCubeA = 129,
 };
 
 enum ControlId : int {

@@ -5,18 +5,15 @@
 #include <optional>
 
 #include "core/BitmapRows.h"
+#include "core/LiveFeeds.h"
 #include "core/VolumeFile.h"
 #include "render/GlSetup.h"
 #include "render/InputState.h"
+#include "render/LiveTextures.h"
 
 namespace pixelgrove {
 
 namespace {
-
-constexpr int kWebcamWidth = 1280;
-constexpr int kWebcamHeight = 720;
-constexpr int kAudioWidth = 512;
-constexpr int kAudioRows = 2;
 
 struct PixelForm {
     GLint internalFormat;
@@ -107,40 +104,6 @@ bool UploadVolume(ChannelInput& channel) {
     return true;
 }
 
-void UploadSingleChannelRows(GLuint texture, int width, int height, const uint8_t* rows) {
-    glBindTexture(GL_TEXTURE_2D, texture);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_R8_SNORM, width, height, 0, GL_RED, GL_UNSIGNED_BYTE, rows);
-}
-
-void FeedPalette(RenderContext& context, const PaletteTable& palette) {
-    std::vector<uint32_t> row;
-    {
-        std::lock_guard lock(palette.lock);
-        if (palette.count == 0 || palette.serial == context.paletteSerial) return;
-        row.assign(palette.colours.begin(), palette.colours.begin() + palette.count);
-        context.paletteSerial = palette.serial;
-    }
-    const auto width = uint32_t(row.size());
-    if (context.paletteTexture != 0 && context.paletteWidth != width) {
-        glDeleteTextures(1, &context.paletteTexture);
-        context.paletteTexture = 0;
-    }
-    if (context.paletteTexture != 0) {
-        glBindTexture(GL_TEXTURE_2D, context.paletteTexture);
-        glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, GLsizei(width), 1, GL_BGRA, GL_UNSIGNED_BYTE, row.data());
-        return;
-    }
-    glGenTextures(1, &context.paletteTexture);
-    glBindTexture(GL_TEXTURE_2D, context.paletteTexture);
-    glTexImage2D(GL_TEXTURE_2D, 0, GLint(context.frameBufferFormat), GLsizei(width), 1, 0, GL_BGRA,
-                 GL_UNSIGNED_BYTE, row.data());
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_MIRRORED_REPEAT);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    context.paletteWidth = width;
-}
-
 }  // namespace
 
 bool SetChannel(RenderContext& context, uint32_t stage, uint32_t channelIndex, const ChannelInput& source) {
@@ -202,7 +165,7 @@ bool SetChannel(RenderContext& context, uint32_t stage, uint32_t channelIndex, c
             resolution = {kWebcamWidth, kWebcamHeight, 1};
             return true;
         case kChannelAudio:
-            resolution = {kAudioWidth, kAudioRows, 1};
+            resolution = {kAudioColumns, kAudioRows, 1};
             return true;
         default:
             return false;
@@ -237,51 +200,9 @@ bool UploadChannelTexture(RenderContext& context, uint32_t stage, uint32_t chann
     return done;
 }
 
-void CreateLiveTexture(RenderContext& context, uint32_t kind) {
-    switch (kind) {
-        case kChannelKeyboard: {
-            if (context.keyboardTexture != 0) return;
-            ClearKeyboard();
-            glGenTextures(1, &context.keyboardTexture);
-            const std::array<uint8_t, kKeyCodes * kKeyRows> blank{};
-            UploadSingleChannelRows(context.keyboardTexture, kKeyCodes, kKeyRows, blank.data());
-            break;
-        }
-        case kChannelAudio: {
-            if (context.audioTexture != 0) return;
-            glGenTextures(1, &context.audioTexture);
-            const std::array<uint8_t, kAudioWidth * kAudioRows> silence{};
-            UploadSingleChannelRows(context.audioTexture, kAudioWidth, kAudioRows, silence.data());
-            break;
-        }
-        case kChannelWebcam: {
-            if (context.webcamTexture != 0) return;
-            glGenTextures(1, &context.webcamTexture);
-            glBindTexture(GL_TEXTURE_2D, context.webcamTexture);
-            const std::vector<uint8_t> black(size_t(kWebcamWidth) * kWebcamHeight * 4);
-            glTexImage2D(GL_TEXTURE_2D, 0, GLint(context.frameBufferFormat), kWebcamWidth, kWebcamHeight, 0,
-                         GL_BGRA, GL_UNSIGNED_BYTE, black.data());
-            break;
-        }
-        default:
-            return;
-    }
-    ShowGLError();
-}
-
-void FeedLiveTextures(RenderContext& context, const PaletteTable* palette) {
-    if (palette) FeedPalette(context, *palette);
-    if (context.keyboardTexture != 0) {
-        std::array<uint8_t, kKeyCodes * kKeyRows> rows;
-        if (TakeKeyboardRows(rows)) {
-            UploadSingleChannelRows(context.keyboardTexture, kKeyCodes, kKeyRows, rows.data());
-        }
-    }
-    ShowGLError();
-}
-
 void ReleaseChannel(ChannelInput& channel) {
-    if (channel.kind != kChannelUnused && channel.texture != 0) glDeleteTextures(1, &channel.texture);
+    if (channel.kind == kChannelUnused) return;
+    if (channel.texture != 0) glDeleteTextures(1, &channel.texture);
     channel = ChannelInput{};
 }
 

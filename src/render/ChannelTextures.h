@@ -1,7 +1,7 @@
 // Channel input textures: what each of a stage's four channels reads.
 //
 // File-backed kinds (Texture, Cubemap, Volume) are uploaded once, at compile time. Live kinds (Keyboard,
-// Webcam, Audio) share one texture each for the whole context, fed every frame. Buffer and Cube A channels
+// Webcam, Audio) share one texture each for the whole context (LiveTextures.h). Buffer and Cube A channels
 // name a stage and have no texture of their own. Render thread, with the context current.
 #pragma once
 
@@ -18,13 +18,8 @@ bool SetChannel(RenderContext& context, uint32_t stage, uint32_t channelIndex, c
 // missing or of a form that can't be uploaded: the compile fails then.
 bool UploadChannelTexture(RenderContext& context, uint32_t stage, uint32_t channelIndex);
 
-// Makes the shared texture of a Keyboard, Webcam or Audio channel, at the first channel of its kind.
-void CreateLiveTexture(RenderContext& context, uint32_t kind);
-
-// Brings palette row, keyboard, webcam and audio textures up to date. palette may be null.
-void FeedLiveTextures(RenderContext& context, const PaletteTable* palette);
-
-// Deletes the channel's texture and zeroes the record. Live textures stay.
+// Deletes the channel's texture and zeroes the record; an Unused channel stays as it is. Live textures stay.
+// Any thread for a channel without a texture.
 void ReleaseChannel(ChannelInput& channel);
 
 }  // namespace pixelgrove

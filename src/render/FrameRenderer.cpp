@@ -9,9 +9,9 @@
 #include "core/Stages.h"
 #include "platform/Clock.h"
 #include "platform/CodePage.h"
-#include "render/ChannelTextures.h"
 #include "render/GlSetup.h"
 #include "render/InputState.h"
+#include "render/LiveTextures.h"
 #include "render/StageTargets.h"
 
 namespace pixelgrove {

@@ -34,7 +34,7 @@ void ShowChannelPreviews(RenderRun& run) {
         const std::shared_ptr<Bitmap> picture =
             CreateFrameBitmap(context.renderSize.width, context.renderSize.height);
         if (picture && ReadBackStage(context, uint32_t(channel.sourceStage), *picture)) {
-            run.WithGate([&] { run.showPreview({i, picture}); });
+            run.WithGate([&] { run.showPreview({i, picture, shown}); });
         }
     }
 }
@@ -79,6 +79,7 @@ bool RenderAndPresent(RenderRun& run, int width, int height) {
     if (width + height < 3 || width < 1 || height < 1) return false;
     UpdateUniformValues(context.uniforms, elapsedMs);
     context.frameBufferFormat = run.app.frameBufferFormat;
+    TakeSamplerChanges(run.samplers, context);
     if (!RenderStages(&context, &run.app.palette)) return false;
     if (run.stopRequested) return true;
     if (run.app.useGdiDisplay || run.app.recordingActive) return ShowReadBack(run, width, height);

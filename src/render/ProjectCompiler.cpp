@@ -8,6 +8,7 @@
 #include "platform/CodePage.h"
 #include "render/ChannelTextures.h"
 #include "render/GlSetup.h"
+#include "render/LiveTextures.h"
 #include "render/StageTargets.h"
 #include "render/source/LogMapping.h"
 #include "render/source/SourceAssembly.h"

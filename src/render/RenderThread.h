@@ -16,6 +16,7 @@
 
 #include "core/AppState.h"
 #include "render/OutputSurface.h"
+#include "render/SamplerMailbox.h"
 
 namespace pixelgrove {
 
@@ -41,6 +42,7 @@ RunRequest SnapshotProject();
 struct ChannelPreview {
     int channel = 0;
     BitmapRef bitmap;
+    uint32_t stage = kStageNone;  // the stage whose channel it is
 };
 
 // Shared by the main thread and the run's thread; whoever lets go last frees it.
@@ -63,6 +65,8 @@ struct RenderRun {
     std::function<void(ChannelPreview)> showPreview;
     // The stage whose Buffer channels are previewed while AppState::showChannelBuffers is set; main writes.
     std::atomic<uint32_t> previewStage{kStageImage};
+
+    SamplerMailbox samplers;  // filter, wrap and flip as changed since Play
 
     std::atomic<uint64_t> framesDrawn{0};  // render thread writes
 

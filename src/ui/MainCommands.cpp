@@ -74,6 +74,7 @@ void MainWindow::SendCommand(int id, intptr_t) {
         case kCmdShowChannelBuffers:
             App()->showChannelBuffers = App()->showChannelBuffers ? 0 : 1;
             menus_->SetTick(id, App()->showChannelBuffers != 0);
+            RefreshChannelPanel();
             return;
         case kCmdPaletteChanged:
             TakeSharedPalette();
@@ -95,6 +96,10 @@ void MainWindow::SendCommand(int id, intptr_t) {
             return;
         case kCmdEditSelectAll:
             form_->editor->selectAll();
+            return;
+        case kCmdFind:
+        case kCmdReplace:
+            find_.Open(id == kCmdReplace);
             return;
         case kCmdShaderHelp:
             OpenShaderHelp(*form_->editor, projects_.dialogs);
@@ -145,6 +150,8 @@ void MainWindow::SendCommand(int id, intptr_t) {
         default:
             break;
     }
+    if (id >= kCmdChannelFirst && id <= kCmdChannelLast)
+        channelPanel_.PopUpMenu(uint32_t(id - kCmdChannelFirst));
     if (id >= kCmdStageCommon && id <= kCmdStageCubeA) SelectStage(uint32_t(id - kCmdStageAdd));
     if (id >= kCmdFrameBufferFormatFirst && id <= kCmdFrameBufferFormatLast) ChooseFrameBufferFormat(id);
     if (id >= kCmdMultisampleFirst && id <= kCmdMultisampleLast) ChooseMultisample(id);

@@ -30,7 +30,7 @@ namespace pixelgrove {
 
 namespace {
 
-constexpr QSize kBaseSize(760, 820);  // of the form
+constexpr QSize kBaseSize(760, 870);  // of the form
 constexpr int kSmallestTreeFont = 5;
 constexpr int kLargestTreeFont = 72;
 
@@ -64,7 +64,9 @@ MainWindow::MainWindow()
       commands_(this),
       playback_(*form_),
       projects_(MakeUserDialogs(this)),
-      layouts_(projects_.dialogs, [this](const QString& name) { PostCommand(WindowCommand(name), 0); }) {
+      channelPanel_(*Client(), projects_.dialogs),
+      layouts_(projects_.dialogs, [this](const QString& name) { PostCommand(WindowCommand(name), 0); }),
+      find_(*form_->editor, projects_.dialogs) {
     AppState& app = *App();
     app.mainWindow = this;
     app.host = this;
@@ -78,6 +80,7 @@ MainWindow::MainWindow()
     form_->lowerSplitter->setSizes({540, 198});
     form_->lineGutter->Attach(*form_->editor);
     app.includeContext = CreateIncludeContext();
+    playback_.prepareRun = [this](RenderRun& run) { channelPanel_.Watch(run); };
     setAcceptDrops(true);
     SetUpTree();
     app.fileName = QStringLiteral("Untitled.json");
@@ -297,7 +300,9 @@ void MainWindow::RefreshStageTabs() {
     form_->stageButtons->Refresh();
 }
 
-void MainWindow::RefreshChannelPanel() {}
+void MainWindow::RefreshChannelPanel() {
+    channelPanel_.Refresh();
+}
 
 // No controls are made from annotations in this version: the time step is the only one.
 void MainWindow::RebuildControlTree() {

@@ -8,7 +8,9 @@
 #include <memory>
 
 #include "core/Host.h"
+#include "ui/ChannelPanel.h"
 #include "ui/CommandEvent.h"
+#include "ui/FindReplace.h"
 #include "ui/LayoutCommands.h"
 #include "ui/Menus.h"
 #include "ui/Playback.h"
@@ -94,7 +96,9 @@ class MainWindow : public FrameWindow, public Host {
     CommandQueue commands_;
     Playback playback_;
     ProjectCommands projects_;
+    ChannelPanel channelPanel_;
     LayoutCommands layouts_;
+    FindReplace find_;
     std::unique_ptr<Menus> menus_;
 };
 

@@ -25,19 +25,10 @@ constexpr int kEditCommands[] = {kCmdEditUndo,  kCmdEditCut,    kCmdEditCopy,
                                  kCmdEditPaste, kCmdEditDelete, kCmdEditSelectAll};
 
 constexpr int kUnavailable[] = {
-    kCmdRecord,
-    kCmdInsertDefines,
-    kCmdLoadDefines,
-    kCmdCreateControl,
-    kCmdIndentSelection,
-    kCmdAbout,
-    kCmdFind,
-    kCmdReplace,
-    kCmdLicense,
-    kCmdRecordingSettings,
-    kCmdLoadPalette,
-    kCmdShadertoyBrowser,
-    kCmdAudioConfiguration,
+    kCmdRecord,           kCmdInsertDefines,      kCmdLoadDefines,
+    kCmdCreateControl,    kCmdIndentSelection,    kCmdAbout,
+    kCmdLicense,          kCmdRecordingSettings,  kCmdLoadPalette,
+    kCmdShadertoyBrowser, kCmdAudioConfiguration,
 };
 
 template <size_t N>

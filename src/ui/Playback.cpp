@@ -91,6 +91,8 @@ void Playback::ToggleRun() {
     refresh_.stop();
     if (App()->renderThread) {
         StopRenderThread();
+        // Thumbnails may show what the run drew.
+        App()->host->RefreshChannelPanel();
         return;
     }
     const std::shared_ptr<OutputSurface> surface = ChooseSurface();
@@ -105,7 +107,7 @@ void Playback::ToggleRun() {
         request.surface = surface;
         return request;
     };
-    ToggleRenderThread(makeRequest, ClampedFps(form_.fpsTarget->Number()));
+    ToggleRenderThread(makeRequest, ClampedFps(form_.fpsTarget->Number()), prepareRun);
 }
 
 void Playback::Pause() {

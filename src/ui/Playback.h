@@ -7,6 +7,7 @@
 #pragma once
 
 #include <QTimer>
+#include <functional>
 #include <memory>
 
 #include "render/OutputSurface.h"
@@ -26,6 +27,9 @@ class Playback {
   public:
     // The form outlives this object.
     explicit Playback(Ui::EditWindow& form);
+
+    // Finishes the record of each new run before its thread starts; may be empty.
+    std::function<void(RenderRun&)> prepareRun;
 
     // First state of the displays: the start time is shown and "Randomize" ticked, with its edit left
     // enabled.

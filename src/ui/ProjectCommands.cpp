@@ -30,7 +30,10 @@ FileQuestion ProjectQuestion(const QString& caption) {
 RunRequest RequestToSave() {
     const AppState& app = *App();
     const bool isRunning = app.renderThread && app.renderContext.load() && !app.compileFailed;
-    return isRunning ? app.renderThread->request : SnapshotProject();
+    if (!isRunning) return SnapshotProject();
+    RunRequest request = app.renderThread->request;
+    app.renderThread->samplers.CopyTo(request.channels);
+    return request;
 }
 
 // The running form of the project, as a file holds it.

@@ -1,7 +1,7 @@
-// StageButtons: the row of buttons that chooses the stage in the editor, with "+" to add one.
+// StageButtons: the row of tabs that chooses the stage in the editor, with "+" to add one.
 //
 // Shows what stageTabs, AppState::currentStage and AppState::stageErrors say; a stage with an error text is
-// tinted red. Main thread.
+// tinted red. A tab's text has the current stage in brackets; what is painted is the bare name. Main thread.
 #pragma once
 
 #include <QWidget>
@@ -23,17 +23,24 @@ class StageButtons : public QWidget {
     // What a press runs: the button's command id.
     std::function<void(int commandId)> runCommand;
 
-    // Shows the buttons of the stages that exist, with their captions and colours.
+    // Shows the tabs of the stages that exist, from the left in StageId order, with their captions and
+    // colours. Image is always there, as the last.
     void Refresh();
     QPushButton* Button(uint32_t stage) const { return buttons_[stage]; }
 
     // A menu of the stages that can be added, at the mouse; nothing when there are none. A choice adds the
     // stage and shows it.
     void PopUpAddMenu();
-    // A menu with "Remove Buffer", for every stage but "+" and Image.
+    // A menu with "Remove Buffer"; nothing for "+" and Image.
     void PopUpRemoveMenu(uint32_t stage, const QPoint& globalPosition);
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
+    void LayOut();
+
     std::array<QPushButton*, kStageCount> buttons_{};
 };
 

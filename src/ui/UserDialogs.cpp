@@ -12,6 +12,9 @@ UserDialogs MakeUserDialogs(QWidget* window) {
     dialogs.confirm = [window](const QString& caption, const QString& text) {
         return AskYesNoCancel(window, caption, text) == Answer::Yes;
     };
+    dialogs.inform = [](QWidget& owner, const QString& caption, const QString& text) {
+        ShowInformation(&owner, caption, text);
+    };
     dialogs.askForFile = [window](const FileQuestion& question) { return AskForFile(window, question); };
     // Nothing is said when the desktop has no program for it.
     dialogs.openUrl = [](const QUrl& url) { QDesktopServices::openUrl(url); };

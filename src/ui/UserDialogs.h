@@ -16,6 +16,8 @@ namespace pixelgrove {
 struct UserDialogs {
     // True for Yes.
     std::function<bool(const QString& caption, const QString& text)> confirm;
+    // A message that waits to be read; above the owner's window.
+    std::function<void(QWidget& owner, const QString& caption, const QString& text)> inform;
     // The chosen path, empty when cancelled.
     std::function<QString(const FileQuestion& question)> askForFile;
     // The user's web browser.

@@ -113,9 +113,9 @@ TEST(Channel, CubemapTakesSixFacesAndVflipSwapsTopAndBottom) {
     for (const bool vflip : {false, true}) {
         Engine engine;
         engine.SetText(kStageImage,
-                       "void mainImage(out vec4 c, in vec2 p) { vec3 d[6] = vec3[6](vec3(1,0,0), "
-                       "vec3(-1,0,0), vec3(0,1,0),"
-                       "  vec3(0,-1,0), vec3(0,0,1), vec3(0,0,-1)); c = texture(iChannel0, d[int(p.x)]); }");
+                       "void mainImage(out vec4 c, in vec2 p) { vec3 d[6] = vec3[6](vec3(1,0.5,0), "
+                       "vec3(-1,0.5,0), vec3(0,1,-0.5), vec3(0,-1,0.5), vec3(0,0.5,1), vec3(0,0.5,-1)); "
+                       "c = texture(iChannel0, d[int(p.x)]); }");  // the second row of every face
         ChannelInput& channel = engine.Channel(kStageImage, 0);
         channel.kind = kChannelCubemap;
         DefaultSampler(channel);
@@ -123,7 +123,8 @@ TEST(Channel, CubemapTakesSixFacesAndVflipSwapsTopAndBottom) {
         channel.vflip = vflip;
         for (int face = 0; face < 6; ++face) {
             auto picture = CreateBitmap(4, 4, 32, false);
-            std::fill(picture->bits.begin(), picture->bits.end(), uint8_t(20 * (face + 1)));
+            for (int row = 0; row < 4; ++row)
+                std::fill_n(picture->Row(row), picture->StrideBytes(), uint8_t(20 * (face + 1) + row));
             channel.faces[size_t(face)] = picture;
         }
         ASSERT_EQ(engine.Start(6, 1).result, CompileResult::Good);
@@ -131,11 +132,69 @@ TEST(Channel, CubemapTakesSixFacesAndVflipSwapsTopAndBottom) {
         const std::vector<Pixel> pixels = engine.Read(kStageImage);
         const int order[2][6] = {{0, 1, 2, 3, 4, 5}, {0, 1, 3, 2, 4, 5}};
         for (int i = 0; i < 6; ++i)
-            EXPECT_EQ(Byte(pixels[size_t(i)][0]), 20 * (order[vflip][i] + 1));
+            EXPECT_EQ(Byte(pixels[size_t(i)][0]), 20 * (order[vflip][i] + 1) + (vflip ? 2 : 1));
 
         channel.faces[3] = nullptr;  // a face whose file was missing
         EXPECT_EQ(engine.Start(6, 1).result, CompileResult::Failed);
     }
+}
+
+TEST(Channel, ASamplerIsAppliedAnewOnlyWhileItsCountdownRuns) {
+    Engine engine;
+    engine.SetText(kStageImage,
+                   "void mainImage(out vec4 c, in vec2 p) { c = texture(iChannel0, vec2(1.5, 0.5)); }");
+    SetPicture(engine.Channel(kStageImage, 0), MakePicture(4, 1, 32), true, gl::kNearest);
+    engine.Channel(kStageImage, 0).wrap = gl::kClampToEdge;
+    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
+    ASSERT_TRUE(engine.Draw(3));
+    EXPECT_EQ(Byte(engine.ReadFirst()[0]), 30);
+
+    ChannelInput& running = engine.Context().project.stages[kStageImage].channels[0];
+    EXPECT_EQ(running.samplerCountdown, 0u);
+    running.wrap = gl::kRepeat;
+    running.filter = gl::kLinear;
+    ASSERT_TRUE(engine.Draw(3));
+    EXPECT_EQ(Byte(engine.ReadFirst()[0]), 30);
+    running.samplerCountdown = 2;
+    ASSERT_TRUE(engine.Draw(1));
+    EXPECT_EQ(Byte(engine.ReadFirst()[0]), 15);
+    EXPECT_EQ(running.samplerCountdown, 1u);
+    ASSERT_TRUE(engine.Draw(2));
+    EXPECT_EQ(running.samplerCountdown, 0u);
+}
+
+TEST(Channel, ARefusedSourceKeepsItsKindAndNothingElse) {
+    Engine engine;
+    engine.SetText(kStageImage, kShowChannel0);
+    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
+    RenderContext& context = engine.Context();
+    ChannelInput source;
+    SetPicture(source, MakePicture(4, 4, 32), true);
+    ASSERT_TRUE(SetChannel(context, kStageBufferA, 3, source));
+    EXPECT_FALSE(SetChannel(context, kStageCount, 0, source));
+    EXPECT_FALSE(SetChannel(context, kStageBufferA, kChannelCount, source));
+
+    const auto odd = std::make_shared<Bitmap>(*source.faces[0]);
+    odd->bitsPerPixel = 16;  // no form for textures
+    source.faces[0] = odd;
+    EXPECT_TRUE(SetChannel(context, kStageBufferA, 2, source));
+    EXPECT_FALSE(UploadChannelTexture(context, kStageBufferA, 2));
+
+    ChannelInput& channel = context.project.stages[kStageBufferA].channels[3];
+    for (const uint32_t kind :
+         {kChannelTexture, kChannelCubemap, kChannelVolume, kChannelBuffer, kChannelCubeA}) {
+        ChannelInput empty;
+        empty.kind = kind;
+        empty.sourceStage = kStageCount;
+        empty.fileName = QStringLiteral("gone.png");
+        EXPECT_FALSE(SetChannel(context, kStageBufferA, 3, empty)) << kind;
+        EXPECT_EQ(channel.kind, kind);
+        EXPECT_FALSE(channel.faces[0] || channel.volumeData || channel.sourceStage >= 0) << kind;
+        EXPECT_FALSE(UploadChannelTexture(context, kStageBufferA, 3));
+    }
+    ChannelInput unknown;
+    unknown.kind = 9;
+    EXPECT_FALSE(SetChannel(context, kStageBufferA, 3, unknown));
 }
 
 VolumeRef MakeVolume(uint32_t x, uint32_t y, uint32_t z, uint32_t kind, std::vector<uint8_t> samples) {

@@ -87,6 +87,8 @@ TEST(SaveProject, FileReadsBackAsItWas) {
     project.info.tags = QStringLiteral("one");
     project.info.likes = 0xFFFFFFFFu;
     project.info.name = QString::fromUtf8("Größe \"\u0090€");
+    // A file's name may hold what the code page doesn't.
+    project.info.description = QString::fromUtf8("/home/\\u00e9 写真/🌲?.png");
     ShaderStage& common = project.stages[kStageCommon];
     common.kind = kStageCommon;
     for (int byte = 1; byte < 256; ++byte)
@@ -101,6 +103,7 @@ TEST(SaveProject, FileReadsBackAsItWas) {
     ASSERT_TRUE(ReadProjectJson(FromCodePage(bytes), back));
     EXPECT_EQ(back.stages[kStageCommon].source, common.source);
     EXPECT_EQ(back.info.name, project.info.name);
+    EXPECT_EQ(back.info.description, project.info.description);
     EXPECT_EQ(WriteProjectJson(back), WriteProjectJson(project));
 
     EXPECT_FALSE(SaveProjectJson(folder.filePath(QStringLiteral("none/p.json")), project));

@@ -58,7 +58,7 @@ TEST_F(MenusTest, TheCommandsStandWhereTheyBelong) {
     EXPECT_EQ(
         Describe(*Submenu("&Edit")),
         "1550 Undo\tCtrl+Z\n-\n1553 Cut\tCtrl+X\n1552 Copy\tCtrl+C\n1551 Paste\tCtrl+V\n1554 Delete\n-\n"
-        "1555 Select All\tCtrl+A\n-\n(40011 &Find\tCtrl+F)\n(40012 &Replace\tCtrl+H)\n-\n"
+        "1555 Select All\tCtrl+A\n-\n40011 &Find\tCtrl+F\n40012 &Replace\tCtrl+H\n-\n"
         ">Frame Buffer Format\n130 Use GDI for display\n131 Show channel buffers when animating\n"
         ">Multisample");
     EXPECT_EQ(Describe(*Submenu("&Windows")),
@@ -81,7 +81,7 @@ TEST_F(MenusTest, TheCommandsStandWhereTheyBelong) {
         }
     }
     menus->Action(kCmdSaveLayout)->trigger();
-    menus->Action(kCmdFind)->trigger();
+    menus->Action(kCmdRecordingSettings)->trigger();
     EXPECT_EQ(ran, std::vector<int>{kCmdSaveLayout});
 }
 

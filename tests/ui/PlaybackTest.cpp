@@ -107,6 +107,53 @@ TEST_F(PlaybackTest, StartAndSetStartMoveTheShadersTime) {
         EXPECT_EQ(Context()->playTime, time) << qPrintable(text);
     }
     EXPECT_EQ(Context()->frameCounter, 0);
+
+    check->click();
+    Run(kCmdStart);
+    const float first = Context()->playTime;
+    Run(kCmdStart);
+    EXPECT_NE(Context()->playTime, first) << "drawn anew";
+    for (const float time : {first, Context()->playTime.load()})
+        EXPECT_TRUE(time >= 0.1f && time <= 4096.0f) << time;
+
+    // Without a run the last displayed time counts, and Start does nothing.
+    Context()->playTime = 3.25f;
+    ASSERT_TRUE(PumpUntil([this] { return Text("currentTimeText") == QStringLiteral("3.250"); }));
+    Click("stopButton");
+    Run(kCmdSetStartToCurrent);
+    EXPECT_EQ(Text("startTimeEdit"), QStringLiteral("3.250"));
+    EXPECT_EQ(App()->startTime, 3.25f);
+    Run(kCmdStart);
+    EXPECT_EQ(Text("currentTimeText"), QStringLiteral("3.250"));
+}
+
+TEST_F(PlaybackTest, RestartCompilesTheTextOfTheMoment) {
+    const auto restarted = [this](const QString& text) {
+        const std::weak_ptr<RenderRun> before = App()->renderThread;
+        ReplaceText(text);
+        App()->paused = 1;
+        Run(kCmdRestart);
+        EXPECT_TRUE(before.expired());
+        EXPECT_EQ(App()->paused, 0u);
+        return App()->renderThread && App()->renderThread->request.texts[kStageImage] == text;
+    };
+    EXPECT_TRUE(restarted(kPlain)) << "also when nothing runs";
+    ASSERT_TRUE(WaitRunning());
+    EXPECT_TRUE(restarted(kPlain + QStringLiteral("// new")));
+    ASSERT_TRUE(WaitRunning());
+    window->SetStatusText(QString());
+    EXPECT_TRUE(restarted(kBroken));
+    ASSERT_TRUE(PumpUntil([this] { return !Status().isEmpty(); }));
+    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    EXPECT_TRUE(restarted(kPlain)) << "needs no second press after a failure";
+    EXPECT_TRUE(WaitRunning());
+
+    // A control that needs a new compile asks the run for it.
+    const std::weak_ptr<RenderRun> before = App()->renderThread;
+    App()->restartRequested = 1;
+    EXPECT_TRUE(PumpUntil([&] { return before.expired() && App()->renderThread; }));
+    EXPECT_EQ(App()->restartRequested, 0u);
+    EXPECT_TRUE(WaitRunning());
 }
 
 TEST_F(PlaybackTest, TheRateIsClampedWhenTheEditIsLeftAndAtPlay) {
@@ -127,6 +174,9 @@ TEST_F(PlaybackTest, TheRateIsClampedWhenTheEditIsLeftAndAtPlay) {
     ASSERT_TRUE(PlayUntilRunning());
     EXPECT_EQ(App()->fpsTarget, 240u);
     EXPECT_TRUE(PumpUntil([&] { return edit->text() == QStringLiteral("240"); }));
+    edit->setText(QStringLiteral("77"));
+    EXPECT_TRUE(PumpUntil([&] { return edit->text() == QStringLiteral("240"); }))
+        << "typed and not committed";
 }
 
 TEST_F(PlaybackTest, ClosingTheOutputWindowKeepsTheRunStoppable) {

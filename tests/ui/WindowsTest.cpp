@@ -117,14 +117,14 @@ int TextWidth(const QWidget& control) {
 }
 
 TEST_F(WindowsTest, TheFormScalesAndCutsNothing) {
-    const QSize base(760, 820);
+    const QSize base(760, 870);
     for (const double scale : {1.0, 1.5, 0.5, 2.0, 1.0}) {
         window->ResizeClient(base * scale);
         PumpFor(30);
         const QRect form = window->Client()->rect();
         ASSERT_EQ(form.size(), base * scale);
         // The base is larger than the form by the frame's five pixels.
-        const double sx = form.width() / 765.0, sy = form.height() / 825.0;
+        const double sx = form.width() / 765.0, sy = form.height() / 875.0;
         EXPECT_EQ(Control<QWidget>("playButton")->geometry(),
                   QRect(QPoint(RoundToInt(90 * sx), RoundToInt(24 * sy)),
                         QPoint(RoundToInt(158 * sx) - 1, RoundToInt(50 * sy) - 1)));

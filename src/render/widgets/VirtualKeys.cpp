@@ -59,7 +59,6 @@ int NamedKey(int key) {
             return 46;
         case Qt::Key_Help:
             return 47;
-        case Qt::Key_Meta:
         case Qt::Key_Super_L:
             return 91;
         case Qt::Key_Super_R:
@@ -94,6 +93,13 @@ int KeypadKey(int key) {
         default:
             return -1;
     }
+}
+
+// The toolkit gives one name to both Windows keys, and to Alt while Shift is down.
+int MetaKey(quint32 keySymbol) {
+    constexpr quint32 kMetaLeft = 0xFFE7, kMetaRight = 0xFFE8, kSuperRight = 0xFFEC;
+    if (keySymbol == kMetaLeft || keySymbol == kMetaRight) return 18;
+    return keySymbol == kSuperRight ? 92 : 91;
 }
 
 // Position in `keys` looked up in `codes` of the same length.
@@ -159,6 +165,7 @@ int VirtualKeyOf(const QKeyEvent& event) {
     const int key = event.key();
     const quint32 scanCode = event.nativeScanCode();
     if (key >= Qt::Key_A && key <= Qt::Key_Z) return key;
+    if (key == Qt::Key_Meta) return MetaKey(event.nativeVirtualKey());
     int code = -1;
     if (event.modifiers() & Qt::KeypadModifier) code = KeypadKey(key);
     if (code < 0) code = NamedKey(key);

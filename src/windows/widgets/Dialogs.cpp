@@ -62,7 +62,8 @@ struct QuestionButton {
 };
 
 // Which button was pressed; the last one is the default, and what Escape and closing mean.
-int Ask(QWidget* owner, const QString& caption, const QString& text, const QList<QuestionButton>& buttons) {
+int Ask(QWidget* owner, const QString& caption, const QString& text, const QList<QuestionButton>& buttons,
+        QStyle::StandardPixmap picture = QStyle::SP_MessageBoxWarning) {
     auto* dialog = new FrameDialog(owner, FrameWindow::Kind::FixedDialog);
     dialog->setWindowTitle(caption);
     QWidget* form = dialog->Client();
@@ -78,7 +79,7 @@ int Ask(QWidget* owner, const QString& caption, const QString& text, const QList
     auto* icon = new QLabel(form);
     const int iconSize = form->style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, form);
     icon->setPixmap(form->style()
-                        ->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, form)
+                        ->standardIcon(picture, nullptr, form)
                         .pixmap(QSize(iconSize, iconSize), dialog->devicePixelRatioF()));
     upper->addWidget(icon, 0, Qt::AlignTop);
 
@@ -137,7 +138,10 @@ class FileChoice : public QFileDialog {
         setFileMode(question.forSaving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
         setViewMode(QFileDialog::Detail);
         if (!question.filters.isEmpty()) setNameFilters(question.filters);
-        if (!question.defaultSuffix.isEmpty()) setDefaultSuffix(question.defaultSuffix);
+        if (question.filterIndex > 0 && question.filterIndex < question.filters.size())
+            selectNameFilter(question.filters[question.filterIndex]);
+        ChooseSuffix();
+        connect(this, &QFileDialog::filterSelected, this, &FileChoice::ChooseSuffix);
         QList<QUrl> places;
         if (!question.folder.isEmpty() && QDir().mkpath(question.folder)) {
             setDirectory(question.folder);
@@ -149,18 +153,31 @@ class FileChoice : public QFileDialog {
         if (!question.fileName.isEmpty()) selectFile(question.fileName);
     }
 
-    QString Path() const { return selectedFiles().value(0); }
+    QString Path() const { return completed_.isEmpty() ? selectedFiles().value(0) : completed_; }
 
   protected:
     void accept() override {
         const QFileInfo chosen(Path());
         // A folder's name leads into that folder.
-        if (question_.forSaving || chosen.exists() || chosen.fileName().isEmpty()) {
+        if (chosen.exists() || chosen.fileName().isEmpty()) {
             QFileDialog::accept();
             return;
         }
-        Ask(&frame_, question_.caption, QStringLiteral("%1 was not found.").arg(chosen.fileName()),
-            {{QStringLiteral("&OK"), QStringLiteral("okButton")}});
+        if (question_.forSaving) {
+            if (QFileInfo(chosen.absolutePath()).isDir())
+                QFileDialog::accept();
+            else
+                SayNotFound(chosen.absolutePath());
+            return;
+        }
+        QString path = chosen.filePath();
+        if (!suffix_.isEmpty() && !chosen.fileName().contains(u'.')) path += u'.' + suffix_;
+        if (!QFileInfo::exists(path)) {
+            SayNotFound(QFileInfo(path).fileName());
+            return;
+        }
+        completed_ = path;
+        done(QDialog::Accepted);
     }
 
     void done(int result) override {
@@ -174,6 +191,18 @@ class FileChoice : public QFileDialog {
     }
 
   private:
+    void ChooseSuffix() {
+        const qsizetype filter = question_.filters.indexOf(selectedNameFilter());
+        suffix_ = question_.suffixes.isEmpty() ? question_.defaultSuffix : question_.suffixes.value(filter);
+        // For opening, the toolkit would also add it to the names of files that have none.
+        if (question_.forSaving) setDefaultSuffix(suffix_);
+    }
+
+    void SayNotFound(const QString& name) {
+        Ask(&frame_, question_.caption, QStringLiteral("%1 was not found.").arg(name),
+            {{QStringLiteral("&OK"), QStringLiteral("okButton")}});
+    }
+
     bool MayReplace(const QString& name) {
         return Ask(&frame_, question_.caption,
                    QStringLiteral("%1 already exists.\nDo you want to replace it?").arg(name),
@@ -183,6 +212,8 @@ class FileChoice : public QFileDialog {
 
     FrameDialog& frame_;
     const FileQuestion& question_;
+    QString suffix_;     // without the dot
+    QString completed_;  // the path of a file that was typed without its suffix
 };
 
 }  // namespace
@@ -220,16 +251,9 @@ void FrameDialog::keyPressEvent(QKeyEvent* event) {
         Done(false);
         return;
     }
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && !(event->modifiers() & ~Qt::KeypadModifier)) {
-        auto* button = qobject_cast<QPushButton*>(focusWidget());
-        if (!button)
-            for (QPushButton* candidate : findChildren<QPushButton*>())
-                if (candidate->isDefault() && candidate->isVisible()) button = candidate;
-        if (button) {
-            button->click();
-            return;
-        }
+    if (QPushButton* button = ButtonOfKey(*this, *event)) {
+        button->click();
+        return;
     }
     FrameWindow::keyPressEvent(event);
 }
@@ -237,6 +261,16 @@ void FrameDialog::keyPressEvent(QKeyEvent* event) {
 void FrameDialog::closeEvent(QCloseEvent* event) {
     FrameWindow::closeEvent(event);
     if (event->isAccepted()) Done(false);
+}
+
+QPushButton* ButtonOfKey(const QWidget& window, const QKeyEvent& key) {
+    const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    if (!enter || (key.modifiers() & ~Qt::KeypadModifier)) return nullptr;
+    auto* button = qobject_cast<QPushButton*>(window.focusWidget());
+    if (!button)
+        for (QPushButton* candidate : window.findChildren<QPushButton*>())
+            if (candidate->isDefault() && candidate->isVisible()) button = candidate;
+    return button;
 }
 
 Answer AskYesNoCancel(QWidget* owner, const QString& caption, const QString& text) {
@@ -251,6 +285,11 @@ Answer AskYesNoCancel(QWidget* owner, const QString& caption, const QString& tex
         default:
             return Answer::Cancel;
     }
+}
+
+void ShowInformation(QWidget* owner, const QString& caption, const QString& text) {
+    Ask(owner, caption, text, {{QStringLiteral("&OK"), QStringLiteral("okButton")}},
+        QStyle::SP_MessageBoxInformation);
 }
 
 QString AskForFile(QWidget* owner, const FileQuestion& question) {

@@ -9,6 +9,7 @@
 #include "windows/widgets/FrameWindow.h"
 
 class QEventLoop;
+class QPushButton;
 
 namespace pixelgrove {
 
@@ -35,22 +36,32 @@ class FrameDialog : public FrameWindow {
     bool accepted_ = false;
 };
 
+// The button that the key presses in such a window, also one that isn't modal: with Enter the one that has
+// the focus, else the default one. Null for other keys, and where there is none.
+QPushButton* ButtonOfKey(const QWidget& window, const QKeyEvent& key);
+
 enum class Answer { Yes, No, Cancel };
 
 // A warning with the three buttons, in plain text; Cancel is the default one, and what Escape and closing
 // mean. The letters Y and N answer too.
 Answer AskYesNoCancel(QWidget* owner, const QString& caption, const QString& text);
 
+// A message with an OK button, in plain text; returns when it was closed.
+void ShowInformation(QWidget* owner, const QString& caption, const QString& text);
+
 struct FileQuestion {
     QString caption;
     QString folder;          // where it starts; made if it can be and is missing
     QString fileName;        // suggested name, may be empty
     QStringList filters;     // "JSON Files (*.json)", "All Files (*)"
-    QString defaultSuffix;   // for saving, without the dot; may be empty
+    QString defaultSuffix;   // of a name typed without one, without the dot; may be empty
+    QStringList suffixes;    // one for each filter, in place of defaultSuffix; empty for none
+    int filterIndex = 0;     // the filter that is shown first
     bool forSaving = false;  // an existing file is asked about before it is chosen
 };
 
-// The chosen path, which has the default suffix if it was typed without one; empty when cancelled.
+// The chosen path, which has the default suffix if it was typed without one; empty when cancelled. For
+// opening the file exists, and a name that fits a file as it was typed stays; for saving its folder exists.
 QString AskForFile(QWidget* owner, const FileQuestion& question);
 
 }  // namespace pixelgrove

@@ -180,7 +180,7 @@ ThemeColours MakeThemeColours(const UiColours& colours) {
     theme.buttonHover = ground(0.24);
     theme.buttonDown = ground(0.34);
     theme.activeFrame = ground(0.28);
-    theme.inactiveFrame = ground(0.12);
+    theme.inactiveFrame = ground(0.16);
     theme.line = Mix(theme.window, theme.text, 0.38);
     // Both give way to the text's own colour where a weak pair leaves no room between it and the ground.
     theme.faintText = Ink(theme.window, theme.text, 0.5, theme.button, kLegible);

@@ -1,0 +1,137 @@
+#include "render/LiveTextures.h"
+
+#include <GL/glew.h>
+
+#include <array>
+#include <atomic>
+#include <cstring>
+#include <mutex>
+#include <vector>
+
+#include "core/LiveFeeds.h"
+#include "render/GlSetup.h"
+#include "render/InputState.h"
+
+namespace pixelgrove {
+
+namespace {
+
+constexpr int kWebcamFrames = 16;  // from one picture to the next
+
+void UploadSingleChannelRows(GLuint texture, int width, int height, const uint8_t* rows) {
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_R8_SNORM, width, height, 0, GL_RED, GL_UNSIGNED_BYTE, rows);
+}
+
+void FeedPalette(RenderContext& context, const PaletteTable& palette) {
+    std::vector<uint32_t> row;
+    {
+        std::lock_guard lock(palette.lock);
+        if (palette.count == 0 || palette.serial == context.paletteSerial) return;
+        row.assign(palette.colours.begin(), palette.colours.begin() + palette.count);
+        context.paletteSerial = palette.serial;
+    }
+    const auto width = uint32_t(row.size());
+    if (context.paletteTexture != 0 && context.paletteWidth != width) {
+        glDeleteTextures(1, &context.paletteTexture);
+        context.paletteTexture = 0;
+    }
+    if (context.paletteTexture != 0) {
+        glBindTexture(GL_TEXTURE_2D, context.paletteTexture);
+        glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, GLsizei(width), 1, GL_BGRA, GL_UNSIGNED_BYTE, row.data());
+        return;
+    }
+    glGenTextures(1, &context.paletteTexture);
+    glBindTexture(GL_TEXTURE_2D, context.paletteTexture);
+    glTexImage2D(GL_TEXTURE_2D, 0, GLint(context.frameBufferFormat), GLsizei(width), 1, 0, GL_BGRA,
+                 GL_UNSIGNED_BYTE, row.data());
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_MIRRORED_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    context.paletteWidth = width;
+}
+
+// 640 x 480 pixels of the picture as a frame of the texture's size, the lowest row first: the nearest pixel
+// for each. What a smaller picture lacks is blank.
+std::vector<uint32_t> WebcamFrame(const Bitmap& picture) {
+    std::vector<uint32_t> frame(size_t(kWebcamWidth) * kWebcamHeight);
+    for (int y = 0; y < kWebcamHeight; ++y) {
+        const int fromBottom = y * kCameraHeight / kWebcamHeight;
+        const int memoryRow = picture.bottomUp ? fromBottom : kCameraHeight - 1 - fromBottom;
+        if (memoryRow >= picture.height) continue;
+        const uint8_t* in = picture.Row(memoryRow);
+        uint32_t* out = frame.data() + size_t(y) * kWebcamWidth;
+        for (int x = 0; x < kWebcamWidth; ++x) {
+            const int column = x * kCameraWidth / kWebcamWidth;
+            if (column >= picture.width) break;
+            std::memcpy(out + x, in + size_t(column) * 4, 4);
+        }
+    }
+    return frame;
+}
+
+// A camera's picture is large and its way slow, so most frames keep the last one. The count goes on from run
+// to run.
+void FeedWebcam(GLuint texture) {
+    static std::atomic<uint32_t> frameCount{0};
+    if (frameCount++ % kWebcamFrames != 0) return;
+    const BitmapRef picture = LatestCameraPicture();
+    if (!picture) return;
+    const std::vector<uint32_t> frame = WebcamFrame(*picture);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, kWebcamWidth, kWebcamHeight, 0, GL_BGRA, GL_UNSIGNED_BYTE,
+                 frame.data());
+}
+
+}  // namespace
+
+void CreateLiveTexture(RenderContext& context, uint32_t kind) {
+    switch (kind) {
+        case kChannelKeyboard: {
+            if (context.keyboardTexture != 0) return;
+            ClearKeyboard();
+            glGenTextures(1, &context.keyboardTexture);
+            const std::array<uint8_t, kKeyCodes * kKeyRows> blank{};
+            UploadSingleChannelRows(context.keyboardTexture, kKeyCodes, kKeyRows, blank.data());
+            break;
+        }
+        case kChannelAudio: {
+            if (context.audioTexture != 0) return;
+            glGenTextures(1, &context.audioTexture);
+            const AudioBlock silence{};
+            UploadSingleChannelRows(context.audioTexture, kAudioColumns, kAudioRows, silence.data());
+            break;
+        }
+        case kChannelWebcam: {
+            if (context.webcamTexture != 0) return;
+            glGenTextures(1, &context.webcamTexture);
+            glBindTexture(GL_TEXTURE_2D, context.webcamTexture);
+            const std::vector<uint8_t> black(size_t(kWebcamWidth) * kWebcamHeight * 4);
+            glTexImage2D(GL_TEXTURE_2D, 0, GLint(context.frameBufferFormat), kWebcamWidth, kWebcamHeight, 0,
+                         GL_BGRA, GL_UNSIGNED_BYTE, black.data());
+            break;
+        }
+        default:
+            return;
+    }
+    ShowGLError();
+}
+
+void FeedLiveTextures(RenderContext& context, const PaletteTable* palette) {
+    if (palette) FeedPalette(context, *palette);
+    if (context.keyboardTexture != 0) {
+        std::array<uint8_t, kKeyCodes * kKeyRows> rows;
+        if (TakeKeyboardRows(rows)) {
+            UploadSingleChannelRows(context.keyboardTexture, kKeyCodes, kKeyRows, rows.data());
+        }
+    }
+    if (context.webcamTexture != 0) FeedWebcam(context.webcamTexture);
+    if (context.audioTexture != 0) {
+        const AudioBlock block = LatestAudioBlock();
+        UploadSingleChannelRows(context.audioTexture, kAudioColumns, kAudioRows, block.data());
+    }
+    ShowGLError();
+}
+
+}  // namespace pixelgrove

@@ -1,0 +1,175 @@
+// Audio, webcam and palette textures, as shaders and the driver see what was delivered.
+#include "render/LiveTextures.h"
+
+#include <gtest/gtest.h>
+
+#include "core/LiveFeeds.h"
+#include "support/Engine.h"
+
+namespace pixelgrove {
+namespace {
+
+using test::Engine;
+using test::Pixel;
+
+void SetKind(ChannelInput& channel, uint32_t kind) {
+    channel.kind = kind;
+    DefaultSampler(channel);
+}
+
+TEST(LiveTextures, AudioShowsTheLatestBlockInEveryFrame) {
+    Engine engine;
+    engine.SetText(kStageImage,
+                   "void mainImage(out vec4 c, in vec2 p) { c = texelFetch(iChannel2, ivec2(p), 0); }");
+    SetKind(engine.Channel(kStageImage, 2), kChannelAudio);
+    PublishAudioBlock({});
+    ASSERT_EQ(engine.Start(kAudioColumns, kAudioRows).result, CompileResult::Good);
+    EXPECT_EQ(engine.Context().project.stages[kStageImage].channelResolution[2],
+              (std::array<float, 3>{512, 2, 1}));
+    ASSERT_TRUE(engine.Draw(1));
+    EXPECT_EQ(engine.ReadFirst()[0], 0.0f);
+
+    for (const int step : {3, 5}) {
+        AudioBlock block;
+        for (size_t i = 0; i < block.size(); ++i)
+            block[i] = uint8_t(step * i + i / 512);
+        PublishAudioBlock(block);
+        ASSERT_TRUE(engine.Draw(1));
+        const std::vector<Pixel> pixels = engine.Read(kStageImage);
+        // The texture keeps 7 bits of each byte.
+        for (size_t i = 0; i < block.size(); ++i)
+            ASSERT_NEAR(pixels[i][0] * 255, block[i], 1.1f) << step << ": " << i;
+    }
+    PublishAudioBlock({});
+}
+
+// Red counts the columns, green the rows from the bottom, in steps that show single pixels; blue tells
+// pictures apart.
+BitmapRef CameraPicture(int width, int height, bool bottomUp, int blue) {
+    auto picture = CreateBitmap(width, height, 32, bottomUp);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const uint8_t pixel[4] = {uint8_t(blue), uint8_t(y), uint8_t(x), uint8_t(x / 256 * 100 + 50)};
+            std::memcpy(picture->Row(bottomUp ? y : height - 1 - y) + 4 * x, pixel, 4);
+        }
+    }
+    return picture;
+}
+
+class Webcam : public testing::Test {
+  protected:
+    void SetUp() override {
+        PublishCameraPicture(nullptr);
+        engine.SetText(kStageImage,
+                       "void mainImage(out vec4 c, in vec2 p) { ivec2 at[4] = ivec2[4](ivec2(0), "
+                       "ivec2(1279, 719), ivec2(7, 4), ivec2(640, 360)); c = texelFetch(iChannel0, "
+                       "at[int(p.x)], 0); }");
+        SetKind(engine.Channel(kStageImage, 0), kChannelWebcam);
+        engine.SetText(kStageBufferA, "void mainImage(out vec4 c, in vec2 p) { c = texture(iChannel1, p); }");
+        SetKind(engine.Channel(kStageBufferA, 1), kChannelWebcam);
+        ASSERT_EQ(engine.Start(4, 1).result, CompileResult::Good);
+    }
+    void TearDown() override { PublishCameraPicture(nullptr); }
+    std::array<int, 4> Shown(size_t place) {
+        std::array<int, 4> bytes{};
+        const Pixel pixel = engine.Read(kStageImage)[place];
+        for (size_t i = 0; i < 4; ++i)
+            bytes[i] = int(std::lround(pixel[i] * 255));
+        return bytes;
+    }
+    // Frames until a picture of this blue is shown; 0 for more than 40.
+    int FramesUntil(int blue) {
+        for (int frames = 1; frames <= 40; ++frames) {
+            engine.Draw(1);
+            if (Shown(0)[2] == blue) return frames;
+        }
+        return 0;
+    }
+
+    Engine engine;
+    using Bytes = std::array<int, 4>;
+};
+
+TEST_F(Webcam, TakesAPictureEvery16FramesAndKeepsItBetween) {
+    EXPECT_EQ(engine.Context().project.stages[kStageImage].channelResolution[0],
+              (std::array<float, 3>{1280, 720, 1}));
+    engine.Draw(20);
+    EXPECT_EQ(Shown(0), (Bytes{0, 0, 0, 0})) << "blank without a camera";
+
+    PublishCameraPicture(CameraPicture(640, 480, false, 9));
+    const int first = FramesUntil(9);
+    EXPECT_GE(first, 1);
+    EXPECT_LE(first, 16);
+    for (const int blue : {20, 30}) {
+        PublishCameraPicture(CameraPicture(640, 480, false, blue + 1));  // never looked at
+        PublishCameraPicture(CameraPicture(640, 480, false, blue));
+        EXPECT_EQ(FramesUntil(blue), 16);
+    }
+    PublishCameraPicture(nullptr);
+    engine.Draw(32);
+    EXPECT_EQ(Shown(0)[2], 30) << "a camera that gives nothing leaves the last picture";
+}
+
+TEST_F(Webcam, ScalesAFixedAreaOfEveryPictureToTheTexture) {
+    int blue = 100;
+    for (const bool bottomUp : {false, true}) {
+        PublishCameraPicture(CameraPicture(640, 480, bottomUp, ++blue));
+        ASSERT_NE(FramesUntil(blue), 0);
+        EXPECT_EQ(Shown(0), (Bytes{0, 0, blue, 50}));
+        EXPECT_EQ(Shown(1), (Bytes{639 & 255, 479 & 255, blue, 250}));
+        EXPECT_EQ(Shown(2), (Bytes{3, 2, blue, 50})) << "the nearest pixel, none between two";
+        EXPECT_EQ(Shown(3), (Bytes{320 & 255, 240, blue, 150}));
+    }
+    // A larger picture gives 640 x 480 of it, a smaller one leaves the rest blank.
+    PublishCameraPicture(CameraPicture(1000, 600, true, ++blue));
+    ASSERT_NE(FramesUntil(blue), 0);
+    EXPECT_EQ(Shown(1), (Bytes{639 & 255, 479 & 255, blue, 250}));
+    PublishCameraPicture(CameraPicture(200, 100, true, ++blue));
+    ASSERT_NE(FramesUntil(blue), 0);
+    EXPECT_EQ(Shown(2), (Bytes{3, 2, blue, 50}));
+    EXPECT_EQ(Shown(3), (Bytes{0, 0, 0, 0}));
+
+    const auto cut = std::make_shared<Bitmap>(*CameraPicture(640, 480, true, 1));
+    cut->bits.resize(100);
+    PublishCameraPicture(cut);
+    EXPECT_EQ(LatestCameraPicture(), nullptr);
+    PublishCameraPicture(CreateBitmap(640, 480, 24, false));
+    EXPECT_EQ(LatestCameraPicture(), nullptr);
+}
+
+TEST(LiveTextures, ThePaletteRowFollowsItsTable) {
+    Engine engine;
+    engine.SetText(kStageImage, "void mainImage(out vec4 c, in vec2 p) { c = vec4(1); }");
+    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
+    PaletteTable& table = App()->palette;
+    const auto shown = [&] {
+        engine.Draw(1);
+        std::vector<uint32_t> colours;
+        const GLuint name = engine.Context().paletteTexture;
+        if (name == 0) return colours;
+        GLint width = 0;
+        glBindTexture(GL_TEXTURE_2D, name);
+        glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
+        colours.resize(size_t(width));
+        glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, colours.data());
+        return colours;
+    };
+    const auto change = [&](const std::vector<uint32_t>& colours) {
+        const std::lock_guard hold(table.lock);
+        std::ranges::copy(colours, table.colours.begin());
+        table.count = uint32_t(colours.size());
+        ++table.serial;
+    };
+    EXPECT_TRUE(shown().empty());
+    const std::vector<uint32_t> tables[] = {
+        {0xFF8001, 0x0000FF, 0x123456}, {0x010203, 0x040506, 0x070809}, {0xABCDEF}};
+    for (const std::vector<uint32_t>& colours : tables) {
+        change(colours);
+        EXPECT_EQ(shown(), colours);
+    }
+    change({});
+    EXPECT_EQ(shown(), tables[2]) << "an empty table changes nothing";
+}
+
+}  // namespace
+}  // namespace pixelgrove

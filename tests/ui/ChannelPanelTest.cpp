@@ -1,0 +1,376 @@
+// The channel groups of the main window: what they show, what their controls and menus write, and what of it
+// reaches a run.
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHelpEvent>
+#include <QImage>
+#include <QMenu>
+#include <QToolTip>
+
+#include "WindowFixture.h"
+#include "core/BaseFolders.h"
+#include "render/RenderThread.h"
+#include "render/widgets/OutputView.h"
+#include "render/widgets/OutputWindow.h"
+#include "shadertoy/ProjectFile.h"
+#include "ui/ChannelMenu.h"
+#include "ui/ChannelThumbnail.h"
+
+namespace pixelgrove {
+namespace {
+
+class ChannelPanelTest : public WindowTest {
+  protected:
+    void TearDown() override {
+        if (qApp && App()) StopRenderThread();
+        WindowTest::TearDown();
+    }
+    ChannelInput& Channel(int index = 0, uint32_t stage = kStageImage) {
+        return App()->channels[stage][size_t(index)];
+    }
+    QWidget* Part(const char* name, int channel = 0) const {
+        return Control<QWidget>((std::string(name) + std::to_string(channel)).c_str());
+    }
+    QComboBox* Combo(const char* name) const { return static_cast<QComboBox*>(Part(name)); }
+    ChannelThumbnail* Thumbnail() const { return static_cast<ChannelThumbnail*>(Part("channelThumbnail")); }
+    QImage Shown() const { return Thumbnail()->grab().toImage(); }
+    QString Name(int channel = 0) const { return Part("channelName", channel)->property("text").toString(); }
+    // As a user's choice in the open list.
+    static void Choose(QComboBox* combo, int index) {
+        combo->setCurrentIndex(index);
+        Q_EMIT combo->activated(index);
+    }
+    bool RunEntry(int entryId) {
+        const bool done = RunChannelMenu(entryId, Channel(), window->Projects().dialogs);
+        window->RefreshChannelPanel();
+        return done;
+    }
+    // A picture that is red above and blue below.
+    QString PictureFile(const QString& name = QStringLiteral("picture.png")) {
+        QImage image(64, 64, QImage::Format_RGB32);
+        image.fill(Qt::blue);
+        for (int y = 0; y < 32; ++y)
+            for (int x = 0; x < 64; ++x)
+                image.setPixelColor(x, y, Qt::red);
+        const QString path = folder.filePath(name);
+        EXPECT_TRUE(image.save(path));
+        return path;
+    }
+    QString VolumeFile() {
+        QByteArray bytes("BIN\0\1\0\0\0\1\0\0\0\1\0\0\0\1\0\0\0\x7f", 21);
+        return FileWith(bytes, QStringLiteral("bin"));
+    }
+};
+
+TEST_F(ChannelPanelTest, GroupsShowWhatTheShownStageReads) {
+    for (const char* part : {"channelButton", "channelThumbnail", "channelName"})
+        EXPECT_TRUE(Part(part, 3)->isVisible()) << part;
+    constexpr const char* kSampling[] = {"filterLabel", "filterCombo", "wrapLabel", "wrapCombo",
+                                         "vflipCheck"};
+    for (const char* part : kSampling)
+        EXPECT_FALSE(Part(part)->isVisible()) << part;
+    EXPECT_EQ(Name(), QStringLiteral("Unused"));
+
+    const struct {
+        uint32_t kind;
+        int32_t source;
+        const char* name;
+    } rows[] = {{kChannelTexture, -1, "Texture"},       {kChannelBuffer, kStageBufferC, "Buffer C"},
+                {kChannelCubeA, kStageCubeA, "Cube A"}, {kChannelCubemap, -1, "Cubemap"},
+                {kChannelVolume, -1, "Volume"},         {kChannelKeyboard, -1, "Keyboard"},
+                {kChannelWebcam, -1, "Webcam"},         {kChannelAudio, -1, "Audio"}};
+    for (const auto& row : rows) {
+        Channel() = ChannelInput();
+        Channel().kind = row.kind;
+        DefaultSampler(Channel());
+        Channel().sourceStage = row.source;
+        window->RefreshChannelPanel();
+        EXPECT_EQ(Name(), QString::fromLatin1(row.name));
+        for (const char* part : kSampling)
+            EXPECT_TRUE(Part(part)->isVisible()) << row.name << part;
+        EXPECT_EQ(Combo("filterCombo")->currentData().toUInt(), Channel().filter) << row.name;
+        EXPECT_EQ(Combo("wrapCombo")->currentData().toUInt(), Channel().wrap) << row.name;
+        EXPECT_EQ(static_cast<QCheckBox*>(Part("vflipCheck"))->isChecked(), Channel().vflip != 0) << row.name;
+    }
+    // A value without an entry leaves the combo as it is, and is itself left alone.
+    Choose(Combo("filterCombo"), 2);
+    Channel().filter = 0;
+    window->RefreshChannelPanel();
+    EXPECT_EQ(Combo("filterCombo")->currentIndex(), 2);
+    EXPECT_EQ(Channel().filter, 0u);
+
+    AddStage(kStageCommon);
+    SelectStage(kStageCommon);
+    for (const char* part : {"channelButton", "channelThumbnail", "channelName", "filterCombo", "vflipCheck"})
+        EXPECT_FALSE(Part(part)->isVisible()) << part;
+    EXPECT_EQ(Channel().kind, uint32_t(kChannelAudio));
+    SelectStage(kStageImage);
+    EXPECT_TRUE(Part("filterCombo")->isVisible());
+    EXPECT_FALSE(Part("filterCombo", 1)->isVisible());
+    EXPECT_FALSE(shaderModified);
+}
+
+TEST_F(ChannelPanelTest, ControlsWriteTheShownStagesChannel) {
+    AddStage(kStageBufferB);
+    SelectStage(kStageBufferB);
+    ChannelInput& channel = Channel(0, kStageBufferB);
+    channel.kind = kChannelKeyboard;
+    DefaultSampler(channel);
+    window->RefreshChannelPanel();
+    channel.samplerCountdown = 0;
+    Choose(Combo("filterCombo"), 0);
+    Choose(Combo("wrapCombo"), 1);
+    static_cast<QCheckBox*>(Part("vflipCheck"))->click();
+    EXPECT_EQ(channel.filter, gl::kNearest);
+    EXPECT_EQ(channel.wrap, gl::kRepeat);
+    EXPECT_EQ(channel.vflip, 1u);
+    EXPECT_EQ(channel.samplerCountdown, 2u);
+    Choose(Combo("filterCombo"), -1);
+    EXPECT_EQ(channel.filter, 0xFFFFFFFFu);
+    EXPECT_EQ(Channel().kind, uint32_t(kChannelUnused));
+}
+
+TEST_F(ChannelPanelTest, TheButtonsMenuGivesTheChannelItsSource) {
+    const auto entries = [](const QMenu& menu) {
+        QString texts;
+        for (const QAction* action : menu.actions())
+            texts += action->text() + QString::number(action->data().toInt()) + u'|';
+        return texts;
+    };
+    const auto open = [this] {
+        Click("channelButton2");
+        QMenu* menu = window->findChild<QMenu*>(QStringLiteral("channelMenu"));
+        EXPECT_NE(menu, nullptr);
+        return menu;
+    };
+    QMenu* menu = open();
+    EXPECT_EQ(entries(*menu), QStringLiteral("Misc0|Texture...106|Cubemap...124|Volume...125|"));
+    QMenu* live = menu->actions()[0]->menu();
+    EXPECT_EQ(entries(*live), QStringLiteral("Buffer A102|Buffer B103|Buffer C104|Buffer D105|Cubemap A129|"
+                                             "Keyboard123|Webcam128|Audio127|"));
+    live->actions()[1]->trigger();
+    menu->close();
+    PumpFor(20);
+    EXPECT_EQ(Channel(2).kind, uint32_t(kChannelBuffer));
+    EXPECT_EQ(Channel(2).sourceStage, kStageBufferB);
+    EXPECT_EQ(Name(2), QStringLiteral("Buffer B"));
+
+    menu = open();
+    EXPECT_TRUE(entries(*menu).startsWith(QStringLiteral("Reset Channel114|0|Misc0|")));
+    menu->actions()[0]->trigger();
+    menu->close();
+    EXPECT_EQ(Channel(2).kind, uint32_t(kChannelUnused));
+    EXPECT_EQ(Name(2), QStringLiteral("Unused"));
+}
+
+TEST_F(ChannelPanelTest, LiveEntriesSetKindAndSampler) {
+    const struct {
+        int id;
+        uint32_t kind;
+        int32_t source;
+        uint32_t wrap;
+    } rows[] = {{102, kChannelBuffer, 2, gl::kMirroredRepeat}, {105, kChannelBuffer, 5, gl::kMirroredRepeat},
+                {129, kChannelCubeA, 6, gl::kMirroredRepeat},  {123, kChannelKeyboard, -1, gl::kClampToEdge},
+                {128, kChannelWebcam, -1, gl::kClampToEdge},   {127, kChannelAudio, -1, gl::kClampToEdge}};
+    Channel().kind = kChannelTexture;
+    Channel().faces[0] = CreateBitmap(4, 4, 32, false);
+    Channel().fileName = QStringLiteral("old.png");
+    Channel().internalFormat = Channel().srgb = Channel().vflip = 1;
+    for (const auto& row : rows) {
+        ASSERT_TRUE(RunEntry(row.id));
+        const ChannelInput& channel = Channel();
+        EXPECT_EQ(channel.kind, row.kind);
+        EXPECT_EQ(channel.sourceStage, row.source);
+        EXPECT_EQ(channel.wrap, row.wrap);
+        EXPECT_EQ(channel.filter, gl::kLinear);
+        EXPECT_EQ(channel.vflip + channel.srgb + channel.internalFormat, 0u);
+        EXPECT_EQ(channel.samplerCountdown, 2u);
+        EXPECT_TRUE(channel.fileName.isEmpty() && !channel.faces[0]);
+    }
+    EXPECT_FALSE(RunEntry(107));
+    EXPECT_EQ(Channel().kind, uint32_t(kChannelAudio));
+}
+
+TEST_F(ChannelPanelTest, PicturesAreChosenByTheirFiles) {
+    SetBaseFolders();
+    EXPECT_FALSE(RunEntry(kChannelMenuTexture)) << "cancelled";
+    chosenPath = PictureFile();
+    ASSERT_TRUE(RunEntry(kChannelMenuTexture));
+    EXPECT_EQ(fileQuestion.caption, QStringLiteral("Open Image"));
+    EXPECT_TRUE(fileQuestion.folder.endsWith(QStringLiteral("ShaderToy/ShadertoyCache")))
+        << qPrintable(fileQuestion.folder);
+    EXPECT_EQ(Channel().kind, uint32_t(kChannelTexture));
+    EXPECT_EQ(Channel().fileName, chosenPath);
+    EXPECT_EQ(Channel().wrap, gl::kMirroredRepeat);
+    EXPECT_EQ(Channel().filter, gl::kLinearMipmapLinear);
+    EXPECT_EQ(Channel().vflip, 1u);
+
+    // A wrong file for the same kind: the kind stays, without a picture.
+    chosenPath = FileWith("no picture", QStringLiteral("png"));
+    ASSERT_TRUE(RunEntry(kChannelMenuTexture));
+    EXPECT_EQ(Channel().kind, uint32_t(kChannelTexture));
+    EXPECT_EQ(Channel().fileName, chosenPath);
+    EXPECT_EQ(Channel().faces[0], nullptr);
+    EXPECT_EQ(Shown().pixel(5, 5), 0xffd3d3d3u);
+    // For another kind: Unused, with the name.
+    ASSERT_TRUE(RunEntry(kChannelMenuCubemap));
+    EXPECT_EQ(Channel().kind, uint32_t(kChannelUnused));
+    EXPECT_EQ(Channel().fileName, chosenPath);
+
+    chosenPath = PictureFile();
+    for (int n = 1; n < 6; ++n)
+        PictureFile(QStringLiteral("picture_%1.png").arg(n));
+    ASSERT_TRUE(RunEntry(kChannelMenuCubemap));
+    EXPECT_EQ(Channel().kind, uint32_t(kChannelCubemap));
+    EXPECT_EQ(Channel().wrap, gl::kClampToEdge);
+    for (const BitmapRef& face : Channel().faces)
+        EXPECT_NE(face, nullptr);
+}
+
+TEST_F(ChannelPanelTest, AVolumeFillsOnlyAnUnusedChannel) {
+    chosenPath = VolumeFile();
+    ASSERT_TRUE(RunEntry(kChannelMenuVolume));
+    EXPECT_TRUE(fileQuestion.folder.endsWith(QStringLiteral("/Assets")));
+    EXPECT_EQ(Channel().kind, uint32_t(kChannelVolume));
+    EXPECT_EQ(Channel().fileName, chosenPath);
+    EXPECT_EQ(Channel().filter, gl::kLinearMipmapLinear);
+    EXPECT_EQ(Channel().wrap, gl::kMirroredRepeat);
+    EXPECT_EQ(Combo("filterCombo")->currentIndex(), 2);
+    ASSERT_NE(Channel().volumeData, nullptr);
+    // The name goes with what the channel held.
+    ASSERT_TRUE(RunEntry(kChannelMenuVolume));
+    EXPECT_EQ(Channel().kind, uint32_t(kChannelUnused));
+    EXPECT_TRUE(Channel().fileName.isEmpty() && !Channel().volumeData);
+    ASSERT_TRUE(RunEntry(kChannelMenuVolume));
+    EXPECT_EQ(Channel().kind, uint32_t(kChannelVolume));
+    ASSERT_TRUE(RunEntry(kChannelMenuReset));
+    chosenPath = FileWith("BUN, and long enough for a header", QStringLiteral("bin"));
+    ASSERT_TRUE(RunEntry(kChannelMenuVolume));
+    EXPECT_EQ(Channel().kind, uint32_t(kChannelUnused));
+}
+
+TEST_F(ChannelPanelTest, AChosenFileIsFoundAgainInASavedProject) {
+    chosenPath = PictureFile(QString::fromUtf8("写真 ü%1 \"x\".png"));
+    ASSERT_TRUE(RunEntry(kChannelMenuTexture));
+    const QString picture = chosenPath;
+    chosenPath = folder.filePath(QStringLiteral("saved.json"));
+    Run(kCmdSaveProjectAs);
+    ShaderProject project;
+    ASSERT_EQ(LoadProjectFile(chosenPath, project).status, ProjectFileStatus::Loaded);
+    const ChannelInput& channel = project.stages[kStageImage].channels[0];
+    EXPECT_EQ(channel.fileName, picture);
+    EXPECT_NE(channel.faces[0], nullptr);
+}
+
+TEST_F(ChannelPanelTest, ThumbnailsArePaintedByKind) {
+    const QImage unused = Shown();
+    chosenPath = PictureFile();
+    ASSERT_TRUE(RunEntry(kChannelMenuTexture));
+    EXPECT_EQ(Shown().pixelColor(9, 3), QColor(Qt::red)) << "upright, whatever the flip";
+    EXPECT_EQ(Shown().pixelColor(9, 70), QColor(Qt::blue));
+
+    std::vector<QImage> seen = {unused};
+    for (const int id : {102, 103, 104, 105, 129, 123, 128, 127}) {
+        ASSERT_TRUE(RunEntry(id));
+        const QImage shown = Shown();
+        for (const QImage& other : seen)
+            EXPECT_NE(shown, other) << id;
+        seen.push_back(shown);
+        EXPECT_EQ(shown.pixel(2, 2) == 0xffd3d3d3u, id <= 105) << id;
+    }
+    // A buffer channel that names no buffer has no letter.
+    ASSERT_TRUE(RunEntry(102));
+    Channel().sourceStage = kStageImage;
+    window->RefreshChannelPanel();
+    QImage blank(Shown().size(), QImage::Format_RGB32);
+    blank.fill(0xffd3d3d3u);
+    EXPECT_EQ(Shown().convertToFormat(QImage::Format_RGB32), blank);
+}
+
+TEST_F(ChannelPanelTest, TheTooltipIsMadeWhenItIsAskedFor) {
+    ASSERT_TRUE(RunEntry(kChannelMenuBufferA + 2));
+    const QPoint at = Thumbnail()->rect().center();
+    QHelpEvent event(QEvent::ToolTip, at, Thumbnail()->mapToGlobal(at));
+    QCoreApplication::sendEvent(Thumbnail(), &event);
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("Input to Image - Channel 0: Buffer\nSource: Buffer C"));
+    QToolTip::hideText();
+}
+
+class ChannelRunTest : public ChannelPanelTest {
+  protected:
+    void SetUp() override {
+        ChannelPanelTest::SetUp();
+        if (!App()) return;
+        if (!App()->openGlOk) GTEST_SKIP() << "no usable OpenGL on this display";
+        window->OpenOutputWindow();
+        Output().move(8, 40);
+        window->move(900, 20);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(App()->outputWindow));
+    }
+    static OutputWindow& Output() { return static_cast<OutputWindow&>(*App()->outputWindow); }
+    // The colour in the upper half of the output window.
+    static bool ShowsAbove(const QColor& colour) {
+        return PumpUntil([&] {
+            const QImage shot = Output().screen()->grabWindow(Output().View()->winId()).toImage();
+            return shot.pixelColor(shot.width() / 2, shot.height() / 4) == colour;
+        });
+    }
+    bool PlayUntilRunning() {
+        Run(kCmdPlay);
+        return PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); });
+    }
+};
+
+TEST_F(ChannelRunTest, FlipAndFilterReachTheRunningShaderAndItsFile) {
+    chosenPath = PictureFile();
+    ASSERT_TRUE(RunEntry(kChannelMenuTexture));
+    ReplaceText(
+        QStringLiteral("void mainImage(out vec4 c, in vec2 p) {\n"
+                       "  c = texture(iChannel0, p / iResolution.xy);\n}\n"));
+    ASSERT_TRUE(PlayUntilRunning());
+    ASSERT_TRUE(ShowsAbove(Qt::red));
+    static_cast<QCheckBox*>(Part("vflipCheck"))->click();
+    EXPECT_TRUE(ShowsAbove(Qt::blue));
+    Choose(Combo("filterCombo"), 0);
+    chosenPath = folder.filePath(QStringLiteral("running.json"));
+    Run(kCmdSaveProjectAs);
+    ShaderProject project;
+    ASSERT_EQ(LoadProjectFile(chosenPath, project).status, ProjectFileStatus::Loaded);
+    EXPECT_EQ(project.stages[kStageImage].channels[0].vflip, 0u);
+    EXPECT_EQ(project.stages[kStageImage].channels[0].filter, gl::kNearest);
+    // A new source waits for the next Play.
+    ASSERT_TRUE(RunEntry(kChannelMenuReset));
+    PumpFor(100);
+    EXPECT_TRUE(ShowsAbove(Qt::blue));
+}
+
+TEST_F(ChannelRunTest, PreviewsComeAndGoWithTheRun) {
+    AddStage(kStageBufferA);
+    AddStage(kStageBufferB);
+    SetDocumentText(App()->documents[kStageBufferA],
+                    QStringLiteral("void mainImage(out vec4 c, in vec2 p) { c = vec4(1, 0, 1, 1); }"));
+    ASSERT_TRUE(RunEntry(kChannelMenuBufferA));
+    const QImage letter = Shown();
+    Run(kCmdShowChannelBuffers);
+    ASSERT_TRUE(PlayUntilRunning());
+    const auto isLetter = [&] { return Shown() == letter; };
+    const auto isMagenta = [this] { return Shown().pixelColor(9, 9) == QColor(Qt::magenta); };
+    EXPECT_TRUE(PumpUntil(isMagenta));
+    Run(kCmdShowChannelBuffers);
+    EXPECT_TRUE(isLetter());
+    Run(kCmdShowChannelBuffers);
+    EXPECT_TRUE(PumpUntil(isMagenta));
+    // Another stage's channels are not those of Image.
+    SelectStage(kStageBufferB);
+    EXPECT_FALSE(Thumbnail()->HasPreview());
+    SelectStage(kStageImage);
+    EXPECT_TRUE(isLetter());
+    EXPECT_TRUE(PumpUntil(isMagenta));
+    Run(kCmdStop);
+    EXPECT_TRUE(isLetter());
+    PumpFor(50);
+    EXPECT_TRUE(isLetter()) << "a preview that was under way comes too late";
+}
+
+}  // namespace
+}  // namespace pixelgrove
