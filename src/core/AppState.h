@@ -43,10 +43,13 @@ struct StageDocument {
     std::vector<uint8_t> commentMap;  // one class byte per code unit: 0 code, 1 line comment, 2 block comment
     ErrorLineList errorLines;
     void (*onChange)(bool textChanged, bool spanHasControls) = nullptr;
-    // The editor's saved view.
+    // The editor's saved view, while viewSaved.
+    bool viewSaved = false;
     int caretPosition = 0;
     int anchorPosition = 0;
     int firstVisibleLine = 0;
+    int horizontalScroll = 0;  // in pixels
+    int zoomPercent = 100;
 };
 
 // The rates that fpsTarget may have.

@@ -48,7 +48,7 @@ JsonObject WriteInfoJson(const ShaderInfo& info);
 JsonObject WritePassJson(const ShaderStage& stage);
 JsonObject WriteInputJson(const ChannelInput& channel);
 
-// Writes the project's text in the code page; what the page lacks becomes '?'. False when the file can't be
+// Writes the project's text in the code page; what the page lacks is escaped. False when the file can't be
 // written, and then an old file stays.
 bool SaveProjectJson(const QString& path, const ShaderProject& project);
 

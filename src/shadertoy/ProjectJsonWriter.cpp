@@ -54,6 +54,22 @@ QString Truth(uint32_t value) {
     return value ? QStringLiteral("true") : QStringLiteral("false");
 }
 
+// The text with what the code page lacks written as JSON escapes, which every reader resolves: it can only
+// stand in strings. Names of local files would lead nowhere otherwise.
+QString WithEscapes(const QString& json) {
+    QString text;
+    text.reserve(json.size());
+    for (const QChar unit : json) {
+        const bool isLacking = unit.unicode() >= 0x80 && ToCodePage(QStringView(&unit, 1)) == "?";
+        if (isLacking) {
+            text += QStringLiteral("\\u%1").arg(uint(unit.unicode()), 4, 16, QChar(u'0'));
+        } else {
+            text += unit;
+        }
+    }
+    return text;
+}
+
 // Six decimals, whatever the process's locale.
 QString VersionText(float version) {
     char text[64];  // the largest float has 39 digits before the point
@@ -154,7 +170,7 @@ QString WriteProjectJson(const ShaderProject& project) {
 }
 
 bool SaveProjectJson(const QString& path, const ShaderProject& project) {
-    return WriteWholeFile(path, ToCodePage(WriteProjectJson(project)));
+    return WriteWholeFile(path, ToCodePage(WithEscapes(WriteProjectJson(project))));
 }
 
 }  // namespace pixelgrove

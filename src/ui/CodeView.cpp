@@ -1,28 +1,36 @@
+// The editor's view: documents and their saved places, marks, zoom, what the gutter needs.
 #include "ui/CodeView.h"
 
-#include <QKeyEvent>
-#include <QMimeData>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QWheelEvent>
 #include <algorithm>
 #include <set>
 
 #include "core/ProjectModel.h"
+#include "ui/text/Indentation.h"
 #include "windows/widgets/Theme.h"
 
 namespace pixelgrove {
 
 namespace {
 
-constexpr int kTabWidthColumns = 4;
+constexpr int kCaretWidthPixels = 2;
+constexpr int kErrorMarkAlpha = 70;  // the text above it stays readable
+constexpr int kZoomStep = 10;
+constexpr int kMinZoom = 20;
+constexpr int kMaxZoom = 500;
 
-// The document's plain text would turn no-break spaces into blanks; sources keep every character.
-QString TextOf(const QTextDocument& document) {
-    QString text = document.toRawText();
-    text.replace(QChar::ParagraphSeparator, u'\n');
-    text.replace(QChar::LineSeparator, u'\n');
-    return text;
-}
+// Colouring all of a longer text at once would take longer than its loading; it gets its colours as it is
+// seen.
+constexpr qsizetype kMaxColouredAtOnce = 4 << 20;
+
+// A page of its own, whatever the program's colours are: those of the words are made for white. The name is
+// that of the class, so that menus and scroll bars inside keep the program's look.
+const QString kStyle = QStringLiteral(
+    "pixelgrove--CodeView { background: white; color: black;"
+    " selection-background-color: #2f6fc4; selection-color: white; }");
 
 // A line separator would be a line break on screen without being a line of its own, and the lines that
 // messages name would be off.
@@ -32,68 +40,111 @@ QString WithoutLineSeparators(QString text) {
 
 }  // namespace
 
-CodeView::CodeView(QWidget* parent) : QPlainTextEdit(parent) {
+CodeView::CodeView(QWidget* parent) : QPlainTextEdit(parent), normalFont_(CodeFont()) {
     setLineWrapMode(QPlainTextEdit::NoWrap);
-    setFont(CodeFont());
+    setStyleSheet(kStyle);
+    setFont(normalFont_);
+    setCursorWidth(kCaretWidthPixels);
+    setUndoRedoEnabled(false);
+    viewport()->setMouseTracking(true);
     UpdateTabStop();
     connect(document(), &QTextDocument::contentsChange, this, &CodeView::OnContentsChange);
-    connect(this, &QPlainTextEdit::updateRequest, this, &CodeView::ViewChanged);
-    connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] {
-        if (shown_ && shown_->onChange) shown_->onChange(false, false);
-        Q_EMIT ViewChanged();
+    // Marks need the layout, which hears of a change only after the signal above.
+    connect(document(), &QTextDocument::contentsChanged, this, [this] {
+        if (marksAreStale_) RefreshErrorMarks();
     });
+    connect(this, &QPlainTextEdit::updateRequest, this, &CodeView::ViewChanged);
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, &CodeView::OnCaretMoved);
+    for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()}) {
+        const auto endScroll = [this] {
+            FlagRecolour();
+            viewport()->update();
+        };
+        connect(bar, &QScrollBar::sliderReleased, this, endScroll);
+        // The wheel moves the slider, which is not among these.
+        connect(bar, &QScrollBar::actionTriggered, this, [endScroll](int action) {
+            if (action != QAbstractSlider::SliderMove && action != QAbstractSlider::SliderNoAction)
+                endScroll();
+        });
+    }
+}
+
+void CodeView::SaveView(StageDocument& document) const {
+    document.caretPosition = textCursor().position();
+    document.anchorPosition = textCursor().anchor();
+    document.firstVisibleLine = firstVisibleBlock().blockNumber();
+    document.horizontalScroll = horizontalScrollBar()->value();
+    document.zoomPercent = zoomPercent_;
+    document.viewSaved = true;
 }
 
 void CodeView::LoadDocument(StageDocument& incoming) {
-    if (shown_ && shown_ == App()->currentDocument && shown_->hasText) {
-        shown_->caretPosition = textCursor().position();
-        shown_->anchorPosition = textCursor().anchor();
-        shown_->firstVisibleLine = firstVisibleBlock().blockNumber();
-    }
-    shown_ = nullptr;  // the swap is no edit
+    const StageDocument* current = App()->currentDocument;
+    if (shown_ && shown_ == current && shown_->hasText) SaveView(*shown_);
+    if (!current) incoming.viewSaved = false;
+    edit_ = Edit::Loading;
+    shown_ = nullptr;
+    hoveredLink_ = QTextCursor();
     setPlainText(WithoutLineSeparators(incoming.text));
-    const int end = document()->characterCount() - 1;
-    QTextCursor cursor(document());
-    cursor.setPosition(std::clamp(incoming.anchorPosition, 0, end));
-    cursor.setPosition(std::clamp(incoming.caretPosition, 0, end), QTextCursor::KeepAnchor);
-    setTextCursor(cursor);
-    verticalScrollBar()->setValue(std::max(0, incoming.firstVisibleLine));
-    horizontalScrollBar()->setValue(0);
+    setUndoRedoEnabled(false);  // a new text turns it on
+    history_.Clear();
     shown_ = &incoming;
+    mapIsCurrent_ = false;
+    const QString text = TextRange(0, document()->characterCount() - 1);
+    if (text != incoming.text) SetDocumentText(incoming, text);
+    const bool colourAll = incoming.text.size() <= kMaxColouredAtOnce;
+    if (colourAll) Recolour(0, -1);
+    // The first text of a project is no change of it.
+    needsRecolour_ = current || !colourAll;
+    reportPending_ = false;
+    reportsPaint_ = current || colourAll;
+    if (incoming.viewSaved) SetZoom(incoming.zoomPercent);
+    const int end = document()->characterCount() - 1;
+    Select(incoming.viewSaved ? std::clamp(incoming.anchorPosition, 0, end) : 0,
+           incoming.viewSaved ? std::clamp(incoming.caretPosition, 0, end) : 0);
+    verticalScrollBar()->setValue(incoming.viewSaved ? std::max(0, incoming.firstVisibleLine) : 0);
+    horizontalScrollBar()->setValue(incoming.viewSaved ? std::max(0, incoming.horizontalScroll) : 0);
+    edit_ = Edit::User;
     RefreshErrorMarks();
+    viewport()->update();
+}
+
+void CodeView::Forget() {
+    shown_ = nullptr;
+    history_.Clear();
+}
+
+void CodeView::OnCaretMoved() {
+    if (edit_ != Edit::Loading && shown_ && shown_->onChange) shown_->onChange(false, false);
     Q_EMIT ViewChanged();
 }
 
-bool CodeView::StoreText() {
-    if (!shown_) return false;
-    QString text = TextOf(*document());
-    if (text == shown_->text) return false;
-    SetDocumentText(*shown_, text);
-    return true;
-}
-
-void CodeView::OnContentsChange(int position, int, int added) {
-    if (!shown_ || !StoreText()) return;
-    bool spanHasControls = false;
-    const QTextBlock last = document()->findBlock(position + added);
-    for (QTextBlock block = document()->findBlock(position); block.isValid(); block = block.next()) {
-        const QString line = block.text();
-        spanHasControls |= line.contains(QLatin1String("uniform")) || line.contains(QLatin1String("#define"));
-        if (block == last) break;
-    }
-    RefreshErrorMarks();
-    if (shown_->onChange) shown_->onChange(true, spanHasControls);
+void CodeView::Select(int anchor, int position) {
+    QTextCursor cursor(document());
+    cursor.setPosition(anchor);
+    cursor.setPosition(position, QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
 }
 
 bool CodeView::IsErrorLine(int line) const {
     return shown_ && std::ranges::find(shown_->errorLines.lines, line) != shown_->errorLines.lines.end();
 }
 
+QColor CodeView::ErrorColour() const {
+    return FromBgr(shown_ ? shown_->errorLines.markerColour : ErrorLineList().markerColour);
+}
+
 void CodeView::RefreshErrorMarks() {
+    marksAreStale_ = false;
+    ShowMarks();
+    Q_EMIT ViewChanged();
+}
+
+void CodeView::ShowMarks() {
     QList<QTextEdit::ExtraSelection> marks;
     if (shown_) {
-        QColor ground = FromBgr(shown_->errorLines.markerColour);
-        ground.setAlpha(70);  // the text above it stays readable
+        QColor ground = ErrorColour();
+        ground.setAlpha(kErrorMarkAlpha);
         // A line with several errors is named several times, and translucent grounds would add up.
         for (int line : std::set<int>(shown_->errorLines.lines.begin(), shown_->errorLines.lines.end())) {
             const QTextBlock block = document()->findBlockByNumber(line - 1);
@@ -105,8 +156,13 @@ void CodeView::RefreshErrorMarks() {
             marks.append(mark);
         }
     }
-    setExtraSelections(marks);
-    Q_EMIT ViewChanged();
+    if (hoveredLink_.hasSelection()) {
+        QTextEdit::ExtraSelection mark;
+        mark.cursor = hoveredLink_;
+        mark.format.setFontUnderline(true);
+        marks.append(mark);
+    }
+    if (!marks.isEmpty() || !extraSelections().isEmpty()) setExtraSelections(marks);
 }
 
 int CodeView::FullyVisibleLineCount() const {
@@ -140,21 +196,29 @@ std::vector<CodeView::VisibleLine> CodeView::VisibleLines() const {
     return lines;
 }
 
-void CodeView::keyPressEvent(QKeyEvent* event) {
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
-        event->modifiers().testFlag(Qt::ShiftModifier)) {
-        textCursor().insertBlock();
-        ensureCursorVisible();
-        event->accept();
+void CodeView::wheelEvent(QWheelEvent* event) {
+    if (!event->modifiers().testFlag(Qt::ControlModifier)) {
+        QPlainTextEdit::wheelEvent(event);
         return;
     }
-    QPlainTextEdit::keyPressEvent(event);
+    // One step a turn, whatever the size of the delta.
+    if (const int delta = event->angleDelta().y(); delta != 0)
+        SetZoom(zoomPercent_ + (delta > 0 ? kZoomStep : -kZoomStep));
+    event->accept();
 }
 
-void CodeView::insertFromMimeData(const QMimeData* source) {
-    if (!source->hasText()) return;
-    textCursor().insertText(WithoutLineSeparators(source->text()));
-    ensureCursorVisible();
+void CodeView::SetZoom(int percent) {
+    percent = std::clamp(percent, kMinZoom, kMaxZoom);
+    if (percent == zoomPercent_) return;
+    zoomPercent_ = percent;
+    QFont font = normalFont_;
+    // Fonts have either size; the other one is negative.
+    if (font.pixelSize() > 0) {
+        font.setPixelSize(std::max(1, (font.pixelSize() * percent + 50) / 100));
+    } else {
+        font.setPointSizeF(font.pointSizeF() * percent / 100);
+    }
+    setFont(font);
 }
 
 void CodeView::resizeEvent(QResizeEvent* event) {
@@ -165,13 +229,15 @@ void CodeView::resizeEvent(QResizeEvent* event) {
 void CodeView::changeEvent(QEvent* event) {
     QPlainTextEdit::changeEvent(event);
     if (event->type() == QEvent::FontChange) {
+        // Somebody else's font is the new normal one.
+        if (zoomPercent_ == 100) normalFont_ = font();
         UpdateTabStop();
         Q_EMIT ViewChanged();
     }
 }
 
 void CodeView::UpdateTabStop() {
-    setTabStopDistance(QFontMetricsF(font()).horizontalAdvance(u' ') * kTabWidthColumns);
+    setTabStopDistance(QFontMetricsF(font()).horizontalAdvance(u' ') * kTabColumns);
 }
 
 }  // namespace pixelgrove

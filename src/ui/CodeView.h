@@ -1,15 +1,20 @@
-// CodeView: the editor. Shows one StageDocument at a time and keeps that document's text equal to what is
-// shown.
+// CodeView: the editor. Shows one StageDocument at a time, coloured, and keeps that document's text equal to
+// what is shown.
 //
 // The view holds the master copy of the shown text; each change goes into the document at once, so whoever
-// reads documents on the main thread never sees an old text. Caret and scroll are kept per document. Main
-// thread.
+// reads a document's text on the main thread never sees an old one. Only its comment map waits, for a
+// colouring pass or RefreshStageText. Colours are renewed for what is on screen, at the paint that follows an
+// event that may have changed them. Caret, scroll and zoom are kept per document. Main thread.
 #pragma once
 
 #include <QPlainTextEdit>
+#include <QUrl>
+#include <optional>
+#include <span>
 #include <vector>
 
 #include "core/AppState.h"
+#include "ui/text/UndoHistory.h"
 
 namespace pixelgrove {
 
@@ -17,19 +22,42 @@ class CodeView : public QPlainTextEdit {
     Q_OBJECT
 
   public:
+    // UTF-16 code units; what would pass this is refused whole.
+    static constexpr qsizetype kMaxTextLength = 67108864;
+
     explicit CodeView(QWidget* parent = nullptr);
 
     // Shows the document with its saved view. The view of the document shown before is saved into it, unless
-    // AppState::currentDocument no longer names it, which means that it was freed or replaced.
+    // AppState::currentDocument no longer names it, which means that it was freed or replaced. With no
+    // current document the incoming one is shown from its top, as the first of a project. Any other is
+    // reported to its onChange as changed once it was painted. Undo begins anew.
     void LoadDocument(StageDocument& document);
     // Stops following the shown document; the text stays on screen.
-    void Forget() { shown_ = nullptr; }
-    // Copies the text into the shown document; false when it was equal already, or nothing is shown.
-    bool StoreText();
+    void Forget();
+    // Brings the shown document's comment map up to its text. False when the text is empty or nothing is
+    // shown.
+    bool RefreshStageText();
+
+    // Takes the last step of the user back, or does it again; nothing without one. They stand in for the
+    // toolkit's own, whose history is off: that one knows no limit and no edits beside it.
+    void undo();
+    void redo();
+    bool CanUndo() const { return history_.CanUndo(); }
+    bool CanRedo() const { return history_.CanRedo(); }
+
+    // Indents each line of the selection by the braces of the whole text; see LineDepths. Not undone by undo.
+    void IndentSelection();
+    // Indents the lines by one tab, or unindents them by four columns; lines count from 0. Not undone by
+    // undo.
+    void IndentLines(int firstLine, int lastLine, bool indent);
+
+    // Of the normal size of the text, in percent.
+    int ZoomPercent() const { return zoomPercent_; }
 
     // Marks the document's errorLines.
     void RefreshErrorMarks();
     bool IsErrorLine(int line) const;
+    QColor ErrorColour() const;
 
     // Puts the caret at the start of the line (from 1; the last line for a number beyond it), scrolls only
     // when the line is out of view, and takes the focus.
@@ -50,19 +78,79 @@ class CodeView : public QPlainTextEdit {
   Q_SIGNALS:
     // The gutter's picture is out of date.
     void ViewChanged();
+    // An http or https address in the text was clicked, with Ctrl held.
+    void LinkActivated(const QUrl& url);
 
   protected:
+    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    QMimeData* createMimeDataFromSelection() const override;
+    bool canInsertFromMimeData(const QMimeData* source) const override;
     void insertFromMimeData(const QMimeData* source) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
   private:
+    // Whose the edit is that the document is about to report.
+    enum class Edit { User, Unrecorded, Replayed, Loading };
+    // In positions of the text before all edits of one call.
+    struct LineEdit {
+        int position;
+        int length;
+        QString text;
+    };
+
     void OnContentsChange(int position, int removed, int added);
+    void OnCaretMoved();
+    void TakeWholeText();
+    QString TextRange(int position, int length) const;
+    bool HasRoomFor(qsizetype length) const;
+    void Replay(const std::optional<UndoHistory::Change>& change);
+    void ApplyUnrecorded(std::span<const LineEdit> edits);
+    void Select(int anchor, int position);
+
+    void FlagRecolour() { needsRecolour_ = true; }
+    void FlagForKey(const QKeyEvent& event);
+    void RecolourVisible();
+    void Recolour(qsizetype start, qsizetype end);
+    void ReportPaintedChange();
+
+    void BreakLine();
+    void TabKey(bool indent);
+    void PrepareClosingBrace();
+
+    void SaveView(StageDocument& document) const;
+    void SetZoom(int percent);
     void UpdateTabStop();
     int FullyVisibleLineCount() const;
+    void ShowMarks();
+    void UpdateHoveredLink(const QPoint& at, Qt::KeyboardModifiers modifiers);
+    // Selects the address below the point; without a selection where there is none.
+    QTextCursor LinkCursorAt(const QPoint& at) const;
 
     StageDocument* shown_ = nullptr;
+    UndoHistory history_;
+    Edit edit_ = Edit::User;
+    bool mapIsCurrent_ = false;
+    bool marksAreStale_ = false;
+
+    bool needsRecolour_ = false;
+    bool colouringInProgress_ = false;
+    bool reportsPaint_ = false;  // off while a text that is no change waits for its first colours
+    bool reportPending_ = false;
+    bool controlWordsSeen_ = false;  // by the last colouring pass
+    bool autoIndentPending_ = false;
+
+    QFont normalFont_;
+    int zoomPercent_ = 100;
+    QTextCursor hoveredLink_;
+    QString pressedLink_;
 };
 
 }  // namespace pixelgrove

@@ -6,32 +6,38 @@
 #include <algorithm>
 
 #include "ui/CodeView.h"
-#include "windows/widgets/Theme.h"
 
 namespace pixelgrove {
 
 namespace {
 
 constexpr int kMinDigits = 3;
-constexpr int kLeftPadding = 8;
-constexpr int kRightPadding = 8;
+constexpr int kLeftPadding = 6;
+constexpr int kNumberRight = 8;  // the numbers end here, all from the right edge
+constexpr int kRuleRight = 6;    // the vertical rule
+constexpr int kGroundRight = 2;  // a row's ground ends here
 
-const QColor kErrorGround(255, 128, 128);
-const QColor kErrorText(0x40, 0x40, 0x40);
+const QColor kText(0x40, 0x40, 0x40);
+const QColor kGround(0xff, 0xff, 0xff);
 
 }  // namespace
 
 LineGutter::LineGutter(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 void LineGutter::Attach(CodeView& editor) {
     editor_ = &editor;
     connect(&editor, &CodeView::ViewChanged, this, [this] {
-        setFont(editor_->font());
+        const int lineHeight = std::max(3, editor_->fontMetrics().lineSpacing());
+        QFont wanted = editor_->font();
+        wanted.setPixelSize(lineHeight - 2);
+        if (wanted != font()) setFont(wanted);
         const int digits = std::max(kMinDigits, int(QString::number(editor_->blockCount()).size()));
-        if (digits != digits_) {
-            digits_ = digits;
+        const int wide = kLeftPadding + digits * fontMetrics().horizontalAdvance(u'0') + kNumberRight;
+        if (wide != width_) {
+            width_ = wide;
             updateGeometry();
         }
         update();
@@ -39,32 +45,29 @@ void LineGutter::Attach(CodeView& editor) {
 }
 
 QSize LineGutter::sizeHint() const {
-    const int digitWidth = fontMetrics().horizontalAdvance(u'0');
-    return {kLeftPadding + std::max(kMinDigits, digits_) * digitWidth + kRightPadding, 0};
+    return {width_, 0};
 }
 
 void LineGutter::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.fillRect(rect(), Theme().panel);
-    if (!editor_) return;
-    // The strip and the editor stand side by side, but the editor's text begins below its frame.
-    const int offset =
-        editor_->viewport()->mapTo(editor_->window(), QPoint()).y() - mapTo(window(), QPoint()).y();
-    const int caretLine = editor_->CaretLine();
-    for (const CodeView::VisibleLine& line : editor_->VisibleLines()) {
-        const QRect row(0, line.top + offset, width(), line.height);
-        QColor text = Theme().faintText;
-        if (editor_->IsErrorLine(line.line)) {
-            painter.fillRect(row.adjusted(0, 0, -2, 0), kErrorGround);
-            text = kErrorText;
-        } else if (line.line == caretLine) {
-            painter.fillRect(row.adjusted(0, 0, -2, 0), Theme().buttonHover);
-            text = Theme().text;
+    painter.fillRect(rect(), kGround);
+    if (editor_) {
+        // The strip and the editor stand side by side, but the editor's text begins below its frame.
+        const int offset =
+            editor_->viewport()->mapTo(editor_->window(), QPoint()).y() - mapTo(window(), QPoint()).y();
+        const int caretLine = editor_->CaretLine();
+        for (const CodeView::VisibleLine& line : editor_->VisibleLines()) {
+            const QRect row(0, line.top + offset, width(), line.height);
+            const bool isCaretLine = line.line == caretLine;
+            QColor ground = isCaretLine ? kText : kGround;
+            if (editor_->IsErrorLine(line.line)) ground = editor_->ErrorColour();
+            painter.fillRect(row.adjusted(0, 0, -kGroundRight, 0), ground);
+            painter.setPen(isCaretLine ? kGround : kText);
+            painter.drawText(row.adjusted(0, 0, -kNumberRight, 0), Qt::AlignRight | Qt::AlignVCenter,
+                             QString::number(line.line));
         }
-        painter.setPen(text);
-        painter.drawText(row.adjusted(0, 0, -kRightPadding, 0), Qt::AlignRight | Qt::AlignTop,
-                         QString::number(line.line));
     }
+    painter.fillRect(QRect(width() - kRuleRight, 0, 1, height()), Qt::black);
 }
 
 void LineGutter::wheelEvent(QWheelEvent* event) {

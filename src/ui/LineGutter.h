@@ -1,5 +1,5 @@
-// LineGutter: the strip of line numbers at the editor's left. Lines with errors stand on the marker colour,
-// the caret's line is inverted. Main thread.
+// LineGutter: the strip of line numbers at the editor's left, dark grey on white. Lines with errors stand on
+// their marker colour, the caret's line is inverted. Main thread.
 #pragma once
 
 #include <QWidget>
@@ -25,7 +25,7 @@ class LineGutter : public QWidget {
 
   private:
     CodeView* editor_ = nullptr;
-    int digits_ = 0;
+    int width_ = 0;  // wanted, in pixels
 };
 
 }  // namespace pixelgrove

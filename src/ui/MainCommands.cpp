@@ -97,6 +97,9 @@ void MainWindow::SendCommand(int id, intptr_t) {
         case kCmdEditSelectAll:
             form_->editor->selectAll();
             return;
+        case kCmdIndentSelection:
+            form_->editor->IndentSelection();
+            return;
         case kCmdFind:
         case kCmdReplace:
             find_.Open(id == kCmdReplace);

@@ -144,6 +144,8 @@ void MainWindow::ConnectControls() {
     }
     connect(form_->fpsTarget, &FpsField::Committed, this, [this] { SendCommand(kCmdFpsTarget, 0); });
     form_->stageButtons->runCommand = [this](int id) { SendCommand(id, 0); };
+    connect(form_->editor, &CodeView::LinkActivated, this,
+            [this](const QUrl& url) { projects_.dialogs.openUrl(url); });
     connect(form_->editor, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
         ShowEditorMenu(*form_->editor, form_->editor->viewport()->mapToGlobal(at));
     });

@@ -25,10 +25,8 @@ constexpr int kEditCommands[] = {kCmdEditUndo,  kCmdEditCut,    kCmdEditCopy,
                                  kCmdEditPaste, kCmdEditDelete, kCmdEditSelectAll};
 
 constexpr int kUnavailable[] = {
-    kCmdRecord,           kCmdInsertDefines,      kCmdLoadDefines,
-    kCmdCreateControl,    kCmdIndentSelection,    kCmdAbout,
-    kCmdLicense,          kCmdRecordingSettings,  kCmdLoadPalette,
-    kCmdShadertoyBrowser, kCmdAudioConfiguration,
+    kCmdRecord,  kCmdInsertDefines,     kCmdLoadDefines, kCmdCreateControl,    kCmdAbout,
+    kCmdLicense, kCmdRecordingSettings, kCmdLoadPalette, kCmdShadertoyBrowser, kCmdAudioConfiguration,
 };
 
 template <size_t N>

@@ -73,7 +73,7 @@ void Playback::ForgetErrors() {
 void Playback::Play() {
     AppState& app = *App();
     ForgetErrors();
-    form_.editor->StoreText();
+    form_.editor->RefreshStageText();
     app.paused = 0;
     app.recordFrameIndex = 1;
     app.host->RefreshStageTabs();

@@ -159,7 +159,7 @@ TEST_F(EditorMenuWindowTest, TheMenuIsForTheLineBelowTheMouse) {
         "1550 Undo\n-\n1553 Cut\n1552 Copy\n1551 Paste\n1554 Delete\n-\n1555 Select All\n-\n1556 Shader "
         "Help\n-\n"
         "(1557 Insert #defines in text)\n(1558 Load #defines from text)\n-\n(1580 Create Control)\n-\n"
-        "(1582 Indent Selection)";
+        "1582 Indent Selection";
     QMenu* menu = menuAt(1);
     ASSERT_NE(menu, nullptr);
     EXPECT_EQ(Describe(*menu), common);

@@ -1,0 +1,23 @@
+// Colours on an editor's text, as formats of the lines' layouts: they are no part of the document, so neither
+// undo nor the modified state knows of them, and they move with the lines that they are on. Main thread.
+#pragma once
+
+#include <vector>
+
+#include "ui/text/Colouring.h"
+
+class QTextDocument;
+
+namespace pixelgrove {
+
+// More coloured stretches than this one line doesn't get, the rest of it stays black: each costs its layout
+// time.
+constexpr qsizetype kMaxColoursPerLine = 2000;
+
+// Gives [start, end) of the document the colours of the spans, black where there is none; also what the last
+// span covers beyond end. Other text keeps the colours that it has. Lines whose colours change are laid out
+// anew and painted.
+void ApplyColours(QTextDocument& document, qsizetype start, qsizetype end,
+                  const std::vector<ColourSpan>& spans);
+
+}  // namespace pixelgrove
