@@ -70,4 +70,25 @@ void ApplyColours(QTextDocument& document, qsizetype start, qsizetype end,
     if (firstChanged >= 0) document.markContentsDirty(int(firstChanged), int(lastChanged - firstChanged));
 }
 
+void MoveColours(QTextDocument& document, int position, int removed, int added) {
+    const QTextBlock block = document.findBlock(position);
+    QTextLayout* layout = block.layout();
+    if (!layout || !layout->preeditAreaText().isEmpty()) return;
+    const int from = position - block.position();
+    const auto moved = [&](int column) {
+        if (column >= from + removed) return column + added - removed;
+        return std::min(column, from);
+    };
+    const Formats old = layout->formats();
+    Formats formats;
+    for (const QTextLayout::FormatRange& range : old) {
+        const int start = moved(range.start);
+        const int behind = range.start + range.length;
+        // What comes right behind a stretch is not of it.
+        const int end = behind == from ? behind : moved(behind);
+        if (start < end) formats.append({start, end - start, range.format});
+    }
+    if (formats != old) layout->setFormats(formats);
+}
+
 }  // namespace pixelgrove

@@ -20,4 +20,9 @@ constexpr qsizetype kMaxColoursPerLine = 2000;
 void ApplyColours(QTextDocument& document, qsizetype start, qsizetype end,
                   const std::vector<ColourSpan>& spans);
 
+// Moves the colours of one line with its text when an edit inside it put added code units in the place of
+// removed ones, so that laying the line out once is enough in most cases. From contentsChange, before the
+// layout hears of the edit.
+void MoveColours(QTextDocument& document, int position, int removed, int added);
+
 }  // namespace pixelgrove

@@ -188,10 +188,12 @@ QString CodeView::CaretStatus() const {
 
 std::vector<CodeView::VisibleLine> CodeView::VisibleLines() const {
     std::vector<VisibleLine> lines;
+    const int lineHeight = fontMetrics().lineSpacing();
     for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
         const QRectF area = blockBoundingGeometry(block).translated(contentOffset());
         if (area.top() >= viewport()->height()) break;
-        lines.push_back({block.blockNumber() + 1, int(area.top()), int(area.height())});
+        // The last line's area also has the margin below the text.
+        lines.push_back({block.blockNumber() + 1, int(area.top()), std::min(int(area.height()), lineHeight)});
     }
     return lines;
 }

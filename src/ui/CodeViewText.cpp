@@ -4,6 +4,7 @@
 #include <QTextBlock>
 #include <algorithm>
 
+#include "ui/CodeHighlight.h"
 #include "ui/CodeView.h"
 #include "ui/text/Indentation.h"
 
@@ -55,6 +56,8 @@ void CodeView::OnContentsChange(int position, int removed, int added) {
         if (gone.isEmpty() && come.isEmpty()) return;
         text.replace(position + same, gone.size(), come.data(), come.size());
         if (edit_ == Edit::User) history_.Record(position + same, gone, come);
+        if (!gone.contains(u'\n') && !come.contains(u'\n'))
+            MoveColours(*document(), int(position + same), int(gone.size()), int(come.size()));
     }
     shown_->length = uint32_t(text.size());
     shown_->allocated = shown_->length;
@@ -115,7 +118,10 @@ void CodeView::ApplyUnrecorded(std::span<const LineEdit> edits) {
 }
 
 void CodeView::IndentLines(int firstLine, int lastLine, bool indent) {
-    const QTextCursor before = textCursor();
+    // A cursor would move with the edits.
+    const int start = textCursor().selectionStart();
+    const int end = textCursor().selectionEnd();
+    const bool isForward = textCursor().position() == end;
     const int top = verticalScrollBar()->value();
     const int left = horizontalScrollBar()->value();
     std::vector<LineEdit> edits;
@@ -139,10 +145,8 @@ void CodeView::IndentLines(int firstLine, int lastLine, bool indent) {
         growth += int(unindented.size() - line.size());
     }
     ApplyUnrecorded(edits);
-    const int start = before.selectionStart();
-    const int end = std::clamp(before.selectionEnd() + growth, start, document()->characterCount() - 1);
-    const bool isForward = before.position() >= before.anchor();
-    Select(isForward ? start : end, isForward ? end : start);
+    const int grownEnd = std::clamp(end + growth, start, document()->characterCount() - 1);
+    Select(isForward ? start : grownEnd, isForward ? grownEnd : start);
     verticalScrollBar()->setValue(top);
     horizontalScrollBar()->setValue(left);
 }

@@ -237,6 +237,8 @@ bool FrameDialog::Exec() {
     if (!self) return false;
     loop_ = nullptr;
     hide();
+    // Not every window manager gives the focus back by itself.
+    if (QWidget* owner = parentWidget(); owner && owner->isVisible()) owner->activateWindow();
     return accepted_;
 }
 

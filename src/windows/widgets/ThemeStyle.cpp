@@ -391,6 +391,9 @@ QSize ThemeStyle::sizeFromContents(ContentsType type, const QStyleOption* option
         return contents + QSize(12 + menu, 9);
     }
     if (type == CT_ComboBox) return contents + QSize(2 * kSidePadding + kMaxArrowColumn + 4, 6);
+    // The rows of an opened combo box would touch each other.
+    if (type == CT_ItemViewItem && widget && widget->inherits("QComboBoxListView"))
+        return QProxyStyle::sizeFromContents(type, option, contents, widget) + QSize(0, 6);
     return QProxyStyle::sizeFromContents(type, option, contents, widget);
 }
 

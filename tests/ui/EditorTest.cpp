@@ -1,0 +1,413 @@
+// The code editor in the main window: colours, undo, indentation, what counts as a change, saved views,
+// links, and texts that are too large or too strange for haste.
+#include <QClipboard>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextLayout>
+#include <QWheelEvent>
+#include <random>
+
+#include "WindowFixture.h"
+#include "ui/LineGutter.h"
+#include "ui/text/GlslWords.h"
+#include "windows/widgets/Theme.h"
+
+namespace pixelgrove {
+namespace {
+
+QString Latin(const char* text) {
+    return QString::fromLatin1(text);
+}
+
+class EditorTest : public WindowTest {
+  protected:
+    // Whatever waits for a paint of the text happens.
+    void Paint() const {
+        Editor()->viewport()->repaint();
+        QCoreApplication::processEvents();
+    }
+    void SetUp() override {
+        WindowTest::SetUp();
+        if (App()) Paint();
+    }
+    void Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
+        QTest::keyClick(Editor(), Qt::Key(key), modifiers);
+    }
+    void Type(const QString& text) const { QTest::keyClicks(Editor(), text); }
+    void Paste(const QString& text) const {
+        QApplication::clipboard()->setText(text);
+        Run(kCmdEditPaste);
+    }
+    void Load(const QString& text) const {
+        ReplaceText(text);
+        Editor()->moveCursor(QTextCursor::Start);
+        Paint();
+    }
+    void SelectRange(int anchor, int position) const {
+        QTextCursor cursor(Editor()->document());
+        cursor.setPosition(anchor);
+        cursor.setPosition(position, QTextCursor::KeepAnchor);
+        Editor()->setTextCursor(cursor);
+    }
+    const QString& Stored() const { return App()->currentDocument->text; }
+    // The stretches of a line (from 0) that have the colour.
+    QStringList Coloured(int line, uint32_t colour) const {
+        const QTextBlock block = Editor()->document()->findBlockByNumber(line);
+        QStringList found;
+        for (const QTextLayout::FormatRange& range : block.layout()->formats())
+            if (range.format.foreground().color() == FromBgr(colour))
+                found.append(block.text().mid(range.start, range.length));
+        return found;
+    }
+    void Wheel(Qt::KeyboardModifiers modifiers, int delta) const {
+        const QPointF at(20, 20);
+        QWheelEvent event(at, Editor()->viewport()->mapToGlobal(at), {}, {0, delta}, Qt::NoButton, modifiers,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(Editor()->viewport(), &event);
+    }
+    // What the title and the prompt hear of; the mark is taken off first.
+    bool MarksChangeAtPaint(const std::function<void()>& act) const {
+        shaderModified = false;
+        act();
+        Paint();
+        return shaderModified;
+    }
+};
+
+using namespace word_colours;
+
+TEST_F(EditorTest, UndoAfterManyColouringsTakesBackTheUsersEditAlone) {
+    Load(Latin("int a; // b\n"));
+    const QString before = Stored();
+    Type(Latin("vec2 "));
+    for (int i = 0; i < 200; ++i) {
+        Key(Qt::Key_End);
+        Paint();
+    }
+    EXPECT_EQ(Coloured(0, kType), QStringList({Latin("vec2"), Latin("int")}));
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Stored(), before);
+    Paint();
+    EXPECT_EQ(Coloured(0, kType), QStringList(Latin("int")));
+    EXPECT_EQ(Coloured(0, kComment), QStringList(Latin("// b")));
+    Key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(Stored(), Latin("vec2 ") + before);
+    Run(kCmdEditUndo);
+    EXPECT_EQ(Stored(), before);
+    Key(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(Stored(), Latin("vec2 ") + before);
+}
+
+TEST_F(EditorTest, UndoGoesBackAHundredSteps) {
+    Load(QString());
+    for (int i = 0; i < 120; ++i)
+        Paste(QStringLiteral("%1\n").arg(i));
+    for (int i = 0; i < 200; ++i)
+        Run(kCmdEditUndo);
+    EXPECT_EQ(Editor()->blockCount(), 21) << "20 lines and the empty last one are left";
+    while (Editor()->CanRedo())
+        Editor()->redo();
+    EXPECT_TRUE(Stored().endsWith(Latin("\n119\n")));
+}
+
+TEST_F(EditorTest, OnlyWhatIsOnScreenIsColouredAnew) {
+    Load(Latin("int a;\n").repeated(400));
+    EXPECT_EQ(Coloured(0, kType), QStringList(Latin("int")));
+    EXPECT_TRUE(Coloured(350, kType).isEmpty()) << "nobody has seen it yet";
+    auto* bar = Editor()->verticalScrollBar();
+    for (int i = 0; i < 200; ++i)
+        Wheel(Qt::NoModifier, -120);
+    Paint();
+    EXPECT_EQ(bar->value(), bar->maximum());
+    EXPECT_TRUE(Coloured(399, kType).isEmpty()) << "the wheel colours nothing";
+    bar->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    Paint();
+    EXPECT_EQ(Coloured(399, kType), QStringList(Latin("int")));
+    EXPECT_TRUE(Coloured(200, kType).isEmpty());
+
+    // A comment that is opened on screen reaches to its end, wherever that is.
+    Editor()->moveCursor(QTextCursor::Start);
+    Type(Latin("/*"));
+    Paint();
+    EXPECT_EQ(Coloured(200, kComment), QStringList(Latin("int a;")));
+    EXPECT_TRUE(Coloured(0, kType).isEmpty());
+    // The text of a stage that is shown again has all its colours at once.
+    AddStage(kStageCommon);
+    SelectStage(kStageCommon);
+    SelectStage(kStageImage);
+    Key(Qt::Key_Home, Qt::ControlModifier);
+    Key(Qt::Key_Delete);
+    Paint();
+    EXPECT_EQ(Coloured(0, kFunction), QStringList());
+    EXPECT_EQ(Coloured(0, kType), QStringList(Latin("int")));
+    EXPECT_EQ(Coloured(350, kComment), QStringList(Latin("int a;"))) << "out of sight colours stay";
+}
+
+TEST_F(EditorTest, AChangeIsMarkedByThePaintThatColours) {
+    Load(Latin("int a;\n").repeated(400));
+    Editor()->GoToLine(3);
+    Key(Qt::Key_Escape);
+    Paint();
+    const std::pair<int, bool> keys[] = {
+        {Qt::Key_Left, false},  {Qt::Key_Up, false},      {Qt::Key_Right, true},
+        {Qt::Key_Down, true},   {Qt::Key_Home, true},     {Qt::Key_End, true},
+        {Qt::Key_PageUp, true}, {Qt::Key_PageDown, true}, {Qt::Key_Shift, false}};
+    for (const auto& [key, marks] : keys)
+        EXPECT_EQ(MarksChangeAtPaint([this, k = key] { Key(k); }), marks) << key;
+    EXPECT_FALSE(MarksChangeAtPaint([this] { Wheel(Qt::NoModifier, -120); }));
+    EXPECT_FALSE(MarksChangeAtPaint(
+        [this] { QTest::mouseClick(Editor()->viewport(), Qt::LeftButton, {}, QPoint(30, 30)); }));
+    EXPECT_TRUE(MarksChangeAtPaint([this] { Type(Latin("x")); }));
+    EXPECT_TRUE(MarksChangeAtPaint([this] { Run(kCmdEditUndo); }));
+    AddStage(kStageCommon);
+    EXPECT_TRUE(MarksChangeAtPaint([] { SelectStage(kStageCommon); }));
+
+    // An edit is marked without waiting for a paint that may never come.
+    shaderModified = false;
+    Type(Latin("x"));
+    EXPECT_TRUE(shaderModified);
+
+    // The first text of a project is none.
+    shaderModified = false;
+    EXPECT_FALSE(MarksChangeAtPaint([this] { Run(kCmdNew); }));
+    chosenPath = FileWith(kTwoStageProject);
+    EXPECT_FALSE(MarksChangeAtPaint([this] { Run(kCmdOpenProject); }));
+}
+
+TEST_F(EditorTest, KeysThatIndent) {
+    Load(QString());
+    Type(Latin("{"));
+    Key(Qt::Key_Return);
+    EXPECT_EQ(Stored(), Latin("{\n\t"));
+    Type(Latin("a {"));
+    Key(Qt::Key_Enter);
+    EXPECT_EQ(Stored(), Latin("{\n\ta {\n\t\t"));
+    Type(Latin("b}"));
+    EXPECT_EQ(Stored(), Latin("{\n\ta {\n\t\tb}")) << "behind other text a brace is only a brace";
+    Key(Qt::Key_Return, Qt::ShiftModifier);
+    Type(Latin("}"));
+    EXPECT_EQ(Stored(), Latin("{\n\ta {\n\t\tb}\n}"));
+    Key(Qt::Key_Tab);
+    Type(Latin("}"));
+    EXPECT_TRUE(Stored().endsWith(Latin("\n}\t}"))) << "one Enter, one brace";
+
+    // The indentation is no step of undo.
+    Load(Latin("\tx"));
+    Key(Qt::Key_End);
+    Key(Qt::Key_Return);
+    Type(Latin("y"));
+    EXPECT_EQ(Stored(), Latin("\tx\n\ty"));
+    Run(kCmdEditUndo);
+    Run(kCmdEditUndo);
+    EXPECT_EQ(Stored(), Latin("\tx\t"));
+}
+
+TEST_F(EditorTest, TabsMoveTheSelectedLines) {
+    Load(Latin("a\n\tb\n\nc\n"));
+    SelectRange(1, 6);  // ends at the start of the line with c
+    Key(Qt::Key_Tab);
+    EXPECT_EQ(Stored(), Latin("\ta\n\t\tb\n\t\n\tc\n"));
+    EXPECT_EQ(Editor()->textCursor().selectionStart(), 1);
+    EXPECT_EQ(Editor()->textCursor().selectionEnd(), 10);
+    Key(Qt::Key_Tab, Qt::ShiftModifier);
+    EXPECT_EQ(Stored(), Latin("a\n    b\n\nc\n"));
+    Editor()->selectAll();
+    Key(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(Stored(), Latin("a\nb\n\nc\n"));
+    Run(kCmdEditUndo);
+    EXPECT_NE(Stored(), Latin("a\n    b\n\nc\n")) << "none of it is undone by itself";
+}
+
+TEST_F(EditorTest, IndentSelectionFollowsTheBraces) {
+    const QString text = Latin("void f()\n{\nif (a) {\n      b;\n} else {\n/* {\n x */ c;\n#d\n}\n}\n\nend");
+    Load(text);
+    Run(kCmdIndentSelection);
+    EXPECT_EQ(Stored(), text) << "nothing is selected";
+    Editor()->selectAll();
+    Run(kCmdIndentSelection);
+    EXPECT_EQ(Stored(),
+              Latin("void f()\n{\n\tif (a) {\n\t\tb;\n\t} else {\n/* {\n\t\tx */ c;\n#d\n\t}\n}\n\nend"));
+    EXPECT_EQ(Editor()->textCursor().selectionEnd(), Stored().size());
+    const QString indented = Stored();
+    Editor()->moveCursor(QTextCursor::End);
+    Type(Latin("!"));
+    Run(kCmdEditUndo);
+    EXPECT_EQ(Stored(), indented);
+    Run(kCmdEditUndo);
+    EXPECT_TRUE(Stored() != text) << "undo knows nothing of it";
+}
+
+TEST_F(EditorTest, ViewsAreKeptForEachStage) {
+    AddStage(kStageCommon);
+    Load(Latin("int abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz"
+               "abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz;\n")
+             .repeated(300));
+    const int normal = Editor()->fontMetrics().height();
+    for (int i = 0; i < 5; ++i)
+        Wheel(Qt::ControlModifier, 120);
+    EXPECT_EQ(Editor()->ZoomPercent(), 150);
+    EXPECT_GT(Editor()->fontMetrics().height(), normal);
+    Editor()->GoToLine(200);
+    QTextCursor cursor = Editor()->textCursor();
+    cursor.movePosition(QTextCursor::EndOfLine, QTextCursor::KeepAnchor);
+    Editor()->setTextCursor(cursor);
+    const int start = cursor.selectionStart();
+    const int end = cursor.selectionEnd();
+    const int top = Editor()->verticalScrollBar()->value();
+    const int left = Editor()->horizontalScrollBar()->value();
+    ASSERT_GT(left, 0);
+
+    SelectStage(kStageCommon);
+    EXPECT_EQ(Editor()->ZoomPercent(), 150) << "a stage that was never left takes the zoom as it is";
+    EXPECT_EQ(Editor()->textCursor().position(), 0);
+    Wheel(Qt::ControlModifier, -120);
+    SelectStage(kStageImage);
+    EXPECT_EQ(Editor()->ZoomPercent(), 150);
+    EXPECT_EQ(Editor()->textCursor().selectionStart(), start);
+    EXPECT_EQ(Editor()->textCursor().selectionEnd(), end);
+    EXPECT_EQ(Editor()->verticalScrollBar()->value(), top);
+    EXPECT_EQ(Editor()->horizontalScrollBar()->value(), left);
+    EXPECT_FALSE(Editor()->CanUndo()) << "undo is for the text that is shown";
+    SelectStage(kStageCommon);
+    EXPECT_EQ(Editor()->ZoomPercent(), 140);
+    for (int i = 0; i < 100; ++i)
+        Wheel(Qt::ControlModifier, -120);
+    EXPECT_EQ(Editor()->ZoomPercent(), 20);
+}
+
+TEST_F(EditorTest, LinksOpenByCtrlAndClick) {
+    Load(Latin("// https://example.org/x?y=1, and\nint a;\n"));
+    QTextCursor inside(Editor()->document());
+    inside.setPosition(10);
+    const QPoint at = Editor()->cursorRect(inside).center();
+    QTest::mouseClick(Editor()->viewport(), Qt::LeftButton, {}, at);
+    EXPECT_TRUE(opened.isEmpty());
+    EXPECT_EQ(Editor()->textCursor().position(), 10) << "without Ctrl the click sets the caret";
+    Key(Qt::Key_Home);
+    QTest::mouseMove(Editor()->viewport(), at + QPoint(3, 0));
+    QTest::mouseClick(Editor()->viewport(), Qt::LeftButton, Qt::ControlModifier, at);
+    EXPECT_EQ(opened, QStringList(Latin("https://example.org/x?y=1")));
+    EXPECT_EQ(Editor()->textCursor().position(), 0);
+    inside.setPosition(36);
+    QTest::mouseClick(Editor()->viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      Editor()->cursorRect(inside).center());
+    EXPECT_EQ(opened.size(), 1);
+}
+
+TEST_F(EditorTest, TheGutterShowsLinesCaretAndErrors) {
+    Load(Latin("a\nb\nc\nd"));
+    App()->currentDocument->errorLines.lines = {3, 3};
+    Editor()->RefreshErrorMarks();
+    Editor()->GoToLine(2);
+    auto* gutter = Control<LineGutter>("lineGutter");
+    const QImage picture = gutter->grab().toImage();
+    const auto lines = Editor()->VisibleLines();
+    ASSERT_EQ(lines.size(), 4u);
+    const int shift =
+        Editor()->viewport()->mapTo(window.get(), QPoint()).y() - gutter->mapTo(window.get(), QPoint()).y();
+    const auto ground = [&](size_t line) {
+        return picture.pixelColor(1, lines[line].top + shift + lines[line].height / 2).name();
+    };
+    EXPECT_EQ(ground(0), Latin("#ffffff"));
+    EXPECT_EQ(ground(1), Latin("#404040"));
+    EXPECT_EQ(ground(2), Latin("#ff8080"));
+    EXPECT_EQ(picture.pixelColor(picture.width() - 6, 5).name(), Latin("#000000"));
+    EXPECT_EQ(picture.pixelColor(picture.width() - 1, lines[1].top + shift + 2).name(), Latin("#ffffff"));
+    EXPECT_EQ(Editor()->viewport()->grab().toImage().pixelColor(Editor()->viewport()->width() - 3, 3).name(),
+              Latin("#ffffff"))
+        << "dark words need a white page";
+}
+
+TEST_F(EditorTest, TextsBeyondTheLimitAreRefused) {
+    Load(Latin("kept"));
+    Paste(QString(CodeView::kMaxTextLength - 3, u'x'));
+    EXPECT_EQ(Stored(), Latin("kept"));
+    auto* picture = new QMimeData;
+    picture->setData(Latin("image/png"), "no text");
+    QApplication::clipboard()->setMimeData(picture);
+    Run(kCmdEditPaste);
+    EXPECT_EQ(Stored(), Latin("kept"));
+    QApplication::clipboard()->clear();
+}
+
+TEST_F(EditorTest, HardTextsAreTakenAndGivenBack) {
+    const QString before = Latin("int a;\n");
+    const QString rows[] = {
+        Latin("    vec4 a = texture(iChannel0, uv); // b\n").repeated(120000),
+        QString(100000, QChar(0)),
+        Latin("vec4 a = texture(iChannel0, uv * 3.0); ").repeated(26000),
+        Latin("/* ").repeated(100000),
+        Latin("/*\n").repeated(100000),
+    };
+    for (const QString& text : rows) {
+        Load(before);
+        QElapsedTimer timer;
+        timer.start();
+        Paste(text);
+        Paint();
+        Type(Latin("x"));
+        Paint();
+        EXPECT_EQ(Stored(), text + u'x' + before);
+        Run(kCmdEditUndo);
+        Run(kCmdEditUndo);
+        Paint();
+        EXPECT_EQ(Stored(), before);
+        // Far above what it takes, and far below what a quadratic step would.
+        EXPECT_LT(timer.elapsed(), 15000) << text.left(40).toStdString();
+    }
+}
+
+// The stored text is kept by its changes; whatever is done to the editor, it is what stands there.
+TEST_F(EditorTest, TheStoredTextFollowsEveryEdit) {
+    std::mt19937 random(11);
+    const auto below = [&random](int limit) { return int(random() % unsigned(limit)); };
+    Load(Latin("void main() {\n\tint a;\n}\n"));
+    const QString pieces[] = {
+        Latin("x"),          Latin("\n"),       Latin("{\n\t}"), Latin("\r\n"),
+        Latin("\xA0\xE9/*"), QString(QChar(0)), Latin("*/"),     Latin("uniform int\n\n")};
+    for (int i = 0; i < 1500; ++i) {
+        const int length = Editor()->document()->characterCount() - 1;
+        SelectRange(below(length + 1), below(3) ? Editor()->textCursor().anchor() : below(length + 1));
+        switch (below(11)) {
+            case 0:
+                Key(Qt::Key_Return);
+                break;
+            case 1:
+                Key(Qt::Key_Backspace);
+                break;
+            case 2:
+                Key(Qt::Key_Delete, below(2) ? Qt::ControlModifier : Qt::NoModifier);
+                break;
+            case 3:
+                Key(Qt::Key_Tab, below(2) ? Qt::ShiftModifier : Qt::NoModifier);
+                break;
+            case 4:
+            case 5:
+                Run(kCmdEditUndo);
+                break;
+            case 6:
+                Editor()->redo();
+                break;
+            case 7:
+                Run(kCmdIndentSelection);
+                break;
+            case 8:
+                Type(Latin("}"));
+                break;
+            default:
+                Paste(pieces[below(int(std::size(pieces)))]);
+                break;
+        }
+        if (i % 50 == 0) Paint();
+        QString shown = Editor()->document()->toRawText();
+        shown.replace(QChar::ParagraphSeparator, u'\n');
+        ASSERT_EQ(Stored(), shown) << "edit " << i;
+        ASSERT_EQ(App()->currentDocument->length, uint32_t(shown.size()));
+    }
+    EXPECT_TRUE(Editor()->RefreshStageText());
+    EXPECT_EQ(App()->currentDocument->commentMap, BuildCommentMap(Stored()));
+}
+
+}  // namespace
+}  // namespace pixelgrove
