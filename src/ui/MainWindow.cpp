@@ -179,8 +179,9 @@ void MainWindow::ProbeOutput() {
     AppState& app = *App();
     const std::shared_ptr<OutputSurface> probe = CreateOffscreenOutput({1, 1});
     app.openGlOk = probe && ProbeOpenGl(*probe);
-    form_->openGlVersionText->setText(QStringLiteral("OpenGL v") +
-                                      QString::fromStdString(OpenGlVersionText()));
+    const QString version = QStringLiteral("OpenGL v") + QString::fromStdString(OpenGlVersionText());
+    form_->openGlVersionText->setText(version);
+    form_->openGlVersionText->setToolTip(version);  // a driver's text may be longer than the field
     form_->openGlFeaturesText->setText(app.openGlOk ? QStringLiteral("All features available")
                                                     : QStringLiteral("Unsupported OpenGL version"));
 }

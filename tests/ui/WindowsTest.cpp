@@ -132,7 +132,9 @@ TEST_F(WindowsTest, TheFormScalesAndCutsNothing) {
              window->Client()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
             const std::string name = control->objectName().toStdString() + " at " + std::to_string(scale);
             EXPECT_TRUE(form.contains(control->geometry())) << name;
-            EXPECT_LE(TextWidth(*control), control->width()) << name;
+            // That one is the driver's text, as long as the driver likes.
+            if (control->objectName() != QStringLiteral("openGlVersionText"))
+                EXPECT_LE(TextWidth(*control), control->width()) << name;
             EXPECT_LE(control->fontMetrics().height(), control->height()) << name;
         }
     }
