@@ -368,9 +368,9 @@ void MainWindow::dropEvent(QDropEvent* event) {
         this, [this, paths] { projects_.DropFiles(paths); }, Qt::QueuedConnection);
 }
 
-// On the form beside its controls.
+// On the form beside its controls; those that have no use for a press let it through to here.
 void MainWindow::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::RightButton && Client()->geometry().contains(event->pos()))
+    if (event->button() == Qt::RightButton && childAt(event->pos()) == Client())
         ShowEditorMenu(*form_->editor, event->globalPosition().toPoint());
     FrameWindow::mousePressEvent(event);
 }

@@ -157,6 +157,15 @@ TEST_F(WindowsTest, TheWheelSizesTheTreesFont) {
     EXPECT_EQ(turn(-1, Qt::ControlModifier), size);
 }
 
+TEST_F(WindowsTest, ARightPressBesideTheControlsGivesTheEditorMenu) {
+    const auto menus = [this] { return Editor()->findChildren<QMenu*>(QStringLiteral("editorMenu")).size(); };
+    QTest::mousePress(Editor()->viewport(), Qt::RightButton);
+    EXPECT_EQ(menus(), 0) << "the editor's own event makes it there";
+    QTest::mousePress(window->Client(), Qt::RightButton, {}, QPoint(3, 3));
+    ASSERT_EQ(menus(), 1);
+    Editor()->findChild<QMenu*>(QStringLiteral("editorMenu"))->close();
+}
+
 TEST_F(WindowsTest, FilesDroppedOnTheEditorAreLoaded) {
     const QString path = FileWith("// dropped\n");
     const QString source = path.chopped(5) + QStringLiteral(".glsl");
