@@ -112,39 +112,5 @@ TEST_F(OtherProgram, SeesThePictureOfAPpmOnlyForTightRowsOfThreeBytes) {
     EXPECT_EQ(Decode("frame.ppm"), memory);
 }
 
-TEST_F(OtherProgram, WritesWhatIsLoadedHere) {
-    const auto bitmap = PatternBitmap(12, 9, 24, false, false);
-    const struct {
-        const char* coder;
-        QStringList options;
-        int tolerance = 0;
-    } cases[] = {{"png24", {}},
-                 {"png48", {}},
-                 {"png", {QStringLiteral("-interlace"), QStringLiteral("line")}},
-                 {"png8", {}},
-                 {"bmp", {}},
-                 {"bmp3", {}},
-                 {"tiff", {QStringLiteral("-compress"), QStringLiteral("lzw")}},
-                 {"tiff", {QStringLiteral("-compress"), QStringLiteral("none")}},
-                 {"gif", {QStringLiteral("-interlace"), QStringLiteral("line")}},
-                 {"ppm", {}},
-                 {"jpeg",
-                  {QStringLiteral("-quality"), QStringLiteral("100"), QStringLiteral("-sampling-factor"),
-                   QStringLiteral("1x1")},
-                  6}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.coder << ' ' << c.options.value(1).toStdString());
-        const QStringList arguments =
-            QStringList{QStringLiteral("-size"), QStringLiteral("12x9"), QStringLiteral("-depth"),
-                        QStringLiteral("8"), QStringLiteral("rgb:-")} +
-            c.options + QStringList{QString::fromLatin1(c.coder) + u':' + Path("made")};
-        Run(arguments, RgbOf(*bitmap));
-        const BitmapRef loaded = LoadImageFile(Path("made"));
-        ASSERT_TRUE(loaded);
-        EXPECT_LE(LargestDifference(RgbOf(*loaded), RgbOf(*bitmap)), c.tolerance);
-        EXPECT_TRUE(QFile::remove(Path("made")));
-    }
-}
-
 }  // namespace
 }  // namespace pixelgrove

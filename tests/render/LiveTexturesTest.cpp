@@ -137,39 +137,5 @@ TEST_F(Webcam, ScalesAFixedAreaOfEveryPictureToTheTexture) {
     EXPECT_EQ(LatestCameraPicture(), nullptr);
 }
 
-TEST(LiveTextures, ThePaletteRowFollowsItsTable) {
-    Engine engine;
-    engine.SetText(kStageImage, "void mainImage(out vec4 c, in vec2 p) { c = vec4(1); }");
-    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
-    PaletteTable& table = App()->palette;
-    const auto shown = [&] {
-        engine.Draw(1);
-        std::vector<uint32_t> colours;
-        const GLuint name = engine.Context().paletteTexture;
-        if (name == 0) return colours;
-        GLint width = 0;
-        glBindTexture(GL_TEXTURE_2D, name);
-        glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
-        colours.resize(size_t(width));
-        glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, colours.data());
-        return colours;
-    };
-    const auto change = [&](const std::vector<uint32_t>& colours) {
-        const std::lock_guard hold(table.lock);
-        std::ranges::copy(colours, table.colours.begin());
-        table.count = uint32_t(colours.size());
-        ++table.serial;
-    };
-    EXPECT_TRUE(shown().empty());
-    const std::vector<uint32_t> tables[] = {
-        {0xFF8001, 0x0000FF, 0x123456}, {0x010203, 0x040506, 0x070809}, {0xABCDEF}};
-    for (const std::vector<uint32_t>& colours : tables) {
-        change(colours);
-        EXPECT_EQ(shown(), colours);
-    }
-    change({});
-    EXPECT_EQ(shown(), tables[2]) << "an empty table changes nothing";
-}
-
 }  // namespace
 }  // namespace pixelgrove

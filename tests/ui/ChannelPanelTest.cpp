@@ -163,34 +163,6 @@ TEST_F(ChannelPanelTest, TheButtonsMenuGivesTheChannelItsSource) {
     EXPECT_EQ(Name(2), QStringLiteral("Unused"));
 }
 
-TEST_F(ChannelPanelTest, LiveEntriesSetKindAndSampler) {
-    const struct {
-        int id;
-        uint32_t kind;
-        int32_t source;
-        uint32_t wrap;
-    } rows[] = {{102, kChannelBuffer, 2, gl::kMirroredRepeat}, {105, kChannelBuffer, 5, gl::kMirroredRepeat},
-                {129, kChannelCubeA, 6, gl::kMirroredRepeat},  {123, kChannelKeyboard, -1, gl::kClampToEdge},
-                {128, kChannelWebcam, -1, gl::kClampToEdge},   {127, kChannelAudio, -1, gl::kClampToEdge}};
-    Channel().kind = kChannelTexture;
-    Channel().faces[0] = CreateBitmap(4, 4, 32, false);
-    Channel().fileName = QStringLiteral("old.png");
-    Channel().internalFormat = Channel().srgb = Channel().vflip = 1;
-    for (const auto& row : rows) {
-        ASSERT_TRUE(RunEntry(row.id));
-        const ChannelInput& channel = Channel();
-        EXPECT_EQ(channel.kind, row.kind);
-        EXPECT_EQ(channel.sourceStage, row.source);
-        EXPECT_EQ(channel.wrap, row.wrap);
-        EXPECT_EQ(channel.filter, gl::kLinear);
-        EXPECT_EQ(channel.vflip + channel.srgb + channel.internalFormat, 0u);
-        EXPECT_EQ(channel.samplerCountdown, 2u);
-        EXPECT_TRUE(channel.fileName.isEmpty() && !channel.faces[0]);
-    }
-    EXPECT_FALSE(RunEntry(107));
-    EXPECT_EQ(Channel().kind, uint32_t(kChannelAudio));
-}
-
 TEST_F(ChannelPanelTest, PicturesAreChosenByTheirFiles) {
     SetBaseFolders();
     EXPECT_FALSE(RunEntry(kChannelMenuTexture)) << "cancelled";

@@ -295,30 +295,6 @@ TEST_F(EditorTest, LinksOpenByCtrlAndClick) {
     EXPECT_EQ(opened.size(), 1);
 }
 
-TEST_F(EditorTest, TheGutterShowsLinesCaretAndErrors) {
-    Load(Latin("a\nb\nc\nd"));
-    App()->currentDocument->errorLines.lines = {3, 3};
-    Editor()->RefreshErrorMarks();
-    Editor()->GoToLine(2);
-    auto* gutter = Control<LineGutter>("lineGutter");
-    const QImage picture = gutter->grab().toImage();
-    const auto lines = Editor()->VisibleLines();
-    ASSERT_EQ(lines.size(), 4u);
-    const int shift =
-        Editor()->viewport()->mapTo(window.get(), QPoint()).y() - gutter->mapTo(window.get(), QPoint()).y();
-    const auto ground = [&](size_t line) {
-        return picture.pixelColor(1, lines[line].top + shift + lines[line].height / 2).name();
-    };
-    EXPECT_EQ(ground(0), Latin("#ffffff"));
-    EXPECT_EQ(ground(1), Latin("#404040"));
-    EXPECT_EQ(ground(2), Latin("#ff8080"));
-    EXPECT_EQ(picture.pixelColor(picture.width() - 6, 5).name(), Latin("#000000"));
-    EXPECT_EQ(picture.pixelColor(picture.width() - 1, lines[1].top + shift + 2).name(), Latin("#ffffff"));
-    EXPECT_EQ(Editor()->viewport()->grab().toImage().pixelColor(Editor()->viewport()->width() - 3, 3).name(),
-              Latin("#ffffff"))
-        << "dark words need a white page";
-}
-
 TEST_F(EditorTest, TextsBeyondTheLimitAreRefused) {
     Load(Latin("kept"));
     Paste(QString(CodeView::kMaxTextLength - 3, u'x'));

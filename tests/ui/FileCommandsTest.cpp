@@ -163,27 +163,6 @@ TEST_F(FileCommandsTest, RecentEntriesLoad) {
     EXPECT_EQ(Status(), QStringLiteral("Project loaded."));
 }
 
-TEST_F(FileCommandsTest, WhatAsksBeforeItDropsChanges) {
-    App()->recentFiles->entries = {Source("// s")};
-    App()->recentProjects->entries = {FileWith(kTwoStageProject)};
-    ReplaceText(QStringLiteral("mine"));
-    const std::pair<int, int> asks[] = {
-        {kCmdOk, 1},          {kCmdCancel, 1},          {kCmdOpenFile, 1},
-        {kCmdOpenProject, 1}, {kCmdRecentFileFirst, 1}, {kCmdRecentProjectFirst, 1},
-        {kCmdSaveFileAs, 0},  {kCmdSaveProjectAs, 0}};
-    for (const auto& [command, expected] : asks) {
-        questions = 0;
-        Run(command);
-        EXPECT_EQ(questions, expected) << command;
-        EXPECT_EQ(ImageText(), QStringLiteral("mine")) << command;
-    }
-    questions = 0;
-    window->Projects().DropFiles(App()->recentFiles->entries);
-    EXPECT_EQ(questions, 1);
-    EXPECT_EQ(ImageText(), QStringLiteral("mine"));
-    EXPECT_TRUE(window->isVisible());
-}
-
 TEST_F(FileCommandsTest, AProjectOpenedByHandIsRecentAndOneSavedIsNot) {
     chosenPath = FileWith(kTwoStageProject);
     const QString project = chosenPath;

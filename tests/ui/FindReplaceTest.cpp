@@ -236,48 +236,6 @@ TEST_F(FindReplaceTest, DialogsShareTheirTextsButNotTheirOptions) {
     EXPECT_EQ(Edit(next, "replaceEdit")->text(), QStringLiteral("four"));
 }
 
-TEST_F(FindReplaceTest, TheLongestTexts) {
-    ReplaceText(QString(4095, u'x'));
-    FindDialog* dialog = nullptr;
-    for (const auto& [length, expected] : {std::pair(4094, 4094), std::pair(4095, 4094)}) {
-        Select(0, length);
-        dialog = Open(true);
-        EXPECT_EQ(What(dialog).size(), expected);
-        if (length == 4094) dialog->close();
-    }
-    for (const char* name : {"findEdit", "replaceEdit"}) {
-        Edit(dialog, name)->clear();
-        Edit(dialog, name)->insert(QString(5000, u'y'));
-        EXPECT_EQ(Edit(dialog, name)->text().size(), kMaxSearchText);
-    }
-    Edit(dialog, "findEdit")->clear();
-    for (const char* name : {"findNextButton", "replaceButton", "replaceAllButton"})
-        EXPECT_FALSE(Button(dialog, name)->isEnabled()) << name;
-    QTest::keyClick(Edit(dialog, "findEdit"), Qt::Key_Return);
-    EXPECT_EQ(Editor()->toPlainText(), QString(4095, u'x'));
-    EXPECT_TRUE(dialog->isVisible());
-}
-
-TEST_F(FindReplaceTest, TheFormsScaleAndCutNothing) {
-    for (const bool replace : {false, true}) {
-        FindDialog* dialog = Open(replace);
-        const QSize base = dialog->Client()->size();
-        for (const double scale : {1.0, 1.5, 0.5, 1.0}) {
-            dialog->ResizeClient(base * scale);
-            PumpFor(20);
-            const QRect form = dialog->Client()->rect();
-            for (const QWidget* control :
-                 dialog->Client()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-                SCOPED_TRACE(control->objectName().toStdString() + " at " + std::to_string(scale));
-                EXPECT_TRUE(form.contains(control->geometry()));
-                EXPECT_LE(control->fontMetrics().height(), control->height());
-                const QString text = control->property("text").toString().remove(u'&');
-                EXPECT_LE(control->fontMetrics().horizontalAdvance(text), control->width());
-            }
-        }
-    }
-}
-
 // What grows with the square of the hits would take minutes.
 TEST_F(FindReplaceTest, ManyHitsAreReplacedAtOnce) {
     QString text;

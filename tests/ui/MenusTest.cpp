@@ -45,46 +45,6 @@ class MenusTest : public DisplayTest {
     std::vector<int> ran;
 };
 
-TEST_F(MenusTest, TheCommandsStandWhereTheyBelong) {
-    QStringList titles;
-    for (const QAction* action : bar.actions())
-        titles.append(action->text());
-    EXPECT_EQ(titles.join(u' '), QStringLiteral("&FIle &Edit &Windows &Sites &Help"));
-    EXPECT_EQ(Describe(*Submenu("&FIle")),
-              "40003 &New\n-\n40002 &Open File...\tCtrl+Shift+O\n40001 &Save File As...\tCtrl+Shift+S\n-\n"
-              "40031 Open Project...\tCtrl+O\n40027 &Save Project As\tCtrl+S\n-\n"
-              ">Recent Files\n>Recent Projects\n>Recent Palette Files\n-\n(40021 Load Palette...)\n-\n"
-              "2 E&xit\tCtrl+Q");
-    EXPECT_EQ(
-        Describe(*Submenu("&Edit")),
-        "1550 Undo\tCtrl+Z\n-\n1553 Cut\tCtrl+X\n1552 Copy\tCtrl+C\n1551 Paste\tCtrl+V\n1554 Delete\n-\n"
-        "1555 Select All\tCtrl+A\n-\n40011 &Find\tCtrl+F\n40012 &Replace\tCtrl+H\n-\n"
-        ">Frame Buffer Format\n130 Use GDI for display\n131 Show channel buffers when animating\n"
-        ">Multisample");
-    EXPECT_EQ(Describe(*Submenu("&Windows")),
-              "40013 Animation Window\n(40024 Shadertoy Browser)\n(40026 Audio Configuration)\n"
-              "(40019 &Recording Settings)\n-\n40017 Load Layout\n40018 Save Layout\n>Window Layouts\n-\n"
-              "40014 &Move/Size Windows Together\n40022 Window &Snap-to-Edge");
-    EXPECT_EQ(Describe(*Submenu("&Sites")),
-              "40006 Book of Shaders\n40007 GLSL Sandbox\n40008 Shadertoy\n40009 OnseShader");
-    EXPECT_EQ(Describe(*Submenu("&Help")), "(40043 &License)\n(40010 &About)");
-    EXPECT_EQ(Submenu("Multisample")->actions().size(), 6);
-    EXPECT_EQ(Submenu("multisample"), nullptr) << "labels match exactly";
-    EXPECT_TRUE(menus->Action(121)->isChecked() && menus->Action(132)->isChecked());
-
-    // Keys must lead to one command each.
-    std::set<QString> keys;
-    for (const char* label : {"&FIle", "&Edit"}) {
-        for (const QAction* action : Submenu(label)->actions()) {
-            const QString key = action->shortcut().toString();
-            EXPECT_TRUE(key.isEmpty() || keys.insert(key).second) << qPrintable(action->text());
-        }
-    }
-    menus->Action(kCmdSaveLayout)->trigger();
-    menus->Action(kCmdRecordingSettings)->trigger();
-    EXPECT_EQ(ran, std::vector<int>{kCmdSaveLayout});
-}
-
 TEST_F(MenusTest, RecentListsFillWhenTheirMenuOpens) {
     QMenu* files = Submenu("Recent Files");
     EXPECT_EQ(Describe(*files), "(0 N/A)");

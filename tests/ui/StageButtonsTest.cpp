@@ -33,25 +33,6 @@ class StageButtonsTest : public WindowTest {
     }
 };
 
-TEST_F(StageButtonsTest, TabsStandInOrderAndImageIsTheLast) {
-    EXPECT_EQ(Row(), QStringLiteral("+|[ Image ]"));
-    for (const uint32_t stage : {kStageCubeA, kStageBufferB, kStageCommon})
-        AddStage(stage);
-    SelectStage(kStageBufferB);
-    EXPECT_EQ(Row(), QStringLiteral("+|Common|[ Buffer B ]|Cube A|Image"));
-    for (const uint32_t stage : {kStageBufferA, kStageBufferC, kStageBufferD})
-        AddStage(stage);
-    SelectStage(kStageCubeA);
-    const QString all = QStringLiteral("+|Common|Buffer A|Buffer B|Buffer C|Buffer D|[ Cube A ]|Image");
-    for (const double scale : {1.0, 2.0, 0.5}) {
-        window->ResizeClient(QSize(760, 870) * scale);
-        PumpFor(30);
-        EXPECT_EQ(Row(), all) << scale;
-    }
-    Tabs().PopUpAddMenu();
-    EXPECT_EQ(Menu("addStageMenu"), nullptr) << "there is nothing left to add";
-}
-
 TEST_F(StageButtonsTest, ColoursTellTheCurrentStageAndErrors) {
     AddStage(kStageBufferA);
     App()->stageErrors[kStageBufferA] = QStringLiteral("wrong");

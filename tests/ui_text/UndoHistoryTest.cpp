@@ -40,31 +40,6 @@ QString Text(const char* text) {
     return QString::fromLatin1(text);
 }
 
-TEST(UndoHistoryTest, CharactersOfOnePlaceAreOneStep) {
-    Edited e;
-    e.Type(Text("one\ntwo"));
-    EXPECT_EQ(e.history.UndoStepCount(), 3u) << "a line end stands alone";
-    e.Replace(6, 1, QString());
-    e.Replace(5, 1, QString());
-    e.Replace(0, 1, QString());
-    e.Replace(0, 1, QString());
-    EXPECT_EQ(e.text, Text("e\nt"));
-    const char* states[] = {"one\nt", "one\ntwo", "one\n", "one", ""};
-    for (const char* state : states) {
-        EXPECT_TRUE(e.Undo());
-        EXPECT_EQ(e.text, Text(state));
-    }
-    EXPECT_FALSE(e.Undo());
-    for (const char* state : {"one", "one\n", "one\ntwo", "one\nt", "e\nt"}) {
-        EXPECT_TRUE(e.Redo());
-        EXPECT_EQ(e.text, Text(state));
-    }
-    EXPECT_FALSE(e.Redo());
-    e.Undo();
-    e.Type(Text("x"));
-    EXPECT_FALSE(e.history.CanRedo()) << "another edit ends what could be redone";
-}
-
 TEST(UndoHistoryTest, AtMostAHundredSteps) {
     Edited e;
     for (int i = 0; i < 150; ++i)

@@ -106,32 +106,6 @@ TEST_F(DialogScalerTest, AClosedComboBoxKeepsItsHeight) {
     EXPECT_EQ(combo->maxVisibleItems(), 20);
 }
 
-TEST_F(DialogScalerTest, PartsOfControlsTakeTheFontUnlessTheyKeepTheirs) {
-    auto* spin = Add<QSpinBox>({230, 20, 80, 24});
-    auto* group = Add<QFrame>({230, 60, 150, 100});
-    auto* rows = new QHBoxLayout(group);
-    auto* label = new QLabel(QStringLiteral("label"), group);
-    auto* text = new QPlainTextEdit(group);
-    rows->addWidget(label);
-    rows->addWidget(text);
-    auto* kept = Add<QLabel>({320, 20, 60, 24});
-    kept->setProperty(kKeepFont, true);
-    auto* child = Add<QWidget>({0, 170, 200, 20});
-    auto* inner = new QPushButton(child);
-    inner->setGeometry(10, 2, 100, 16);
-    AttachScaling(*form);
-    Show();
-    const QFont textFont = text->font();
-    form->resize(800, 400);
-    EXPECT_EQ(spin->findChild<QLineEdit*>()->font().pixelSize(), 24);
-    EXPECT_EQ(label->font().pixelSize(), 24);
-    EXPECT_EQ(QFontInfo(text->font()).pixelSize(), QFontInfo(textFont).pixelSize());
-    EXPECT_EQ(kept->font().pixelSize(), 12);
-    EXPECT_EQ(kept->geometry(), QRect(640, 40, 120, 48));
-    EXPECT_EQ(inner->geometry(), QRect(20, 4, 200, 32));
-    EXPECT_EQ(inner->font().pixelSize(), 24);
-}
-
 TEST_F(DialogScalerTest, LateControlsJoinAtThePlaceWhereTheyAreFirstShown) {
     for (bool mainWindow : {false, true}) {
         SCOPED_TRACE(mainWindow);
@@ -157,29 +131,6 @@ TEST_F(DialogScalerTest, LateControlsJoinAtThePlaceWhereTheyAreFirstShown) {
         owner->resize(800, 400);
         EXPECT_EQ(second->geometry(), QRect(200 * factor, 40 * factor, 60 * factor, 24 * factor));
     }
-}
-
-TEST_F(DialogScalerTest, PausesNest) {
-    AttachScaling(*form);
-    form->show();
-    form->resize(600, 300);
-    {
-        const ScalingPause outer(*form);
-        {
-            const ScalingPause inner(*form);
-            delete button;
-            button = Add<QPushButton>({30, 30, 60, 30});
-            button->show();
-            form->resize(800, 400);
-        }
-        EXPECT_EQ(tree->geometry(), QRect(15, 90, 300, 150));
-        EXPECT_EQ(button->geometry(), QRect(30, 30, 60, 30));
-    }
-    EXPECT_EQ(tree->geometry(), QRect(20, 120, 400, 200));
-    EXPECT_EQ(button->geometry(), QRect(40, 40, 80, 40));  // its place at 1.5 is that of 20, 20, 40, 20
-    auto pause = std::make_unique<ScalingPause>(*form);
-    form.reset();
-    pause.reset();
 }
 
 TEST_F(DialogScalerTest, WithoutScalingNothingHappens) {

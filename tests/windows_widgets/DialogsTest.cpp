@@ -88,62 +88,6 @@ TEST_F(DialogsTest, EachGestureGivesItsAnswer) {
     EXPECT_FALSE(QApplication::activeModalWidget());
 }
 
-TEST_F(DialogsTest, ALongTextIsWhollyVisible) {
-    QString text;
-    for (int i = 0; i < 30; ++i)
-        text += QStringLiteral("a rather long sentence ");
-    OnDialog([&](FrameDialog& dialog) {
-        auto* label = dialog.findChild<QLabel*>(QStringLiteral("questionText"));
-        ASSERT_TRUE(label);
-        EXPECT_EQ(label->text(), text);
-        EXPECT_GE(label->height(), label->heightForWidth(label->width()));
-        EXPECT_TRUE(dialog.Client()->rect().contains(label->geometry()));
-        EXPECT_LE(
-            dialog.Client()->findChild<QPushButton*>(QStringLiteral("cancelButton"))->geometry().right(),
-            dialog.Client()->width());
-        dialog.close();
-    });
-    AskYesNoCancel(nullptr, QString(), text);
-}
-
-TEST_F(DialogsTest, DialogsStandInTheMiddleOfTheirOwnerInsideTheWorkArea) {
-    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
-    QWidget owner(nullptr, Qt::FramelessWindowHint);
-    const QSize size(400, 300);
-    const struct {
-        const char* name;
-        QWidget* owner;
-        QPoint ownerCentre;
-    } cases[] = {
-        {"middle", &owner, area.center() + QPoint(50, 40)},
-        {"at the left edge", &owner, area.topLeft() + QPoint(10, 200)},
-        {"at the lower right", &owner, area.bottomRight() - QPoint(5, 5)},
-        {"no owner", nullptr, area.center()},
-    };
-    for (const auto& step : cases) {
-        SCOPED_TRACE(step.name);
-        QRect ownerRect(0, 0, 300, 200);
-        ownerRect.moveCenter(step.ownerCentre);
-        owner.setGeometry(ownerRect);
-        owner.show();
-        FrameDialog dialog(step.owner);
-        dialog.ResizeClient(size);
-        OnDialog([&](FrameDialog& shown) {
-            EXPECT_EQ(&shown, &dialog);
-            const QRect frame = ToQRect(dialog.FrameRect());
-            EXPECT_TRUE(area.contains(frame));
-            QRect centred(QPoint(), frame.size());
-            centred.moveCenter(step.owner ? owner.frameGeometry().center() : area.center());
-            if (area.contains(centred)) {
-                EXPECT_EQ(frame, centred);
-            }
-            dialog.Done(true);
-        });
-        EXPECT_TRUE(dialog.Exec());
-        EXPECT_FALSE(dialog.isVisible());
-    }
-}
-
 TEST_F(DialogsTest, ADialogThatGoesWithItsOwnerIsNotAccepted) {
     auto* owner = new QWidget;
     owner->show();

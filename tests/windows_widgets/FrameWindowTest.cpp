@@ -92,12 +92,6 @@ class ClosingFrame : public FrameWindow {
     }
 };
 
-QAction* ActionOf(const QMenu& menu, const QString& text) {
-    for (QAction* action : menu.actions())
-        if (action->text().remove(QLatin1Char('&')).section(QLatin1Char('\t'), 0, 0) == text) return action;
-    return nullptr;
-}
-
 }  // namespace
 
 TEST_F(FrameWindowTest, DragsMoveAndSizeByTheWayOfTheMouse) {
@@ -146,17 +140,6 @@ TEST_F(FrameWindowTest, SizingStopsAtTheSmallestClient) {
     // The program itself may go below, as when a layout says so.
     frame.SetFrameRect({0, 0, 100, 60});
     EXPECT_EQ(frame.FrameRect(), (EdgeRect{0, 0, 100, 60}));
-}
-
-TEST_F(FrameWindowTest, FixedDialogsMoveButCannotBeSized) {
-    FrameWindow frame(FrameWindow::Kind::FixedDialog);
-    ASSERT_TRUE(ShowAt(frame, kStart));
-    Drag(frame, {398, 298}, {30, 20});
-    EXPECT_EQ(frame.FrameRect(), kStart);
-    Drag(frame, InCaption(frame), {30, 20});
-    EXPECT_EQ(frame.FrameRect(), Offset(kStart, 30, 20));
-    EXPECT_EQ(frame.findChild<QWidget*>(QStringLiteral("maximiseButton")), nullptr);
-    EXPECT_NE(frame.findChild<QWidget*>(QStringLiteral("closeButton")), nullptr);
 }
 
 TEST_F(FrameWindowTest, ADragEndsWithItsWindowOrItsButton) {
@@ -238,63 +221,6 @@ TEST_F(FrameWindowTest, PullingAMaximisedCaptionTakesTheWindowAlong) {
     EXPECT_EQ(frame.NormalRect(), Offset(pulled, 25, 20));
 }
 
-TEST_F(FrameWindowTest, ClientSizesAndMenuBarsGrowTheFrame) {
-    FrameWindow frame;
-    frame.ResizeClient({320, 200});
-    EXPECT_EQ(frame.Client()->size(), QSize(320, 200)) << "also before it is shown";
-    EXPECT_EQ(frame.FrameExtra(), QSize(2 * kSizingBorder, kCaptionHeight + kSizingBorder));
-    auto* menuBar = new QMenuBar;
-    menuBar->addMenu(QStringLiteral("File"));
-    frame.SetMenuBar(menuBar);
-    frame.ResizeClient({320, 200});
-    EXPECT_EQ(frame.Client()->size(), QSize(320, 200));
-    EXPECT_EQ(frame.Client()->y(), kCaptionHeight + menuBar->height());
-    EXPECT_EQ(menuBar->y(), kCaptionHeight);
-    ASSERT_TRUE(ShowAt(frame, kStart));
-    frame.SetMaximised(true);
-    frame.ResizeClient({320, 200});
-    EXPECT_TRUE(frame.IsMaximised());
-    frame.SetMaximised(false);
-    EXPECT_EQ(frame.Client()->size(), QSize(320, 200));
-}
-
-TEST_F(FrameWindowTest, RectanglesOutOfTheWorldAreBroughtIntoIt) {
-    FrameWindow frame;
-    constexpr int kMost = std::numeric_limits<int>::max(), kLeast = std::numeric_limits<int>::min();
-    for (const EdgeRect& rect : {EdgeRect{kLeast, kLeast, kMost, kMost},
-                                 EdgeRect{kMost, kMost, kLeast, kLeast}, EdgeRect{10, 10, 10, 10}}) {
-        frame.SetFrameRect(rect);
-        EXPECT_FALSE(frame.FrameRect().IsEmpty());
-        EXPECT_LE(std::abs(frame.FrameRect().left), 32000);
-        EXPECT_LE(frame.FrameRect().Width(), 32000);
-    }
-}
-
-TEST_F(FrameWindowTest, TheCaptionShowsTheTitleAndItsState) {
-    FrameWindow frame;
-    ASSERT_TRUE(ShowAt(frame, kStart));
-    const QRect title(kSizingBorder, kSizingBorder, 200, kCaptionHeight - kSizingBorder);
-    const QImage empty = frame.grab(title).toImage();
-    frame.setWindowTitle(QStringLiteral("*Untitled.json - Pixelgrove"));
-    const QImage titled = frame.grab(title).toImage();
-    EXPECT_NE(titled, empty);
-    frame.setWindowTitle(QStringLiteral("Other"));
-    EXPECT_NE(frame.grab(title).toImage(), titled);
-    // No line break leaves the caption.
-    frame.setWindowTitle(QString(5000, QLatin1Char('x')) + QStringLiteral("\n\n"));
-    frame.grab(title);
-
-    const auto borderColour = [&] { return frame.grab().toImage().pixelColor(2, 150); };
-    frame.activateWindow();
-    ASSERT_TRUE(PumpUntil([&] { return frame.isActiveWindow(); }));
-    EXPECT_EQ(borderColour(), Theme().activeFrame);
-    FrameWindow other;
-    ASSERT_TRUE(ShowAt(other, Offset(kStart, 450, 0)));
-    other.activateWindow();
-    ASSERT_TRUE(PumpUntil([&] { return other.isActiveWindow(); }));
-    EXPECT_EQ(borderColour(), Theme().inactiveFrame);
-}
-
 TEST_F(FrameWindowTest, AltF4ClosesWhileAnEditorHasTheFocus) {
     ClosingFrame frame;
     auto* edit = new QPlainTextEdit(frame.Client());
@@ -330,17 +256,6 @@ TEST_F(FrameWindowTest, OnlyAnAcceptedCloseIsNoted) {
     EXPECT_FALSE(Windows().RowOf(frame)->open);
 }
 
-TEST_F(FrameWindowTest, MovesAreNotedInTheRow) {
-    FrameWindow frame;
-    Windows().Present(frame, kOutputWin);
-    ASSERT_TRUE(ShowAt(frame, kStart));
-    Drag(frame, InCaption(frame), {30, 20});
-    EXPECT_EQ(Windows().RowOf(frame)->placement.normal, Offset(kStart, 30, 20));
-    frame.SetMaximised(true);
-    EXPECT_EQ(Windows().RowOf(frame)->placement.showCommand, 3);
-    EXPECT_EQ(Windows().RowOf(frame)->placement.normal, Offset(kStart, 30, 20));
-}
-
 TEST_F(FrameWindowTest, AWindowMayDestroyItselfWhileItCloses) {
     for (const bool byKey : {false, true}) {
         QPointer<ClosingFrame> frame = new ClosingFrame;
@@ -356,34 +271,6 @@ TEST_F(FrameWindowTest, AWindowMayDestroyItselfWhileItCloses) {
         EXPECT_TRUE(frame.isNull());
         PumpFor(20);
     }
-}
-
-TEST_F(FrameWindowTest, TheWindowMenuOffersWhatFits) {
-    FrameWindow frame;
-    ASSERT_TRUE(ShowAt(frame, kStart));
-    std::unique_ptr<QMenu> menu = frame.MakeWindowMenu();
-    EXPECT_EQ(menu->objectName(), QStringLiteral("windowMenu"));
-    EXPECT_FALSE(ActionOf(*menu, QStringLiteral("Restore"))->isEnabled());
-    EXPECT_EQ(ActionOf(*menu, QStringLiteral("Minimise"))->isEnabled(), HasWindowManager());
-    ActionOf(*menu, QStringLiteral("Maximise"))->trigger();
-    EXPECT_TRUE(frame.IsMaximised());
-    menu = frame.MakeWindowMenu();
-    EXPECT_FALSE(ActionOf(*menu, QStringLiteral("Maximise"))->isEnabled());
-    ActionOf(*menu, QStringLiteral("Restore"))->trigger();
-    EXPECT_FALSE(frame.IsMaximised());
-    ActionOf(*menu, QStringLiteral("Close"))->trigger();
-    EXPECT_FALSE(frame.isVisible());
-
-    FrameWindow dialog(FrameWindow::Kind::Dialog, &frame);
-    EXPECT_EQ(dialog.MakeWindowMenu()->actions().size(), 1);
-
-    ASSERT_TRUE(ShowAt(frame, kStart));
-    QTest::keyClick(frame.windowHandle(), Qt::Key_Space, Qt::AltModifier);
-    QMenu* shown = frame.findChild<QMenu*>(QStringLiteral("windowMenu"));
-    ASSERT_NE(shown, nullptr);
-    EXPECT_TRUE(shown->isVisible());
-    shown->close();
-    EXPECT_TRUE(PumpUntil([&] { return !frame.findChild<QMenu*>(QStringLiteral("windowMenu")); }));
 }
 
 TEST_F(FrameWindowTest, MinimisingKeepsTheNormalPlace) {

@@ -80,35 +80,6 @@ class AppliedThemeTest : public DisplayTest {
     }
 };
 
-QColor MostFrequentColour(QWidget& widget) {
-    const QImage image = widget.grab().toImage();
-    QHash<QRgb, int> counts;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            ++counts[image.pixel(x, y)];
-    return QColor(*std::max_element(counts.keyBegin(), counts.keyEnd(),
-                                    [&](QRgb a, QRgb b) { return counts[a] < counts[b]; }));
-}
-
-TEST_F(AppliedThemeTest, WidgetsThatLiveTakeNewColours) {
-    QWidget window;
-    window.resize(200, 100);
-    QPushButton button(&window);
-    button.setGeometry(0, 0, 80, 24);
-    QLineEdit edit(&window);
-    edit.setGeometry(0, 30, 80, 24);
-    QComboBox combo(&window);
-    combo.setGeometry(0, 60, 80, 24);
-    window.show();
-    for (const UiColours& colours : {UiColours(), Pair(0xffffff, 0x000000), UiColours()}) {
-        ApplyTheme(*qApp, colours);
-        EXPECT_EQ(MostFrequentColour(window), Theme().window);
-        EXPECT_EQ(MostFrequentColour(button), Theme().button);
-        EXPECT_EQ(MostFrequentColour(edit), Theme().field);
-        EXPECT_EQ(MostFrequentColour(combo), Theme().button);
-    }
-}
-
 // Scaled forms have controls of a few pixels.
 TEST_F(AppliedThemeTest, ControlsOfHalfTheirSizeStillShowTheirText) {
     QFont font = FormFont();
@@ -136,28 +107,6 @@ TEST_F(AppliedThemeTest, ControlsOfHalfTheirSizeStillShowTheirText) {
         widget->resize(70, 22);
         EXPECT_NEAR(ink(widget->grab().toImage()), ink(small), 6);
     }
-}
-
-TEST_F(AppliedThemeTest, GroupFramesLeaveTheirCaptionFree) {
-    GroupFrame frame;
-    frame.setFont(FormFont());
-    frame.SetTitle(QStringLiteral("Playback"));
-    frame.resize(200, 80);
-    QImage image(frame.size(), QImage::Format_RGB32);
-    image.fill(Theme().window);
-    frame.render(&image);  // in logical pixels, whatever the screen's scale
-    const auto isLine = [&](int x, int y) { return image.pixelColor(x, y) == Theme().text; };
-    const int middle = frame.fontMetrics().height() / 2;
-    const int captionEnd = 10 + frame.fontMetrics().horizontalAdvance(QStringLiteral("[ Playback ]"));
-    EXPECT_TRUE(isLine(0, 40));
-    EXPECT_TRUE(isLine(199, 40));
-    EXPECT_TRUE(isLine(100, 79));
-    EXPECT_TRUE(isLine(3, middle));
-    EXPECT_FALSE(isLine(9, middle));
-    EXPECT_FALSE(isLine(captionEnd + 1, middle));
-    EXPECT_TRUE(isLine(captionEnd + 5, middle));
-    frame.resize(4, 3);
-    frame.grab();
 }
 
 }  // namespace
