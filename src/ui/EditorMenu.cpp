@@ -65,7 +65,7 @@ QString IncludeNameOf(QStringView line) {
 }
 
 QString TakeIncludeName(CodeView& editor) {
-    const QString name = editor.property(kIncludeProperty).toString();
+    QString name = editor.property(kIncludeProperty).toString();
     editor.setProperty(kIncludeProperty, QVariant());
     return name;
 }

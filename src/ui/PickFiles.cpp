@@ -126,7 +126,7 @@ QString PickImageFile(const UserDialogs& dialogs, const QString& path, const QSt
     question.filters = ToNameFilters(kImageFilter);
     question.suffixes = kImageSuffixes;
     question.filterIndex = FirstImageEntry(path);
-    const QString chosen = dialogs.askForFile(question);
+    QString chosen = dialogs.askForFile(question);
     if (!chosen.isEmpty()) LastFolder() = QFileInfo(chosen).absolutePath();
     return chosen;
 }

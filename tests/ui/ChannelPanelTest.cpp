@@ -52,7 +52,7 @@ class ChannelPanelTest : public WindowTest {
         for (int y = 0; y < 32; ++y)
             for (int x = 0; x < 64; ++x)
                 image.setPixelColor(x, y, Qt::red);
-        const QString path = folder.filePath(name);
+        QString path = folder.filePath(name);
         EXPECT_TRUE(image.save(path));
         return path;
     }

@@ -188,7 +188,7 @@ TEST_F(FileCommandsTest, AProjectSavedDuringARunIsTheOneThatRuns) {
         Run(kCmdSaveProjectAs);
         EXPECT_EQ(Status(), QStringLiteral("File saved."));
         EXPECT_FALSE(shaderModified);
-        const QByteArray json = BytesOf(chosenPath);
+        QByteArray json = BytesOf(chosenPath);
         EXPECT_FALSE(json.contains("\"ctype\"")) << "no channel was set";
         return json;
     };

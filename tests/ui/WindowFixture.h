@@ -88,7 +88,7 @@ class WindowTest : public DisplayTest {
         Editor()->insertPlainText(text);
     }
     QString FileWith(const QByteArray& bytes, const QString& ending = QStringLiteral("json")) {
-        const QString path = folder.filePath(QStringLiteral("file%1.%2").arg(++filesMade).arg(ending));
+        QString path = folder.filePath(QStringLiteral("file%1.%2").arg(++filesMade).arg(ending));
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);

@@ -371,8 +371,7 @@ int ThemeStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
 int ThemeStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                           QStyleHintReturn* result) const {
     switch (hint) {
-        case SH_ComboBox_Popup:
-            return 0;  // a list below the box that scrolls, so that its greatest height counts
+        case SH_ComboBox_Popup:  // a list below the box that scrolls, so that its greatest height counts
         case SH_DialogButtonBox_ButtonsHaveIcons:
         case SH_EtchDisabledText:
         case SH_DitherDisabledText:
