@@ -15,15 +15,13 @@
 #include <thread>
 #include <vector>
 
-#include "core/BaseFolders.h"
+#include "WindowBenchmark.h"
 #include "core/Commands.h"
 #include "core/ProjectModel.h"
 #include "persist/SettingsRecords.h"
 #include "platform/Clock.h"
 #include "render/RenderThread.h"
-#include "ui/Display.h"
 #include "ui/MainWindow.h"
-#include "windows/widgets/Theme.h"
 #include "windows/widgets/WindowRegistry.h"
 
 // After Qt, whose names they would turn into macros.
@@ -148,18 +146,5 @@ int Run() {
 }  // namespace pixelgrove
 
 int main(int argc, char** argv) {
-    using namespace pixelgrove;
-    ChooseWindowPlatform();
-    if (const QString missing = MissingDisplayText(); !missing.isEmpty()) {
-        std::fprintf(stderr, "bench_clicks: %s\n", qPrintable(missing));
-        return 1;
-    }
-    QApplication application(argc, argv);
-    QGuiApplication::setQuitOnLastWindowClosed(false);
-    ApplyTheme(application, StoredSettings().colours);
-    if (!AllocateGlobals()) return 1;
-    SetBaseFolders();
-    const int result = Run();
-    FreeGlobals();
-    return result;
+    return pixelgrove::RunOnDisplay(argc, argv, pixelgrove::Run);
 }

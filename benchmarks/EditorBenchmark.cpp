@@ -14,6 +14,7 @@
 #include <memory>
 #include <vector>
 
+#include "WindowBenchmark.h"
 #include "core/Commands.h"
 #include "core/ProjectModel.h"
 #include "persist/SettingsRecords.h"
@@ -21,11 +22,9 @@
 #include "platform/Files.h"
 #include "ui/CodeHighlight.h"
 #include "ui/CodeView.h"
-#include "ui/Display.h"
 #include "ui/FileCommands.h"
 #include "ui/MainWindow.h"
 #include "ui/text/Colouring.h"
-#include "windows/widgets/Theme.h"
 #include "windows/widgets/WindowRegistry.h"
 
 namespace pixelgrove {
@@ -163,6 +162,7 @@ class Editor {
 };
 
 int Run() {
+    App()->recentFiles = std::make_unique<StringList>();
     Windows().RegisterDefaultWindows();
     MainWindow window;
     window.OpenInitialProject({});
@@ -206,20 +206,5 @@ int Run() {
 }  // namespace pixelgrove
 
 int main(int argc, char** argv) {
-    using namespace pixelgrove;
-    ChooseWindowPlatform();
-    if (const QString missing = MissingDisplayText(); !missing.isEmpty()) {
-        std::fprintf(stderr, "%s\n", qPrintable(missing));
-        return 1;
-    }
-    QApplication application(argc, argv);
-    QGuiApplication::setQuitOnLastWindowClosed(false);
-    ApplyTheme(application, UiColours());
-    if (!AllocateGlobals()) return 1;
-    App()->recentFiles = std::make_unique<StringList>();
-    const int result = Run();
-    ClearProject(false);
-    Windows().Clear();
-    FreeGlobals();
-    return result;
+    return pixelgrove::RunOnDisplay(argc, argv, pixelgrove::Run);
 }

@@ -97,8 +97,6 @@ MainWindow::MainWindow()
     ResizeClient(kBaseSize);
     AttachScaling(*Client(), true);
     RefreshLayoutMenu();
-    menus_->SetTick(kCmdSnapToEdges, app.snapToEdges != 0);
-    menus_->SetTick(kCmdLockWindows, Windows().LockWindows());
     Windows().SetSnapping(app.snapToEdges != 0);
     FillDefaultPalette(app.palette);
     form_->editor->addActions(menus_->EditActions());

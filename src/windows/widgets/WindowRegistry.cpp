@@ -18,16 +18,12 @@ constexpr const char16_t* kLayoutWindows[] = {kEditWin, kOutputWin, kShadertoyWi
 // Frames have no border beyond what is seen of them, so windows that share an edge touch.
 constexpr int kHiddenBorder = 0;
 
-constexpr int64_t kLargestCoordinate = 32000;  // X11 counts with 16 bits
-
-// What a file says, as a place that a window system takes. A size may be twice the desktop's.
+// What a file says, as a place that there is memory for: a size may be twice the desktop's.
 EdgeRect PlaceableRect(const EdgeRect& rect) {
     const EdgeRect desktop = CurrentDesktop().value_or(EdgeRect{0, 0, 1920, 1080});
     const int64_t width = std::clamp<int64_t>(rect.Width(), 1, desktop.Width() * 2);
     const int64_t height = std::clamp<int64_t>(rect.Height(), 1, desktop.Height() * 2);
-    const int left = int(std::clamp<int64_t>(rect.left, -kLargestCoordinate, kLargestCoordinate));
-    const int top = int(std::clamp<int64_t>(rect.top, -kLargestCoordinate, kLargestCoordinate));
-    return {left, top, Saturate(left + width), Saturate(top + height)};
+    return {rect.left, rect.top, Saturate(rect.left + width), Saturate(rect.top + height)};
 }
 
 void Recover(WindowLayout& layout) {

@@ -1,0 +1,34 @@
+// The main of benchmarks with windows: application object, look and global records around one function.
+#pragma once
+
+#include <QApplication>
+#include <cstdio>
+
+#include "core/BaseFolders.h"
+#include "core/ProjectModel.h"
+#include "ui/Display.h"
+#include "windows/widgets/Theme.h"
+#include "windows/widgets/WindowRegistry.h"
+
+namespace pixelgrove {
+
+// The exit status: that of run, or 1 without a display.
+inline int RunOnDisplay(int argc, char** argv, int (*run)()) {
+    ChooseWindowPlatform();
+    if (const QString missing = MissingDisplayText(); !missing.isEmpty()) {
+        std::fprintf(stderr, "%s: %s\n", argv[0], qPrintable(missing));
+        return 1;
+    }
+    QApplication application(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    ApplyTheme(application, UiColours());
+    if (!AllocateGlobals()) return 1;
+    SetBaseFolders();
+    const int result = run();
+    ClearProject(false);
+    Windows().Clear();
+    FreeGlobals();
+    return result;
+}
+
+}  // namespace pixelgrove
