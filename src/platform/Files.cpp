@@ -6,41 +6,20 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <QFile>
-#include <QSaveFile>
 #include <cerrno>
 #include <new>
+
+#include "platform/Descriptor.h"
 
 namespace pixelgrove {
 
 namespace {
-
-// The name as the system wants it. Empty, which no call accepts, for a path that holds a NUL: the system
-// would cut it there and act on another file.
-QByteArray SystemName(const QString& path) {
-    if (path.contains(QChar(0))) return QByteArray();
-    return QFile::encodeName(NormalizePath(path));
-}
 
 // The mode word of what stands there, or 0.
 mode_t ModeOf(const QString& path) {
     struct stat info {};
     return stat(SystemName(path).constData(), &info) == 0 ? info.st_mode : 0;
 }
-
-class Descriptor {
-  public:
-    explicit Descriptor(int value) : value_(value) {}
-    ~Descriptor() {
-        if (value_ >= 0) close(value_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int Get() const { return value_; }
-
-  private:
-    int value_;
-};
 
 // Reads to the end; false on an error or when more than maxBytes come.
 bool ReadToEnd(int descriptor, qint64 maxBytes, qint64 expectedBytes, QByteArray& bytes) {
@@ -89,15 +68,6 @@ std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 maxBytes) {
         // Not enough memory for this file: as good as unreadable.
     }
     return std::nullopt;
-}
-
-bool WriteWholeFile(const QString& path, QByteArrayView bytes) {
-    const mode_t mode = ModeOf(path);
-    if (SystemName(path).isEmpty() || (mode != 0 && !S_ISREG(mode))) return false;
-    QSaveFile file(NormalizePath(path));
-    if (!file.open(QIODevice::WriteOnly)) return false;
-    if (file.write(bytes.data(), bytes.size()) != bytes.size()) return false;
-    return file.commit();
 }
 
 bool MakeFolder(const QString& path) {

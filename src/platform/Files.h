@@ -21,9 +21,21 @@ bool IsFolder(const QString& path);
 // The default bound keeps a mistaken choice of file from filling memory.
 std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 maxBytes = qint64(1) << 30);
 
-// Writes beside the target and renames, so that readers see the old or the new file and a full disk
-// leaves the old one. False on any failure.
-bool WriteWholeFile(const QString& path, QByteArrayView bytes);
+// How far a written file has got when the call returns: onto the disk, so that it outlives a loss of power,
+// or to the system, which is quick and enough for files that can be made again.
+enum class Durability { Disk, System };
+
+// The one way in which this program writes a file. The bytes go into a new file beside the target, which then
+// takes the target's name: whoever reads sees the old file or the new one, and a failure, a full disk or a
+// kill at any moment leaves the old one. The mode is kept, links stay links and the file that they lead to is
+// replaced.
+//
+// A file that may be written in a folder that may not is written in place. What it held is put back when that
+// fails; a kill at that moment is the one thing that can leave it half written.
+//
+// False on any failure; reason is then the system's own words for it, such as "No space left on device".
+bool WriteWholeFile(const QString& path, QByteArrayView bytes, QString* reason = nullptr,
+                    Durability durability = Durability::Disk);
 
 // Makes the folder when it doesn't exist (one level; parents must exist). False when it isn't there after.
 bool MakeFolder(const QString& path);

@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
+#include <csignal>
 #include <string>
 
 #include "platform/Files.h"
@@ -29,6 +33,69 @@ TEST_F(FilesTest, WritesReadsAndReplaces) {
     EXPECT_EQ(ReadWholeFile(At("empty")), QByteArray());
     // The helper file of the writing is gone.
     EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 2);
+}
+
+// A limit on the length of files stands in for a full disk.
+TEST_F(FilesTest, FailedWriteKeepsTheOldFile) {
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit old{};
+    getrlimit(RLIMIT_FSIZE, &old);
+    const rlimit limited{10, old.rlim_max};
+    for (const qsizetype length : {11, 100000}) {
+        ASSERT_TRUE(WriteWholeFile(At("x"), "old"));
+        setrlimit(RLIMIT_FSIZE, &limited);
+        QString reason;
+        EXPECT_FALSE(WriteWholeFile(At("x"), QByteArray(length, 'n'), &reason)) << length;
+        setrlimit(RLIMIT_FSIZE, &old);
+        EXPECT_EQ(reason, QStringLiteral("File too large"));
+        EXPECT_EQ(ReadWholeFile(At("x")), QByteArray("old")) << length;
+        EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    }
+    std::signal(SIGXFSZ, oldHandler);
+}
+
+TEST_F(FilesTest, ReplacesWhatLinksLeadToAndKeepsTheMode) {
+    ASSERT_TRUE(WriteWholeFile(At("x"), "old") && MakeFolder(At("links")));
+    ASSERT_EQ(chmod(QFile::encodeName(At("x")).constData(), 0751), 0);
+    ASSERT_TRUE(QFile::link(QStringLiteral("../x"), At("links/1")));
+    ASSERT_TRUE(QFile::link(At("links/1"), At("2")));
+    ASSERT_TRUE(QFile::link(QStringLiteral("links/new"), At("3")));
+    ASSERT_TRUE(QFile::link(QStringLiteral("4"), At("4")));
+    EXPECT_TRUE(WriteWholeFile(At("2"), "changed"));
+    EXPECT_TRUE(WriteWholeFile(At("3"), "made"));
+    EXPECT_FALSE(WriteWholeFile(At("4"), "nowhere"));
+    struct stat info {};
+    ASSERT_EQ(lstat(QFile::encodeName(At("x")).constData(), &info), 0);
+    EXPECT_EQ(info.st_mode, mode_t(S_IFREG | 0751));
+    EXPECT_EQ(ReadWholeFile(At("x")), QByteArray("changed"));
+    EXPECT_EQ(ReadWholeFile(At("links/new")), QByteArray("made"));
+    for (const char* link : {"links/1", "2", "3", "4"})
+        EXPECT_TRUE(QFileInfo(At(link)).isSymbolicLink()) << link;
+}
+
+TEST_F(FilesTest, WritesInPlaceWhereTheFolderIsProtected) {
+    constexpr uid_t kNobody = 65534;
+    const bool isRoot = geteuid() == 0;
+    ASSERT_TRUE(WriteWholeFile(At("x"), QByteArray(100, 'o')) && WriteWholeFile(At("fixed"), "old"));
+    if (isRoot) {  // for whom no protection holds
+        for (const QString& path : {folder_.path(), At("x"), At("fixed")})
+            ASSERT_EQ(chown(QFile::encodeName(path).constData(), kNobody, gid_t(-1)), 0);
+        ASSERT_EQ(seteuid(kNobody), 0);
+    }
+    const QByteArray folder = QFile::encodeName(folder_.path());
+    chmod(QFile::encodeName(At("fixed")).constData(), 0444);
+    EXPECT_FALSE(WriteWholeFile(At("fixed"), "new")) << "the folder would let it";
+    chmod(folder.constData(), 0555);
+    QString reason;
+    EXPECT_TRUE(WriteWholeFile(At("x"), "new"));
+    EXPECT_FALSE(WriteWholeFile(At("fixed"), "new") || WriteWholeFile(At("y"), "new", &reason));
+    EXPECT_EQ(reason, QStringLiteral("Permission denied"));
+    EXPECT_EQ(ReadWholeFile(At("x")), QByteArray("new"));
+    EXPECT_EQ(ReadWholeFile(At("fixed")), QByteArray("old"));
+    chmod(folder.constData(), 0755);
+    if (isRoot) {
+        EXPECT_EQ(seteuid(0), 0);
+    }
 }
 
 TEST_F(FilesTest, ReadsNoMoreThanAsked) {
