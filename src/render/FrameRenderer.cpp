@@ -144,10 +144,14 @@ BoundTexture ChannelTexture(const RenderContext& context, const ChannelInput& ch
     }
 }
 
+// The target that the channel's sampler reads, whatever stands behind the channel.
+GLenum SamplerTarget(const ChannelInput& channel) {
+    if (channel.kind == kChannelCubeA || channel.kind == kChannelCubemap) return GL_TEXTURE_CUBE_MAP;
+    return channel.kind == kChannelVolume ? GL_TEXTURE_3D : GL_TEXTURE_2D;
+}
+
 void ApplySampler(ChannelInput& channel) {
-    GLenum target = GL_TEXTURE_2D;
-    if (channel.kind == kChannelCubeA || channel.kind == kChannelCubemap) target = GL_TEXTURE_CUBE_MAP;
-    if (channel.kind == kChannelVolume) target = GL_TEXTURE_3D;
+    const GLenum target = SamplerTarget(channel);
     glTexParameteri(target, GL_TEXTURE_WRAP_S, GLint(channel.wrap));
     glTexParameteri(target, GL_TEXTURE_WRAP_T, GLint(channel.wrap));
     if (target != GL_TEXTURE_2D) glTexParameteri(target, GL_TEXTURE_WRAP_R, GLint(channel.wrap));
@@ -166,15 +170,19 @@ void BindChannels(const RenderContext& context, ShaderStage& stage) {
     for (int i = 0; i < kChannelCount; ++i) {
         ChannelInput& channel = stage.channels[size_t(i)];
         if (channel.kind == kChannelUnused) continue;
-        const BoundTexture texture = ChannelTexture(context, channel);
-        if (texture.name == 0) continue;
+        // Its own unit in every case: two sampler types on one unit make the draw fail.
+        name[8] = char('0' + i);
+        glUniform1i(glGetUniformLocation(stage.program, name), i);
         glActiveTexture(GLenum(GL_TEXTURE0 + i));
+        const BoundTexture texture = ChannelTexture(context, channel);
+        if (texture.name == 0) {
+            glBindTexture(SamplerTarget(channel), 0);  // reads black
+            continue;
+        }
         glBindTexture(texture.target, texture.name);
         // Sampler state belongs to the texture, and a feedback channel alternates between two: hence a
         // countdown of frames instead of a flag.
         if (ShownFrame(context) == 0 || channel.samplerCountdown != 0) ApplySampler(channel);
-        name[8] = char('0' + i);
-        glUniform1i(glGetUniformLocation(stage.program, name), i);
     }
 }
 

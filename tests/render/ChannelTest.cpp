@@ -298,14 +298,25 @@ TEST(Channel, MissingPictureFailsWithItsName) {
     EXPECT_TRUE(outcome.failure.contains(QLatin1String("texture of channel 0")));
 }
 
-TEST(Channel, ASourceThatDoesNotExistIsSkipped) {
-    Engine engine;
-    engine.SetText(kStageImage,
-                   "void mainImage(out vec4 c, in vec2 p) { c = vec4(0.25) + 0.0 * texture(iChannel0, p); }");
-    engine.Connect(kStageImage, 0, kStageBufferD);
-    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
-    ASSERT_TRUE(engine.Draw(3));
-    EXPECT_EQ(engine.ReadFirst()[0], 0.25f);
+TEST(Channel, ASourceThatDoesNotExistReadsBlack) {
+    // Beside a picture on channel 0, with a sampler of its type and with one of another.
+    for (const auto& [source, kind, lookUp] :
+         {std::tuple{kStageBufferD, kChannelBuffer, "texture(iChannel1, p)"},
+          {kStageCubeA, kChannelCubeA, "texture(iChannel1, vec3(p, 1.0))"},
+          {kStageCommon, kChannelBuffer, "texture(iChannel1, p)"}}) {
+        Engine engine;
+        const std::string text = std::string("void mainImage(out vec4 c, in vec2 p) { c = vec4(0.25) + ") +
+                                 lookUp + " + 0.5 * texture(iChannel0, p); }";
+        engine.SetText(kStageImage, text.c_str());
+        auto picture = CreateBitmap(2, 2, 32, false);
+        picture->bits.assign(picture->bits.size(), 255);
+        SetPicture(engine.Channel(kStageImage, 0), picture, true);
+        engine.Connect(kStageImage, 1, source);
+        engine.Channel(kStageImage, 1).kind = kind;
+        ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
+        ASSERT_TRUE(engine.Draw(3));
+        EXPECT_EQ(engine.ReadFirst()[0], 0.75f) << source << lookUp;
+    }
 }
 
 }  // namespace
