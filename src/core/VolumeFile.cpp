@@ -5,8 +5,8 @@
 namespace pixelgrove {
 namespace {
 
-// The largest 3D texture side that drivers commonly take. It also keeps every product below 2^35.
-constexpr uint32_t kMaxVolumeSide = 2048;
+// Keeps every product below 2^49.
+constexpr uint32_t kMaxVolumeSide = 65535;
 
 uint32_t ReadU32(const uint8_t* bytes) {
     return uint32_t(bytes[0]) | uint32_t(bytes[1]) << 8 | uint32_t(bytes[2]) << 16 | uint32_t(bytes[3]) << 24;
@@ -28,28 +28,22 @@ std::optional<VolumeHeader> ReadVolumeHeader(std::span<const uint8_t> file) {
     return header;
 }
 
-std::optional<uint64_t> VolumeUploadBytes(const VolumeHeader& header) {
-    uint64_t sampleBytes = 0;
-    switch (header.sampleKind) {
-        case 1:
-        case 4:
-            sampleBytes = 1;
-            break;
-        case 2:
-            sampleBytes = 2;
-            break;
-        default:
-            return std::nullopt;
-    }
+uint32_t VolumeSampleBytes(uint32_t sampleKind) {
+    if (sampleKind == 2) return 2;
+    return sampleKind == 1 || sampleKind == 4 ? 1 : 0;
+}
+
+std::optional<uint64_t> VolumeDataBytes(const VolumeHeader& header) {
+    const uint64_t sampleBytes = VolumeSampleBytes(header.sampleKind);
+    if (sampleBytes == 0) return std::nullopt;
     if (!IsVolumeSide(header.x) || !IsVolumeSide(header.y) || !IsVolumeSide(header.z)) return std::nullopt;
-    const uint64_t rowBytes = (header.x * sampleBytes + 3) / 4 * 4;
-    return rowBytes * header.y * header.z;
+    return sampleBytes * header.x * header.y * header.z;
 }
 
 bool IsVolumeComplete(std::span<const uint8_t> file) {
     const std::optional<VolumeHeader> header = ReadVolumeHeader(file);
     if (!header) return false;
-    const std::optional<uint64_t> needed = VolumeUploadBytes(*header);
+    const std::optional<uint64_t> needed = VolumeDataBytes(*header);
     return needed && *needed <= file.size() - kVolumeHeaderBytes;
 }
 

@@ -20,12 +20,15 @@ struct VolumeHeader {
 // The header, or nothing when the file doesn't begin with "BIN" or is shorter than its header.
 std::optional<VolumeHeader> ReadVolumeHeader(std::span<const uint8_t> file);
 
-// Bytes that an upload of this volume reads: x * y * z samples of 1 byte (kinds 1 and 4, which are read
-// one component a texel) or 2 bytes (kind 2), with every row padded to 4 bytes, GL's default unpack
-// alignment. Nothing for another kind, a size of 0 or above 2048, or a product that doesn't fit.
-std::optional<uint64_t> VolumeUploadBytes(const VolumeHeader& header);
+// Bytes that one sample of a row takes, 1 (kinds 1 and 4, which are read one component a texel) or 2 (kind
+// 2); 0 for another kind.
+uint32_t VolumeSampleBytes(uint32_t sampleKind);
 
-// The file holds all samples that its header promises and its sizes can be uploaded.
+// Bytes of the x * y * z samples that are read, rows without gaps. Nothing for another kind or a size of 0 or
+// above 65535; whether a driver takes the sizes is its own to say.
+std::optional<uint64_t> VolumeDataBytes(const VolumeHeader& header);
+
+// The file holds all samples that its header promises.
 bool IsVolumeComplete(std::span<const uint8_t> file);
 
 }  // namespace pixelgrove

@@ -2,7 +2,10 @@
 
 #include <GL/glew.h>
 
+#include <algorithm>
+#include <cstring>
 #include <optional>
+#include <vector>
 
 #include "core/BitmapRows.h"
 #include "core/LiveFeeds.h"
@@ -79,9 +82,28 @@ bool UploadCubemap(ChannelInput& channel) {
     return name != 0;
 }
 
+// The rows with their starts at multiples of 4, as GL reads them by default.
+std::vector<uint8_t> AlignedRows(const uint8_t* samples, size_t rowBytes, size_t rows) {
+    const size_t stride = (rowBytes + 3) / 4 * 4;
+    std::vector<uint8_t> aligned(stride * rows);
+    for (size_t row = 0; row < rows; ++row)
+        std::memcpy(aligned.data() + row * stride, samples + row * rowBytes, rowBytes);
+    return aligned;
+}
+
 bool UploadVolume(ChannelInput& channel) {
     if (!channel.volumeData || !IsVolumeComplete(*channel.volumeData)) return false;
     const VolumeHeader header = *ReadVolumeHeader(*channel.volumeData);
+    GLint largestSide = 0;
+    glGetIntegerv(GL_MAX_3D_TEXTURE_SIZE, &largestSide);
+    if (std::max({header.x, header.y, header.z}) > uint32_t(largestSide)) return false;
+    const uint8_t* samples = channel.volumeData->data() + kVolumeHeaderBytes;
+    const size_t rowBytes = size_t(header.x) * VolumeSampleBytes(header.sampleKind);
+    std::vector<uint8_t> aligned;
+    if (rowBytes % 4 != 0) {
+        aligned = AlignedRows(samples, rowBytes, size_t(header.y) * header.z);
+        samples = aligned.data();
+    }
     GLint internalFormat = GL_R8;
     GLenum type = GL_UNSIGNED_BYTE;
     if (header.sampleKind == 2) {
@@ -95,7 +117,7 @@ bool UploadVolume(ChannelInput& channel) {
     glGenTextures(1, &name);
     glBindTexture(GL_TEXTURE_3D, name);
     glTexImage3D(GL_TEXTURE_3D, 0, internalFormat, GLsizei(header.x), GLsizei(header.y), GLsizei(header.z), 0,
-                 GL_RED, type, channel.volumeData->data() + kVolumeHeaderBytes);
+                 GL_RED, type, samples);
     if (ShowGLError() != GL_NO_ERROR) {
         glDeleteTextures(1, &name);
         return false;

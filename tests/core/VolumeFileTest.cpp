@@ -26,33 +26,34 @@ TEST(VolumeFile, RefusesShortOrForeignFiles) {
     EXPECT_FALSE(IsVolumeComplete(file));
 }
 
-TEST(VolumeFile, CountsUploadBytesAndRefusesWhatCannotBeUploaded) {
+TEST(VolumeFile, IsCompleteOnlyWithAllSamplesOfAKnownKind) {
     constexpr uint32_t kHuge = 0xFFFFFFFF;
     const struct {
         VolumeHeader header;
         std::optional<uint64_t> bytes;
     } cases[] = {
-        {{32, 32, 32, 1}, 32768},
-        {{32, 32, 32, 2}, 65536},
-        {{32, 32, 32, 4}, 32768},  // one component a texel
-        {{5, 2, 3, 1}, 48},        // rows of 5 read as 8
-        {{2048, 2048, 2048, 2}, uint64_t(1) << 34},
-        {{1, 1, 2049, 1}, std::nullopt},
+        {{4, 3, 2, 1}, 24},
+        {{4, 3, 2, 2}, 48},
+        {{4, 3, 2, 4}, 24},  // one component a texel
+        {{5, 2, 3, 1}, 30},  // rows without gaps
+        {{1, 1, 4096, 1}, 4096},
+        {{65535, 65535, 65535, 2}, uint64_t(65535) * 65535 * 65535 * 2},
+        {{1, 1, 65536, 1}, std::nullopt},
         {{1, 1, 0, 1}, std::nullopt},
         {{8, 8, 8, 3}, std::nullopt},
         {{8, 8, 8, kHuge}, std::nullopt},
         {{1u << 22, 1u << 21, 1u << 21, 1}, std::nullopt},  // 2^64
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(VolumeUploadBytes(c.header), c.bytes)
-            << c.header.x << ' ' << c.header.y << ' ' << c.header.z << ' ' << c.header.sampleKind;
-}
-
-TEST(VolumeFile, IsCompleteOnlyWithAllSamples) {
-    EXPECT_TRUE(IsVolumeComplete(VolumeFile(4, 3, 2, 1, 24)));
-    EXPECT_FALSE(IsVolumeComplete(VolumeFile(4, 3, 2, 1, 23)));
-    EXPECT_FALSE(IsVolumeComplete(VolumeFile(4, 3, 2, 2, 47)));
-    EXPECT_FALSE(IsVolumeComplete(VolumeFile(2048, 2048, 1024, 1, 1000)));  // promises 4 GiB
+    for (const auto& [header, bytes] : cases) {
+        SCOPED_TRACE(testing::Message() << header.x << ' ' << header.y << ' ' << header.z);
+        const auto file = [&header](size_t samples) {
+            return VolumeFile(header.x, header.y, header.z, header.sampleKind, samples);
+        };
+        EXPECT_EQ(VolumeDataBytes(header), bytes);
+        const bool isSmall = bytes && *bytes < 10000;
+        EXPECT_EQ(isSmall, IsVolumeComplete(file(isSmall ? *bytes : 10000)));
+        EXPECT_FALSE(IsVolumeComplete(file(isSmall ? *bytes - 1 : 0)));
+    }
 }
 
 }  // namespace

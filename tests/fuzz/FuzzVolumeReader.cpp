@@ -1,4 +1,4 @@
-// Any bytes as a volume file: what a complete one says it uploads lies within its bytes.
+// Any bytes as a volume file: what a complete one says it holds lies within its bytes.
 #include "FuzzTarget.h"
 #include "core/VolumeFile.h"
 
@@ -19,7 +19,7 @@ std::string VolumeOf(uint32_t x, uint32_t y, uint32_t z, uint32_t kind, size_t s
 
 const std::vector<std::string>& FuzzSeeds() {
     static const std::vector<std::string> seeds = {
-        VolumeOf(4, 4, 4, 1, 64),         VolumeOf(3, 2, 2, 1, 16),  // rows of 3 bytes take 4
+        VolumeOf(4, 4, 4, 1, 64),         VolumeOf(3, 2, 2, 1, 16),  // rows of 3 bytes
         VolumeOf(3, 1, 2, 2, 16),         VolumeOf(2, 3, 1, 4, 12),
         VolumeOf(2048, 2048, 2048, 2, 8), VolumeOf(0xffffffff, 0x80000000, 2, 1, 8),
     };
@@ -33,7 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FUZZ_CHECK(header || !complete);
     if (!header) return 0;
 
-    const std::optional<uint64_t> upload = VolumeUploadBytes(*header);
+    const std::optional<uint64_t> upload = VolumeDataBytes(*header);
     FUZZ_CHECK(upload || !complete);
     if (!upload) return 0;
     FUZZ_CHECK(complete == (kVolumeHeaderBytes + *upload <= size));

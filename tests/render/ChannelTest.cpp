@@ -254,6 +254,34 @@ TEST(Channel, VolumesOfKindOneAndTwoAreReadOthersFailTheCompile) {
     }
 }
 
+TEST(Channel, VolumesOfAnyRowLengthStandStraight) {
+    // Every sample is its place in the file: x, then y, then z.
+    for (const auto& [x, y, z, kind] :
+         {std::tuple{5u, 3u, 2u, 1u}, {3u, 2u, 2u, 2u}, {1u, 3u, 2u, 1u}, {8u, 2u, 2u, 1u}}) {
+        std::vector<uint8_t> samples;
+        for (uint32_t i = 0; i < x * y * z; ++i) {
+            if (kind == 2) samples.push_back(0);
+            samples.push_back(uint8_t(i));
+        }
+        Engine engine;
+        engine.SetText(
+            kStageImage,
+            "void mainImage(out vec4 c, in vec2 p) { ivec3 s = textureSize(iChannel0, 0); int i = "
+            "int(p.x); c = texelFetch(iChannel0, ivec3(i % s.x, i / s.x % s.y, i / (s.x * s.y)), 0); }");
+        ChannelInput& channel = engine.Channel(kStageImage, 0);
+        channel.kind = kChannelVolume;
+        DefaultSampler(channel);
+        channel.filter = gl::kNearest;
+        channel.volumeData = MakeVolume(x, y, z, kind, samples);
+        const int count = int(x * y * z);
+        ASSERT_EQ(engine.Start(count, 1).result, CompileResult::Good) << x << ' ' << z;
+        ASSERT_TRUE(engine.Draw(1));
+        const std::vector<Pixel> pixels = engine.Read(kStageImage);
+        for (int i = 0; i < count; ++i)
+            ASSERT_NEAR(pixels[size_t(i)][0] * 255, i % 256, 1.1) << x << ' ' << z << " at " << i;
+    }
+}
+
 TEST(Channel, KeyboardRowsReachTheShader) {
     Engine engine;
     engine.SetText(kStageImage,
