@@ -2,8 +2,11 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QLocale>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 
 #include "app/RenderOptions.h"
 #include "controls/LiveValues.h"
@@ -43,16 +46,40 @@ int LoadIntoEditingForm(const QString& path) {
     return kExitDone;
 }
 
-// Turns each --set into a control record, typed as the compiled programs declare the uniform.
-int ApplyValues(const RenderOptions& options, const RenderContext& context) {
-    ControlSet& controls = *Controls();
-    for (const auto& [name, value] : options.values) {
+// The value in the form that the uniform has; nothing when that form can't hold it.
+std::optional<UniformValue> ExactValue(ControlValueType type, double number) {
+    UniformValue value;
+    value.type = type;
+    const bool isWhole = std::trunc(number) == number;
+    switch (type) {
+        case kControlFloat:
+            value.floatValue = float(number);
+            return value;
+        case kControlBool:
+            value.boolValue = number != 0.0 ? 1 : 0;
+            return value;
+        case kControlInt:
+            if (!isWhole || number < -2147483648.0 || number > 2147483647.0) return std::nullopt;
+            value.intValue = int32_t(number);
+            return value;
+        case kControlUint:
+            if (!isWhole || number < 0.0 || number > 4294967295.0) return std::nullopt;
+            value.uintValue = uint32_t(number);
+            return value;
+        default:
+            return std::nullopt;
+    }
+}
+
+// Turns each --set into a value of the type that the compiled programs declare.
+int ApplyValues(const RenderOptions& options, RenderContext& context) {
+    for (const auto& [name, number] : options.values) {
         if (name == QLatin1String("Speed")) {
-            if (value < -1.0 || value > 1.0) {
+            if (number < -1.0 || number > 1.0) {
                 PrintError(QStringLiteral("pixelgrove-render: Speed is a value from -1 to 1."));
                 return kExitUsage;
             }
-            controls.uniforms[0].range.value = float(value);
+            Controls()->uniforms[0].range.value = float(number);
             continue;
         }
         const std::optional<ControlValueType> type = FindUniformType(context, name);
@@ -62,17 +89,16 @@ int ApplyValues(const RenderOptions& options, const RenderContext& context) {
                            .arg(name));
             return kExitUsage;
         }
-        if (controls.uniformCount >= kMaxControls) {
+        std::optional<UniformValue> value = ExactValue(*type, number);
+        if (!value) {
             PrintError(
-                QStringLiteral("pixelgrove-render: at most %1 values can be set.").arg(kMaxControls - 1));
+                QStringLiteral("pixelgrove-render: %1 is a%2 and can't be %3.")
+                    .arg(name, *type == kControlUint ? QStringLiteral(" uint") : QStringLiteral("n int"))
+                    .arg(number, 0, 'g', QLocale::FloatingPointShortest));
             return kExitUsage;
         }
-        UniformControl& control = controls.uniforms[size_t(controls.uniformCount++)];
-        control = UniformControl{};
-        control.type = *type;
-        control.displayName = name;
-        control.range.name = name;
-        control.range.value = float(value);
+        value->name = name;
+        context.fixedValues.push_back(*value);
     }
     return kExitDone;
 }

@@ -83,28 +83,32 @@ void SendStandardUniforms(const RenderContext& context, const ShaderStage& stage
     glUniform3fv(at("iChannelResolution"), kChannelCount, stage.channelResolution[0].data());
 }
 
-void SendLiveUniforms(const UniformTable& table, GLuint program) {
-    for (int i = 1; i < table.count; ++i) {
-        const UniformValue& value = table.values[size_t(i)];
-        const GLint location = glGetUniformLocation(program, ToCodePage(value.name).constData());
-        if (location < 0) continue;
-        switch (value.type) {
-            case kControlFloat:
-                glUniform1f(location, value.floatValue);
-                break;
-            case kControlInt:
-                glUniform1i(location, value.intValue);
-                break;
-            case kControlUint:
-                glUniform1ui(location, value.uintValue);
-                break;
-            case kControlBool:
-                glUniform1i(location, value.boolValue);
-                break;
-            default:
-                break;
-        }
+void SendValue(const UniformValue& value, GLuint program) {
+    const GLint location = glGetUniformLocation(program, ToCodePage(value.name).constData());
+    if (location < 0) return;
+    switch (value.type) {
+        case kControlFloat:
+            glUniform1f(location, value.floatValue);
+            break;
+        case kControlInt:
+            glUniform1i(location, value.intValue);
+            break;
+        case kControlUint:
+            glUniform1ui(location, value.uintValue);
+            break;
+        case kControlBool:
+            glUniform1i(location, value.boolValue);
+            break;
+        default:
+            break;
     }
+}
+
+void SendUserUniforms(const RenderContext& context, GLuint program) {
+    for (int i = 1; i < context.uniforms.count; ++i)
+        SendValue(context.uniforms.values[size_t(i)], program);
+    for (const UniformValue& value : context.fixedValues)
+        SendValue(value, program);
 }
 
 struct BoundTexture {
@@ -221,7 +225,7 @@ void DrawCube(const RenderContext& context, const ShaderStage& stage) {
 void RunPass(const RenderContext& context, ShaderStage& stage) {
     glUseProgram(stage.program);
     SendStandardUniforms(context, stage);
-    SendLiveUniforms(context.uniforms, stage.program);
+    SendUserUniforms(context, stage.program);
     BindChannels(context, stage);
     if (stage.kind == kStageCubeA) {
         DrawCube(context, stage);

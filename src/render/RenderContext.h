@@ -7,6 +7,7 @@
 #include <array>
 #include <atomic>
 #include <memory>
+#include <vector>
 
 #include "controls/LiveValues.h"
 #include "core/AppState.h"
@@ -47,7 +48,8 @@ struct RenderContext {
     uint32_t webcamTexture = 0;
     const bool resizable = true;
 
-    UniformTable uniforms;  // this frame's live values; entry 0 is the time step
+    UniformTable uniforms;                  // this frame's live values; entry 0 is the time step
+    std::vector<UniformValue> fixedValues;  // sent to every stage as they are, behind the live ones
 };
 
 // A context on the surface, current on the calling thread, with the quad in place. Null when the surface

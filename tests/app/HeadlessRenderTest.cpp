@@ -83,6 +83,20 @@ TEST_F(HeadlessRender, TimeStartsOneStepAfterStart) {
     EXPECT_EQ(QImage(Path("frame-0001.png")).pixelColor(1, 1), QColor(255, 255, 255));
 }
 
+TEST_F(HeadlessRender, ValuesArriveExactly) {
+    Write("a.json",
+          Project(Pass(
+              "image", "Image",
+              "uniform bool b, d; uniform int i, j; uniform uint u; void mainImage(out vec4 c, in vec2 p) "
+              "{ c = vec4(b && !d, i == -3 && j == 16777217, u == 4294967295u, 1.0); }")));
+    EXPECT_EQ(Run("a.json --size 4x4 --set b=true --set d=0 --set i=-3 --set j=16777217 --set u=4294967295")
+                  .err.toStdString(),
+              "");
+    EXPECT_EQ(QImage(Path("frame-0001.png")).pixelColor(1, 1), QColor(255, 255, 255));
+    for (const char* line : {"a.json --set i=1.5", "a.json --set u=-1", "a.json --set j=3e9"})
+        EXPECT_EQ(Run(line).exitCode, 2) << line;
+}
+
 TEST_F(HeadlessRender, CubeFacesStandInARow) {
     Write("a.json", Project(Pass("image", "Image", kGradient) + "," +
                             Pass("cubemap", "Cube A",
