@@ -14,6 +14,7 @@
 #include "core/BaseFolders.h"
 #include "core/ProjectModel.h"
 #include "persist/ImageFiles.h"
+#include "platform/Thread.h"
 #include "render/EglSurface.h"
 #include "render/ProjectCompiler.h"
 #include "render/RenderContext.h"
@@ -217,7 +218,11 @@ int RenderMain(const QStringList& arguments) {
     SetBaseFolders();
     InitialiseSpeed(*Controls());
     App()->includeContext = CreateIncludeContext();
-    const int code = Render(parsed.options);
+    int code = kExitUsage;
+    Thread thread;
+    if (!thread.Start(kRenderStackBytes, [&] { code = Render(parsed.options); }))
+        PrintError(QStringLiteral("pixelgrove-render: the system gives no thread to compile on."));
+    thread.Join();
     App()->renderContext = nullptr;
     FreeGlobals();
     return code;

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <thread>
 
 #include "controls/LiveValues.h"
 #include "core/Commands.h"
@@ -125,8 +124,8 @@ void RenderRun::Finish() {
     endSignal_.notify_all();
 }
 
-void RenderRun::Start(const std::shared_ptr<RenderRun>& run) {
-    run->thread_ = std::thread([run] {
+bool RenderRun::Start(const std::shared_ptr<RenderRun>& run) {
+    return run->thread_.Start(kRenderStackBytes, [run] {
         RunProject(*run);
         run->Finish();
     });
@@ -136,13 +135,13 @@ bool RenderRun::EndOrAbandon(int timeoutMs) {
     std::unique_lock lock(gate_);
     if (endSignal_.wait_for(lock, std::chrono::milliseconds(timeoutMs), [this] { return ended_; })) {
         lock.unlock();
-        thread_.join();
+        thread_.Join();
         return true;
     }
     abandoned_ = true;
     ++abandonedRuns;
     PinGlobals();
-    thread_.detach();
+    thread_.Detach();
     return false;
 }
 
@@ -223,8 +222,9 @@ bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t
     auto run = std::make_shared<RenderRun>(app, makeRequest());
     if (configure) configure(*run);
     app.renderThread = run;
-    RenderRun::Start(run);
-    return true;
+    if (RenderRun::Start(run)) return true;
+    app.renderThread = nullptr;
+    return false;
 }
 
 int AbandonedRuns() {

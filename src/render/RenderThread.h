@@ -12,9 +12,9 @@
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <thread>
 
 #include "core/AppState.h"
+#include "platform/Thread.h"
 #include "render/OutputSurface.h"
 #include "render/SamplerMailbox.h"
 
@@ -82,8 +82,8 @@ struct RenderRun {
 
     // The last thing the thread does: leaves the context to main, or frees it when the run was abandoned.
     void Finish();
-    // Starts the thread. Main thread.
-    static void Start(const std::shared_ptr<RenderRun>& run);
+    // Starts the thread; false when the system gives none. Main thread.
+    static bool Start(const std::shared_ptr<RenderRun>& run);
     // Waits for Finish and joins the thread. When it takes longer, closes the gate for good, lets the thread
     // go on without anything it could touch, and returns false. Main thread.
     bool EndOrAbandon(int timeoutMs);
@@ -92,7 +92,7 @@ struct RenderRun {
     QString ReportedFailure();
 
   private:
-    std::thread thread_;
+    Thread thread_;
     std::mutex gate_;
     std::condition_variable endSignal_;
     bool abandoned_ = false;  // under gate_
@@ -102,7 +102,7 @@ struct RenderRun {
 // The press of Play, Stop and restart: with a run, StopRenderThread; without one, starts a run with
 // makeRequest()'s result after storing the clamped rate (10..240) to fpsTarget and fpsCurrent and publishing
 // the control values. configure may finish the run's record before its thread starts. True when a run was
-// started. Main thread.
+// started; without a run before, false says that the system gave no thread. Main thread.
 bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t fpsTarget,
                         const std::function<void(RenderRun&)>& configure = {});
 
@@ -115,6 +115,10 @@ bool StopRenderThread();
 int AbandonedRuns();
 
 constexpr int kStopWaitMs = 4000;
+
+// Compilers of drivers go down a shader's expressions by recursion: the thread that compiles needs a deep
+// stack.
+constexpr size_t kRenderStackBytes = size_t(64) << 20;
 
 // Builds the run's context and its running form of the project from the request. Render thread, or the one
 // thread of a program without windows. False when no context can be made.

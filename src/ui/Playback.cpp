@@ -107,7 +107,8 @@ void Playback::ToggleRun() {
         request.surface = surface;
         return request;
     };
-    ToggleRenderThread(makeRequest, ClampedFps(form_.fpsTarget->Number()), prepareRun);
+    if (!ToggleRenderThread(makeRequest, ClampedFps(form_.fpsTarget->Number()), prepareRun))
+        App()->host->SetStatusText(QStringLiteral("The system gives no thread to play on."));
 }
 
 void Playback::Pause() {

@@ -131,6 +131,13 @@ TEST_F(HeadlessRender, CompileFailuresAreOneWithMappedMessages) {
     EXPECT_TRUE(QDir(folder_.path()).entryList({QStringLiteral("*.png")}).isEmpty());
 }
 
+TEST_F(HeadlessRender, LongExpressionsCompile) {
+    const QByteArray sum = "p.x" + QByteArray("+p.x").repeated(40000);
+    Write("a.json", Project(Pass("image", "Image",
+                                 "void mainImage(out vec4 c, in vec2 p) { c = vec4(" + sum + "); }")));
+    EXPECT_EQ(Run("a.json --check").exitCode, 0);
+}
+
 TEST_F(HeadlessRender, PrintsTheWholeSourceOfAStage) {
     Write("a.json", Project(Pass("common", "Common", "float two() { return 2.0; }") + "," +
                             Pass("image", "Image", kGradient)));

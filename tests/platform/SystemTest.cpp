@@ -13,6 +13,7 @@
 
 #include "platform/Files.h"
 #include "platform/SharedMemory.h"
+#include "platform/Thread.h"
 
 namespace pixelgrove {
 namespace {
@@ -156,6 +157,24 @@ TEST(SharedMemory, HoldersSeeTheSameBlock) {
     shm_unlink(name.c_str());
 
     EXPECT_FALSE(SharedMemory::CreateOrOpen("/no/such/name", 16));
+}
+
+// Takes about a kilobyte of stack a level.
+int Deep(int levels) {
+    volatile char room[1000];
+    room[0] = char(levels);
+    return levels == 0 ? room[0] : Deep(levels - 1) + room[0] % 2;
+}
+
+TEST(ThreadTest, HasTheStackThatItWasGivenOrSaysThatItCannotStart) {
+    int sum = 0;
+    Thread thread;
+    ASSERT_TRUE(thread.Start(size_t(64) << 20, [&sum] { sum = Deep(30000); }));
+    thread.Join();
+    EXPECT_NE(sum, 0);
+    Thread impossible;
+    EXPECT_FALSE(impossible.Start(size_t(1) << 50, [&sum] { sum = 0; }));
+    EXPECT_NE(sum, 0);
 }
 
 }  // namespace

@@ -1,9 +1,12 @@
 // The playback buttons against a real run on the display's OpenGL.
+#include <sys/resource.h>
+
 #include <QCheckBox>
 
 #include "WindowFixture.h"
 #include "render/RenderContext.h"
 #include "render/RenderThread.h"
+#include "support/Memory.h"
 
 namespace pixelgrove {
 namespace {
@@ -45,6 +48,20 @@ TEST_F(PlaybackTest, ButtonsFollowTheRun) {
     EXPECT_EQ(App()->paused, 0u);
     EXPECT_EQ(App()->renderThread, nullptr);
     EXPECT_EQ(Context(), nullptr);
+}
+
+TEST_F(PlaybackTest, ARunWithoutAThreadIsTold) {
+    if (!test::kMemoryIsMeasurable) GTEST_SKIP() << "sanitizers take address space of their own";
+    // No room for the stack of another thread.
+    rlimit before{};
+    getrlimit(RLIMIT_AS, &before);
+    const rlimit tight{rlim_t(test::AddressSpaceBytes()) + (32 << 20), before.rlim_max};
+    setrlimit(RLIMIT_AS, &tight);
+    Click("playButton");
+    setrlimit(RLIMIT_AS, &before);
+    EXPECT_EQ(Status(), QStringLiteral("The system gives no thread to play on."));
+    EXPECT_EQ(App()->renderThread, nullptr);
+    EXPECT_TRUE(PlayUntilRunning());
 }
 
 TEST_F(PlaybackTest, AfterAFailedCompileTheFirstPlayOnlyClears) {
