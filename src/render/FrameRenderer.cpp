@@ -261,7 +261,9 @@ std::array<float, 4> TakeMouse() {
 bool RenderStages(RenderContext* context, const PaletteTable* palette) {
     if (!context) return false;
     if (context->resizable) FollowSize(*context);
-    context->playTime = context->playTime + context->uniforms.values[0].floatValue;
+    // Start and a click on the picture set time and frame number from the main thread, at any moment.
+    context->playTime.fetch_add(context->uniforms.values[0].floatValue);
+    int32_t frame = context->frameCounter;
     context->mouse = TakeMouse();
     UpdateDate(context->date);
     context->frameRate = FrameRate(*context);
@@ -271,7 +273,7 @@ bool RenderStages(RenderContext* context, const PaletteTable* palette) {
     for (ShaderStage& stage : context->project.stages) {
         if (IsRenderedStage(stage.kind)) RunPass(*context, stage);
     }
-    ++context->frameCounter;
+    context->frameCounter.compare_exchange_strong(frame, frame + 1);
     return true;
 }
 

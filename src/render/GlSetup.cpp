@@ -2,6 +2,7 @@
 
 #include <GL/glew.h>
 
+#include <array>
 #include <cstdio>
 #include <mutex>
 
@@ -12,6 +13,10 @@ namespace {
 std::mutex setupLock;
 std::string versionText = "Unknown";
 bool entryPointsLoaded = false;
+
+// What fails in every frame would fill a log. Counted by the low bits of the codes, which lie side by side.
+constexpr int kMostReports = 10;
+thread_local std::array<int, 8> reports{};
 
 // GLEW's pointers are process-wide and the same for every context of one platform, so they are loaded once: a
 // second run that starts while an abandoned one still draws must not rewrite them under its hands.
@@ -29,6 +34,7 @@ bool LoadEntryPoints() {
 
 bool InitOpenGL(GlContext& context) {
     if (!context.MakeCurrent()) return false;
+    reports.fill(0);
     std::lock_guard lock(setupLock);
     const bool usable = LoadEntryPoints();
     if (const auto* text = reinterpret_cast<const char*>(glGetString(GL_VERSION))) versionText = text;
@@ -75,7 +81,13 @@ const char* GlErrorText(uint32_t code) {
 
 uint32_t ShowGLError() {
     const GLenum code = glGetError();
-    if (code != GL_NO_ERROR) std::fprintf(stderr, "%s\n", GlErrorText(code));
+    if (code == GL_NO_ERROR) return code;
+    int& count = reports[code % reports.size()];
+    if (count < kMostReports) {
+        ++count;
+        std::fprintf(stderr, "%s%s\n", GlErrorText(code),
+                     count == kMostReports ? " (Said ten times; not again in this run.)" : "");
+    }
     return code;
 }
 

@@ -18,8 +18,8 @@ bool ProbeOpenGl(OutputSurface& surface);
 // "Unknown" until a context was made, then what glGetString(GL_VERSION) gave. Any thread.
 std::string OpenGlVersionText();
 
-// Polls glGetError once; a code other than 0 goes to the debug output (stderr) with its text. Returns the
-// code.
+// Polls glGetError once; a code other than 0 goes to the debug output (stderr) with its text, each code at
+// most ten times from one InitOpenGL of the calling thread to the next. Returns the code.
 uint32_t ShowGLError();
 const char* GlErrorText(uint32_t code);
 

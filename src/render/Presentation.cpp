@@ -2,6 +2,8 @@
 
 #include <GL/glew.h>
 
+#include <optional>
+
 #include "core/Commands.h"
 #include "platform/Clock.h"
 #include "render/FrameRenderer.h"
@@ -53,13 +55,22 @@ void PresentByBlit(RenderContext& context) {
         client.height < 1) {
         return;
     }
+    // writeIndex has flipped already, so this is the frame before the one just drawn.
+    GLuint texture = image.textures[image.writeIndex];
+    GLenum target = context.sampleExponent != 0 ? GL_TEXTURE_2D_MULTISAMPLE : GL_TEXTURE_2D;
+    std::optional<ResolvedTarget> resolved;
+    if (context.sampleExponent != 0 && client != context.renderSize) {
+        // A blit can't resolve and stretch at once.
+        texture = resolved
+                      .emplace(image.frameBuffers[image.writeIndex], context.renderSize.width,
+                               context.renderSize.height)
+                      .Texture();
+        target = GL_TEXTURE_2D;
+    }
     GLuint source = 0;
     glGenFramebuffers(1, &source);
     glBindFramebuffer(GL_READ_FRAMEBUFFER, source);
-    // writeIndex has flipped already, so this is the frame before the one just drawn.
-    glFramebufferTexture2D(GL_READ_FRAMEBUFFER, GL_COLOR_ATTACHMENT0,
-                           context.sampleExponent != 0 ? GL_TEXTURE_2D_MULTISAMPLE : GL_TEXTURE_2D,
-                           image.textures[image.writeIndex], 0);
+    glFramebufferTexture2D(GL_READ_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, target, texture, 0);
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
     glViewport(0, 0, client.width, client.height);
     glBlitFramebuffer(0, 0, context.renderSize.width, context.renderSize.height, 0, 0, client.width,

@@ -2,8 +2,6 @@
 
 #include <GL/glew.h>
 
-#include <cmath>
-
 #include "platform/Clock.h"
 #include "platform/CodePage.h"
 #include "render/ChannelTextures.h"
@@ -173,8 +171,15 @@ bool CompileStage(RenderContext& context, uint32_t stageId, CompileOutcome& outc
              linkFailed ? QStringLiteral("%1: linking failed.").arg(StageName(stageId)) : QString());
         return false;
     }
-    CreateStageTargets(context, stage, int(std::lround(context.renderSize.width)),
-                       int(std::lround(context.renderSize.height)));
+    const SurfaceSize size = context.renderSize;
+    if (!CreateStageTargets(context, stage, size.width, size.height)) {
+        Fail(outcome, stageId,
+             QStringLiteral("%1: the graphics driver has no room for pictures of %2 by %3 pixels.")
+                 .arg(StageName(stageId))
+                 .arg(size.width)
+                 .arg(size.height));
+        return false;
+    }
     SetInitialMouse(context);
     return true;
 }

@@ -45,34 +45,24 @@ void AllocateFlat(const RenderContext& context, GLuint texture, int width, int h
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
 }
 
-// A single-sampled copy of a multisampled target, for as long as it lives.
-class ResolvedTarget {
-  public:
-    ResolvedTarget(GLuint sourceFrameBuffer, int width, int height) {
-        glGenTextures(1, &texture_);
-        glBindTexture(GL_TEXTURE_2D, texture_);
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, width, height, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
-        glGenFramebuffers(1, &frameBuffer_);
-        glBindFramebuffer(GL_READ_FRAMEBUFFER, sourceFrameBuffer);
-        glBindFramebuffer(GL_DRAW_FRAMEBUFFER, frameBuffer_);
-        glFramebufferTexture2D(GL_DRAW_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture_, 0);
-        glBlitFramebuffer(0, 0, width, height, 0, 0, width, height, GL_COLOR_BUFFER_BIT, GL_NEAREST);
-        glBindFramebuffer(GL_FRAMEBUFFER, 0);
-    }
-    ~ResolvedTarget() {
-        glDeleteFramebuffers(1, &frameBuffer_);
-        glDeleteTextures(1, &texture_);
-    }
-    ResolvedTarget(const ResolvedTarget&) = delete;
-    ResolvedTarget& operator=(const ResolvedTarget&) = delete;
-    GLuint Texture() const { return texture_; }
-
-  private:
-    GLuint texture_ = 0;
-    GLuint frameBuffer_ = 0;
-};
-
 }  // namespace
+
+ResolvedTarget::ResolvedTarget(uint32_t sourceFrameBuffer, int width, int height) {
+    glGenTextures(1, &texture_);
+    glBindTexture(GL_TEXTURE_2D, texture_);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, width, height, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
+    glGenFramebuffers(1, &frameBuffer_);
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, sourceFrameBuffer);
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, frameBuffer_);
+    glFramebufferTexture2D(GL_DRAW_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture_, 0);
+    glBlitFramebuffer(0, 0, width, height, 0, 0, width, height, GL_COLOR_BUFFER_BIT, GL_NEAREST);
+    glBindFramebuffer(GL_FRAMEBUFFER, 0);
+}
+
+ResolvedTarget::~ResolvedTarget() {
+    glDeleteFramebuffers(1, &frameBuffer_);
+    glDeleteTextures(1, &texture_);
+}
 
 void DeleteStageTargets(ShaderStage& stage) {
     glDeleteFramebuffers(2, stage.frameBuffers.data());
@@ -82,8 +72,12 @@ void DeleteStageTargets(ShaderStage& stage) {
     stage.writeIndex = 0;
 }
 
-void CreateStageTargets(const RenderContext& context, ShaderStage& stage, int width, int height) {
+bool CreateStageTargets(const RenderContext& context, ShaderStage& stage, int width, int height) {
     DeleteStageTargets(stage);
+    GLint largestSide = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largestSide);
+    bool fits = stage.kind == kStageCubeA || (width <= largestSide && height <= largestSide);
+    ShowGLError();  // what is reported below is then of these targets
     for (int i = 0; i < 2; ++i) {
         glGenFramebuffers(1, &stage.frameBuffers[i]);
         glBindFramebuffer(GL_FRAMEBUFFER, stage.frameBuffers[i]);
@@ -95,9 +89,10 @@ void CreateStageTargets(const RenderContext& context, ShaderStage& stage, int wi
         } else {
             AllocateFlat(context, stage.textures[i], width, height);
         }
-        ShowGLError();
+        if (ShowGLError() == GL_OUT_OF_MEMORY) fits = false;
     }
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    return fits;
 }
 
 bool ReadBackStage(const RenderContext& context, uint32_t stageId, Bitmap& bitmap, int face) {

@@ -131,6 +131,14 @@ TEST_F(HeadlessRender, CompileFailuresAreOneWithMappedMessages) {
     EXPECT_TRUE(QDir(folder_.path()).entryList({QStringLiteral("*.png")}).isEmpty());
 }
 
+TEST_F(HeadlessRender, PicturesBeyondTheDriversMemoryAreAFailure) {
+    Write("a.json", Project(Pass("image", "Image", kGradient)));
+    const Outcome outcome = Run("a.json --check --size 16384x16384");
+    if (outcome.exitCode == 0 && outcome.err.isEmpty()) GTEST_SKIP() << "this driver has room for them";
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.err.contains(QLatin1String("no room for pictures of 16384 by 16384 pixels")));
+}
+
 TEST_F(HeadlessRender, LongExpressionsCompile) {
     const QByteArray sum = "p.x" + QByteArray("+p.x").repeated(40000);
     Write("a.json", Project(Pass("image", "Image",

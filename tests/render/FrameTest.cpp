@@ -1,8 +1,12 @@
 // What a frame computes: time, frame numbers, feedback order, cube rays, resizing, uniforms. Every value here
 // was worked out on paper.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "render/FrameRenderer.h"
+#include "render/GlSetup.h"
 #include "render/InputState.h"
 #include "support/Engine.h"
 
@@ -179,6 +183,25 @@ TEST(Frame, AssertionsPaintTheirColour) {
     EXPECT_EQ(pixels[0], (Pixel{1, 0, 0, 1}));
     EXPECT_EQ(pixels[1], (Pixel{0.5f, 0.5f, 0.5f, 0.5f}));
     EXPECT_EQ(pixels[2], (Pixel{0, 1, 0, 1}));
+}
+
+TEST(Frame, AnErrorIsSaidTenTimesARun) {
+    for (int run = 0; run < 2; ++run) {
+        Engine engine;
+        engine.SetText(kStageImage, "void mainImage(out vec4 c, in vec2 p) { c = vec4(0.5); }");
+        ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
+        testing::internal::CaptureStderr();
+        for (int i = 0; i < 30; ++i) {
+            glEnable(GL_TRIANGLES);
+            EXPECT_EQ(ShowGLError(), GLenum(GL_INVALID_ENUM));
+        }
+        glBindTexture(GL_TEXTURE_2D, 1u << 30);
+        glBindTexture(GL_TEXTURE_3D, 1u << 30);
+        ShowGLError();
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 11) << said;
+        EXPECT_THAT(said, testing::HasSubstr("not again in this run"));
+    }
 }
 
 TEST(Frame, MultisampledTargetsAreResolvedOnReadBack) {

@@ -3,7 +3,9 @@
 #include <cstring>
 
 #include "OutputFixture.h"
+#include "core/ProjectModel.h"
 #include "render/RenderContext.h"
+#include "render/RenderThread.h"
 
 namespace pixelgrove {
 namespace {
@@ -62,6 +64,28 @@ TEST_F(PresentationTest, TheLastBitmapOfAnotherThreadFillsTheClientArea) {
     App()->renderContext = nullptr;
     window->ResizeClient({720, 410});
     EXPECT_TRUE(Shows(719, 409, kBlack));
+}
+
+TEST_F(PresentationTest, AMultisampledPictureFollowsTheWindowWhilePaused) {
+    Open();
+    SetDocumentText(
+        App()->documents[kStageImage],
+        QStringLiteral("void mainImage(out vec4 c, in vec2 p) { c = vec4(1.0, 0.0, 0.0, 1.0); }"));
+    App()->documents[kStageImage].hasText = true;
+    App()->multisampleIndex = 2;
+    ASSERT_TRUE(ToggleRenderThread(
+        [this] {
+            RunRequest request = SnapshotProject();
+            request.surface = window->Surface();
+            return request;
+        },
+        60));
+    ASSERT_TRUE(Shows(639, 359, kRed));
+    App()->paused = 1;
+    PumpFor(150);  // the frame that was under way
+    window->ResizeClient({800, 450});
+    EXPECT_TRUE(Shows(799, 449, kRed));
+    StopRenderThread();
 }
 
 TEST_F(PresentationTest, ClosingUnderARunKeepsTheDrawableUntilItsEnd) {
