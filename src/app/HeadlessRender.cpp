@@ -118,7 +118,11 @@ int PrintSource(RenderContext& context, uint32_t stage) {
         return kExitCompileFailed;
     }
     const bool written =
-        std::fwrite(text->constData(), 1, size_t(text->size()), stdout) == size_t(text->size());
+        std::fwrite(text->constData(), 1, size_t(text->size()), stdout) == size_t(text->size()) &&
+        std::fflush(stdout) == 0;
+    if (!written)
+        PrintError(
+            QStringLiteral("pixelgrove-render: the text can't be written: %1.").arg(qt_error_string()));
     return written ? kExitDone : kExitUsage;
 }
 
@@ -168,8 +172,9 @@ int WriteFrames(RenderRun& run, const RenderOptions& options) {
             return kExitUsage;
         }
         const QString path = folder.filePath(*FormatFrameName(options.format, frame));
-        if (!SaveBitmapImage(*picture, path)) {
-            PrintError(QStringLiteral("pixelgrove-render: %1 can't be written.").arg(path));
+        QString reason;
+        if (!SaveBitmapImage(*picture, path, &reason)) {
+            PrintError(QStringLiteral("pixelgrove-render: %1 can't be written: %2.").arg(path, reason));
             return kExitUsage;
         }
     }

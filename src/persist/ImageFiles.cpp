@@ -1,8 +1,6 @@
 #include "persist/ImageFiles.h"
 
 #include <QBuffer>
-#include <QFile>
-#include <QFileInfo>
 #include <QImageReader>
 #include <QImageWriter>
 #include <algorithm>
@@ -155,6 +153,7 @@ QImage ToOpaqueImage(const Bitmap& bitmap) {
 
 // Empty on failure.
 QByteArray EncodeImage(const QImage& image, FileKind kind) {
+    if (image.isNull()) return {};
     if (kind == FileKind::Gif) return EncodeGif(image);
     QByteArray encoded;
     QBuffer buffer(&encoded);
@@ -173,27 +172,19 @@ QByteArray EncodeImage(const QImage& image, FileKind kind) {
     return writer.write(image) ? encoded : QByteArray();
 }
 
-bool WriteImage(QFile& file, const Bitmap& bitmap, FileKind kind) {
-    const QImage image = ToOpaqueImage(bitmap);
-    if (image.isNull()) return false;
-    const QByteArray encoded = EncodeImage(image, kind);
-    return !encoded.isEmpty() && file.write(encoded) == encoded.size();
-}
-
-// The memory as it is, rows and padding and fourth bytes included, taken for pixels of 3 bytes. True when
-// any of it got into the file.
-bool WritePpm(QFile& file, const Bitmap& bitmap) {
+// The memory as it is, rows and padding and fourth bytes included, taken for pixels of 3 bytes. Empty for a
+// bitmap that has no such bytes.
+QByteArray EncodePpm(const Bitmap& bitmap) {
     const size_t bytes = size_t(bitmap.width) * size_t(bitmap.height) * 3;
-    if (bitmap.bits.size() < bytes) return false;  // an 8-bit bitmap has no such bytes
+    if (bitmap.bits.size() < bytes) return {};
     const QByteArray header =
         "P6\n" + QByteArray::number(bitmap.width) + ' ' + QByteArray::number(bitmap.height) + "\n255\n";
-    if (file.write(header) != header.size()) return false;
-
-    QByteArray pixels(reinterpret_cast<const char*>(bitmap.bits.data()), qsizetype(bytes));
-    char* p = pixels.data();
+    QByteArray file =
+        header + QByteArray(reinterpret_cast<const char*>(bitmap.bits.data()), qsizetype(bytes));
+    char* p = file.data() + header.size();
     for (size_t i = 0; i < bytes; i += 3)
         std::swap(p[i], p[i + 2]);
-    return file.write(pixels) > 0;
+    return file;
 }
 
 }  // namespace
@@ -207,25 +198,17 @@ BitmapRef LoadImageFile(const QString& path) {
     }
 }
 
-bool SaveBitmapImage(const Bitmap& bitmap, const QString& path) {
+bool SaveBitmapImage(const Bitmap& bitmap, const QString& path, QString* reason) {
+    if (reason) *reason = QStringLiteral("Not a picture that can be written");
     const std::optional<FileKind> kind = KindOfPath(path);
     if (!kind || !bitmap.IsComplete()) return false;
-    const QString target = NormalizePath(path);
-    // Never write into, and never delete, what is no file: a device, a pipe, a folder.
-    if (QFileInfo::exists(target) && !IsPlainFile(target)) return false;
-
-    QFile file(target);
-    // Unbuffered, so that a full disk shows in the write and not in a close that can't tell.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) return false;
-    bool written = false;
     try {
-        written = *kind == FileKind::Ppm ? WritePpm(file, bitmap) : WriteImage(file, bitmap, *kind);
+        const QByteArray file =
+            *kind == FileKind::Ppm ? EncodePpm(bitmap) : EncodeImage(ToOpaqueImage(bitmap), *kind);
+        return !file.isEmpty() && WriteWholeFile(path, file, reason, Durability::System);
     } catch (const std::bad_alloc&) {
-        written = false;
+        return false;
     }
-    file.close();
-    if (!written) file.remove();
-    return written;
 }
 
 }  // namespace pixelgrove

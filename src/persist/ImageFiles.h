@@ -36,8 +36,7 @@ BitmapRef LoadImageFile(const QString& path);
 // three swapped. That is a picture only for a top-down 24-bit bitmap whose rows have no padding.
 //
 // False when refused, when the bitmap is incomplete, when the path is an existing folder or device, or when
-// writing fails; a file that was opened is then gone, an older one of the same name too, so that no stale or
-// half frame stands in a sequence.
-bool SaveBitmapImage(const Bitmap& bitmap, const QString& path);
+// writing fails; reason says why. An older file of that name is then as it was (see WriteWholeFile).
+bool SaveBitmapImage(const Bitmap& bitmap, const QString& path, QString* reason = nullptr);
 
 }  // namespace pixelgrove
