@@ -28,6 +28,7 @@ void RunMainDialog(const QString& projectFile) {
     QObject::connect(&window, &MainWindow::Closed, [] { QCoreApplication::exit(0); });
     const bool opened = window.OpenInitialProject(projectFile);
     window.ShowWithLayout();
+    window.AddStatusLine(StoredSettings().file.notice);
     // What was wrong with the file must stay readable: no play by itself then. Posted behind the commands
     // that open the layout's other windows.
     if (opened && qEnvironmentVariable(kAutoplayVariable) == QStringLiteral("1") && App()->openGlOk)
@@ -35,15 +36,22 @@ void RunMainDialog(const QString& projectFile) {
     QCoreApplication::exec();
 }
 
-// What isn't there, or can't be read or written, leaves the program as it is by default, without a message.
+void PrintError(const QString& text) {
+    if (!text.isEmpty()) std::fprintf(stderr, "pixelgrove: %s\n", qPrintable(text));
+}
+
+// What isn't there leaves the program as it is by default, without a message.
 void LoadWorkbenchSettings() {
     LoadSettings(SettingsPath(), PathOf(PathId::ColourSettings));
+    PrintError(StoredSettings().file.notice);
     Windows().RecoverStoredRows();
 }
 
 void SaveWorkbenchSettings() {
     StoredSettings().layout.desktop = CurrentDesktop().value_or(EdgeRect{});
-    SaveSettings(SettingsPath());
+    QString reason;
+    if (!SaveSettings(SettingsPath(), &reason))
+        PrintError(QStringLiteral("the settings can't be saved: %1.").arg(reason));
 }
 
 }  // namespace

@@ -15,6 +15,15 @@ QString EntryName(int index) {
     return QStringLiteral("File_%1").arg(index, 2, 10, QLatin1Char('0'));
 }
 
+// How many entries at the list's front were opened since base was read: what follows them is a part of base
+// in the order of base.
+qsizetype NewEntries(const QStringList& list, const QStringList& base) {
+    qsizetype first = list.size();
+    for (qsizetype at = base.size() - 1; at >= 0 && first > 0; --at)
+        if (list[first - 1] == base[at]) --first;
+    return first;
+}
+
 }  // namespace
 
 bool PushRecent(StringList* list, QString path) {
@@ -39,12 +48,23 @@ void LoadRecent(StringList* list, XmlStore& store, const QString& elementName) {
     XmlLeave(store);
 }
 
+QStringList MergeRecent(const QStringList& own, const QStringList& stored, const QStringList& base) {
+    const QStringList newHere = own.first(NewEntries(own, base));
+    const QStringList newThere = stored.first(NewEntries(stored, base));
+    QStringList merged;
+    for (const QString& path : newHere + newThere + own) {
+        if (merged.size() == StringList::kCapacity) break;
+        if (!merged.contains(path, Qt::CaseInsensitive)) merged.append(path);
+    }
+    return merged;
+}
+
 bool WriteRecent(const StringList* list, XmlStore& store, const QString& elementName) {
     if (!XmlOpenElement(store, elementName)) return false;
     if (list) {
         int number = 0;
         for (auto entry = list->entries.crbegin(); entry != list->entries.crend(); ++entry)
-            XmlWriteText(store, EntryName(number++), *entry);
+            XmlWritePath(store, EntryName(number++), *entry);
     }
     return XmlCloseElement(store) && !store.failed;
 }

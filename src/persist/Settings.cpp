@@ -1,13 +1,18 @@
 #include "persist/Settings.h"
 
+#include <QFileInfo>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
 #include "persist/RecentList.h"
+#include "persist/SettingsFile.h"
 #include "persist/XmlStore.h"
+#include "platform/Files.h"
+#include "platform/FolderLock.h"
 
 namespace pixelgrove {
 
@@ -39,12 +44,12 @@ struct RecentElement {
     const char* name;
     std::unique_ptr<StringList> AppState::*list;
 };
-constexpr RecentElement kRecentElements[] = {
+constexpr std::array<RecentElement, 4> kRecentElements{{
     {"RecentFiles", &AppState::recentFiles},
     {"RecentProjects", &AppState::recentProjects},
     {"RecentPalettes", &AppState::recentPalettes},
     {"RecentPlaylists", &AppState::recentPlaylists},
-};
+}};
 
 QString ComboElement(size_t index) {
     return QStringLiteral("Combo%1").arg(index);
@@ -66,9 +71,16 @@ std::optional<int32_t> ReadUnsigned(const XmlStore& store, const QString& elemen
     return ReadUpTo(store, element, INT32_MAX);
 }
 
+// An empty element stands for a path that could not be stored, and leaves the default.
+void ReadPath(const XmlStore& store, const QString& element, QString& field) {
+    QString path;
+    ReadText(store, element, RecorderSettings::kMaxPathLength, path);
+    if (!path.isEmpty()) field = std::move(path);
+}
+
 void ReadRecorder(const XmlStore& store, AppState& app, RecorderSettings& recorder) {
-    ReadText(store, kFormat, RecorderSettings::kMaxPathLength, recorder.format);
-    ReadText(store, kFolder, RecorderSettings::kMaxPathLength, recorder.folder);
+    ReadPath(store, kFormat, recorder.format);
+    ReadPath(store, kFolder, recorder.folder);
     if (const auto width = ReadUnsigned(store, kWidth)) app.recordWidth = uint32_t(*width);
     if (const auto height = ReadUnsigned(store, kHeight)) app.recordHeight = uint32_t(*height);
     if (const auto delay = ReadUpTo(store, kDelay, RecorderSettings::kMaxFrameDelayMs))
@@ -122,13 +134,19 @@ void ReadGlobals(XmlStore& store, AppState& app, SettingsRecords& settings) {
     LoadLayout(store, settings.layout);
 }
 
+QString DefaultRecordFolder() {
+    const QString folder = PathOf(PathId::DatBase);
+    return folder.isEmpty() ? QString() : folder + QStringLiteral("/ScreenShots");
+}
+
 void WriteRecorder(XmlStore& store, const AppState& app, const RecorderSettings& recorder) {
-    XmlWriteText(store, kFormat, recorder.format);
-    XmlWriteText(store, kFolder, recorder.folder);
-    XmlWriteInt(store, kWidth, app.recordWidth);
-    XmlWriteInt(store, kHeight, app.recordHeight);
-    XmlWriteInt(store, kDelay, recorder.frameDelayMs);
-    XmlWriteInt(store, kMethod, app.recordMethod);
+    XmlWritePath(store, kFormat, recorder.format);
+    if (IsStorablePath(recorder.folder) || recorder.folder != DefaultRecordFolder())
+        XmlWritePath(store, kFolder, recorder.folder);
+    XmlWriteInt(store, kWidth, int32_t(app.recordWidth));
+    XmlWriteInt(store, kHeight, int32_t(app.recordHeight));
+    XmlWriteInt(store, kDelay, int32_t(recorder.frameDelayMs));
+    XmlWriteInt(store, kMethod, int32_t(app.recordMethod));
     XmlWriteText(store, kFriendlyName, recorder.friendlyName);
     XmlWriteText(store, kStart, recorder.start);
     XmlWriteText(store, kStop, recorder.stop);
@@ -151,6 +169,36 @@ void WriteAudio(XmlStore& store, const AudioParameters& audio) {
     XmlWriteInt(store, kAudioSmoothing, audio.noiseLevel);
     XmlWriteReal(store, kAudioHoming, audio.homingFactor);
     XmlWriteInt(store, kAudioMaximizeRange, audio.maximizeRange ? 1 : 0);
+}
+
+QString NoticeOf(const SettingsFile& file, const QString& path) {
+    switch (file.state) {
+        case SettingsFileState::Unreadable:
+            return QStringLiteral(
+                       "The settings in %1 can't be read: %2. The file is left as it is, and what is "
+                       "changed now lasts until the program ends.")
+                .arg(path, file.reason);
+        case SettingsFileState::Damaged:
+            return QStringLiteral(
+                       "The settings in %1 are damaged, so the program starts without them. The "
+                       "damaged file is kept as %2 when the program ends.")
+                .arg(path, BadSettingsPath(path));
+        default:
+            return QString();
+    }
+}
+
+// Each list with what other instances stored in the meantime.
+void WriteRecentLists(XmlStore& store, const AppState& app, XmlStore* stored) {
+    for (size_t i = 0; i < kRecentElements.size(); ++i) {
+        const QString name = QString::fromLatin1(kRecentElements[i].name);
+        const StringList* own = (app.*kRecentElements[i].list).get();
+        StringList merged, theirs;
+        if (stored) LoadRecent(&theirs, *stored, name);
+        merged.entries = MergeRecent(own ? own->entries : QStringList(), theirs.entries,
+                                     StoredSettings().file.recentAsRead[i]);
+        WriteRecent(&merged, store, name);
+    }
 }
 
 }  // namespace
@@ -177,9 +225,8 @@ void SetDefaultSettings() {
     settings.meterLow = UnpackColour(settings.colours[UiColour::MeterLow]);
 
     RecorderSettings& recorder = settings.recorder;
-    const QString folder = PathOf(PathId::DatBase);
     recorder.format = QStringLiteral("Untitled-%04d.png");
-    recorder.folder = folder.isEmpty() ? QString() : folder + QStringLiteral("/ScreenShots");
+    recorder.folder = DefaultRecordFolder();
     recorder.frameDelayMs = RecorderSettings().frameDelayMs.load();
     recorder.friendlyName = recorder.start = recorder.stop = QString();
     settings.keyCombos = DefaultRecorderTable();
@@ -202,28 +249,36 @@ void SetDefaultSettings() {
 bool LoadSettings(const QString& settingsPath, const QString& coloursPath) {
     SetDefaultSettings();
     AppState* app = App();
-    const std::unique_ptr<XmlStore> store = app ? XmlLoad(settingsPath) : nullptr;
-    if (!store) return false;
+    if (!app) return false;
     SettingsRecords& settings = StoredSettings();
+    const SettingsFile file = ReadSettingsFile(settingsPath);
+    settings.file = {file.state == SettingsFileState::Unreadable, NoticeOf(file, settingsPath), {}};
+    if (!file.store) return false;
     // Elements that stand elsewhere are none of ours.
-    if (XmlEnter(*store, kGlobals)) {
-        ReadGlobals(*store, *app, settings);
-        XmlLeave(*store);
+    if (XmlEnter(*file.store, kGlobals)) {
+        ReadGlobals(*file.store, *app, settings);
+        XmlLeave(*file.store);
     }
     ReconcileCurrentCombo(settings.recorder, settings.keyCombos);
-    for (const RecentElement& element : kRecentElements)
-        LoadRecent((app->*element.list).get(), *store, QString::fromLatin1(element.name));
+    for (size_t i = 0; i < kRecentElements.size(); ++i) {
+        StringList* list = (app->*kRecentElements[i].list).get();
+        LoadRecent(list, *file.store, QString::fromLatin1(kRecentElements[i].name));
+        if (list) settings.file.recentAsRead[i] = list->entries;
+    }
     return LoadUiColours(coloursPath, settings.colours);
 }
 
-bool SaveSettings(const QString& settingsPath) {
+bool SaveSettings(const QString& settingsPath, QString* reason) {
+    QString ignored;
+    QString& words = reason ? *reason : ignored;
+    words.clear();
     const AppState* app = App();
     const std::unique_ptr<XmlStore> store = app ? XmlCreate() : nullptr;
     if (!store) return false;
     SettingsRecords& settings = StoredSettings();
     // A write that is refused is remembered by the store, which then saves nothing.
     XmlOpenElement(*store, kGlobals);
-    XmlWriteInt(*store, kFpsTarget, app->fpsTarget);
+    XmlWriteInt(*store, kFpsTarget, int32_t(app->fpsTarget));
     WriteRecorder(*store, *app, settings.recorder);
     WriteKeyCombos(*store, settings.keyCombos);
     ReconcileCurrentCombo(settings.recorder, settings.keyCombos);
@@ -231,9 +286,19 @@ bool SaveSettings(const QString& settingsPath) {
     WriteAudio(*store, settings.audio);
     SaveLayout(*store, settings.layout);
     XmlCloseElement(*store);
-    for (const RecentElement& element : kRecentElements)
-        WriteRecent((app->*element.list).get(), *store, QString::fromLatin1(element.name));
-    return XmlSave(*store, settingsPath);
+
+    // From here to the end no other instance may come between what is read and what is written.
+    const FolderLock lock(QFileInfo(NormalizePath(settingsPath)).path());
+    const SettingsFile stored = ReadSettingsFile(settingsPath);
+    if (settings.file.leaveAlone || stored.state == SettingsFileState::Unreadable) {
+        words = QStringLiteral("The file could not be read");
+        return false;
+    }
+    if (stored.state == SettingsFileState::Damaged &&
+        !WriteWholeFile(BadSettingsPath(settingsPath), stored.bytes, &words))
+        return false;
+    WriteRecentLists(*store, *app, stored.store.get());
+    return XmlSave(*store, settingsPath, &words);
 }
 
 }  // namespace pixelgrove

@@ -5,6 +5,8 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
+#include <array>
 #include <atomic>
 
 #include "persist/RecorderTable.h"
@@ -45,7 +47,19 @@ constexpr ColourBytes UnpackColour(uint32_t colour) {
     return {uint8_t(colour), uint8_t(colour >> 8), uint8_t(colour >> 16)};
 }
 
+// What was found when the settings file was read. Main thread.
+struct SettingsFileNotes {
+    // The file is there and was refused by the system: it may hold anything, so nothing is written over it.
+    bool leaveAlone = false;
+    // What the user is to know of it, in whole sentences; empty when all is well.
+    QString notice;
+    // Files, projects, palettes, playlists: what of the lists is this process's own doing shows against
+    // these.
+    std::array<QStringList, 4> recentAsRead;
+};
+
 struct SettingsRecords {
+    SettingsFileNotes file;
     RecorderSettings recorder;
     RecorderTable keyCombos;
     AudioParameters audio;

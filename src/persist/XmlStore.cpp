@@ -73,11 +73,14 @@ bool AppendValue(XmlStore& store, const QString& name, const QString& value) {
 
 std::unique_ptr<XmlStore> XmlLoad(const QString& path) {
     const std::optional<QByteArray> bytes = ReadWholeFile(path, XmlStore::kMaxCharacters + 1);
-    if (!bytes) return nullptr;
+    return bytes ? XmlFromBytes(*bytes) : nullptr;
+}
+
+std::unique_ptr<XmlStore> XmlFromBytes(const QByteArray& bytes) {
     try {
         auto store = std::make_unique<XmlStore>();
-        const qsizetype nul = bytes->indexOf('\0');
-        store->text = FromCodePage(QByteArrayView(*bytes).first(nul < 0 ? bytes->size() : nul));
+        const qsizetype nul = bytes.indexOf('\0');
+        store->text = FromCodePage(QByteArrayView(bytes).first(nul < 0 ? bytes.size() : nul));
 
         const QString& text = store->text;
         qsizetype start = 0;
@@ -162,7 +165,15 @@ bool XmlWriteText(XmlStore& store, const QString& name, const QString& text) {
     return AppendValue(store, name, nul < 0 ? text : text.left(nul));
 }
 
-bool XmlWriteInt(XmlStore& store, const QString& name, int64_t value) {
+bool IsStorablePath(const QString& path) {
+    return !path.contains(u'<') && !path.contains(QChar(0)) && FromCodePage(ToCodePage(path)) == path;
+}
+
+bool XmlWritePath(XmlStore& store, const QString& name, const QString& path) {
+    return AppendValue(store, name, IsStorablePath(path) ? path : QString());
+}
+
+bool XmlWriteInt(XmlStore& store, const QString& name, int32_t value) {
     return AppendValue(store, name, QString::number(value));
 }
 
@@ -170,13 +181,14 @@ bool XmlWriteReal(XmlStore& store, const QString& name, double value) {
     return AppendValue(store, name, QString::number(value, 'f', 6));
 }
 
-bool XmlSave(const XmlStore& store, const QString& path) {
+bool XmlSave(const XmlStore& store, const QString& path, QString* reason) {
+    if (reason) reason->clear();
     const qsizetype length = store.text.lastIndexOf(u'>') + 1;
     if (store.failed || length == 0) return false;
     try {
         QByteArray bytes = ToCodePage(QStringView(store.text).first(length));
         bytes.append('\0');
-        return WriteWholeFile(path, bytes);
+        return WriteWholeFile(path, bytes, reason);
     } catch (const std::bad_alloc&) {
         return false;
     }

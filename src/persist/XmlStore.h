@@ -9,6 +9,7 @@
 // thread at a time.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <array>
 #include <cstdint>
@@ -39,6 +40,8 @@ struct XmlStore {
 // The file's text, cut at its first NUL; its first line is skipped, whatever it says. Null when the file
 // can't be read or has more than kMaxCharacters.
 std::unique_ptr<XmlStore> XmlLoad(const QString& path);
+// The same for bytes that were read already; null without memory.
+std::unique_ptr<XmlStore> XmlFromBytes(const QByteArray& bytes);
 
 // Enters the first element of that name at or below the current level. False, with the level unchanged, when
 // there is none, the name is too long or the levels are used up. The element's end is the first closing tag
@@ -65,12 +68,17 @@ bool XmlOpenElement(XmlStore& store, const QString& name);
 bool XmlCloseElement(XmlStore& store);
 // The text is written raw, up to its first NUL.
 bool XmlWriteText(XmlStore& store, const QString& name, const QString& text);
-bool XmlWriteInt(XmlStore& store, const QString& name, int64_t value);
+// For the path of a file. One that would come back as another (the code page lacks a letter, a '<' in it)
+// leaves its element empty.
+bool XmlWritePath(XmlStore& store, const QString& name, const QString& path);
+bool IsStorablePath(const QString& path);
+bool XmlWriteInt(XmlStore& store, const QString& name, int32_t value);
 // With six decimals.
 bool XmlWriteReal(XmlStore& store, const QString& name, double value);
 
 // Writes the document up to its last '>' and one NUL. The file is replaced whole or not at all. False when
-// that fails, when the document is empty, and when one of its writes was refused.
-bool XmlSave(const XmlStore& store, const QString& path);
+// that fails, when the document is empty, and when one of its writes was refused; reason is the system's,
+// empty where it was not asked.
+bool XmlSave(const XmlStore& store, const QString& path, QString* reason = nullptr);
 
 }  // namespace pixelgrove

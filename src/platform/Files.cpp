@@ -21,8 +21,8 @@ mode_t ModeOf(const QString& path) {
     return stat(SystemName(path).constData(), &info) == 0 ? info.st_mode : 0;
 }
 
-// Reads to the end; false on an error or when more than maxBytes come.
-bool ReadToEnd(int descriptor, qint64 maxBytes, qint64 expectedBytes, QByteArray& bytes) {
+// Reads to the end. Gives 0 or an errno value, EFBIG when more than maxBytes come.
+int ReadToEnd(int descriptor, qint64 maxBytes, qint64 expectedBytes, QByteArray& bytes) {
     // Files of the kernel report no size, and a file may grow while it is read: the size is only a hint.
     constexpr qint64 kStep = 1 << 16;
     bytes.resize(expectedBytes + 1);
@@ -31,13 +31,27 @@ bool ReadToEnd(int descriptor, qint64 maxBytes, qint64 expectedBytes, QByteArray
         if (length == bytes.size()) bytes.resize(length + kStep);
         const ssize_t got = read(descriptor, bytes.data() + length, size_t(bytes.size() - length));
         if (got < 0 && errno == EINTR) continue;
-        if (got < 0) return false;
+        if (got < 0) return errno;
         if (got == 0) break;
         length += got;
-        if (length > maxBytes) return false;
+        if (length > maxBytes) return EFBIG;
     }
     bytes.resize(length);
-    return true;
+    return 0;
+}
+
+int ReadFile(const QByteArray& name, qint64 maxBytes, QByteArray& bytes) {
+    // Without waiting: a pipe is opened only to be refused.
+    const Descriptor file(open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat info {};
+    if (file.Get() < 0 || fstat(file.Get(), &info) != 0) return errno;
+    if (!S_ISREG(info.st_mode)) return S_ISDIR(info.st_mode) ? EISDIR : EINVAL;
+    if (info.st_size > maxBytes) return EFBIG;
+    try {
+        return ReadToEnd(file.Get(), maxBytes, info.st_size, bytes);
+    } catch (const std::bad_alloc&) {
+        return ENOMEM;
+    }
 }
 
 }  // namespace
@@ -55,18 +69,11 @@ bool IsFolder(const QString& path) {
     return S_ISDIR(ModeOf(path));
 }
 
-std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 maxBytes) {
-    // Without waiting: a pipe is opened only to be refused.
-    const Descriptor file(open(SystemName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat info {};
-    if (file.Get() < 0 || fstat(file.Get(), &info) != 0) return std::nullopt;
-    if (!S_ISREG(info.st_mode) || info.st_size > maxBytes) return std::nullopt;
-    try {
-        QByteArray bytes;
-        if (ReadToEnd(file.Get(), maxBytes, info.st_size, bytes)) return bytes;
-    } catch (const std::bad_alloc&) {
-        // Not enough memory for this file: as good as unreadable.
-    }
+std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 maxBytes, ReadFailure* failure) {
+    QByteArray bytes;
+    const int error = ReadFile(SystemName(path), maxBytes, bytes);
+    if (error == 0) return bytes;
+    if (failure) *failure = {error == ENOENT || error == ENOTDIR, qt_error_string(error)};
     return std::nullopt;
 }
 

@@ -17,9 +17,15 @@ QString NormalizePath(const QString& path);
 bool IsPlainFile(const QString& path);
 bool IsFolder(const QString& path);
 
-// The whole file, or nothing when it is no plain file, can't be read, or is larger than maxBytes.
-// The default bound keeps a mistaken choice of file from filling memory.
-std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 maxBytes = qint64(1) << 30);
+struct ReadFailure {
+    bool isMissing = false;  // nothing of that name is there, as against something that can't be read
+    QString reason;          // the system's own words
+};
+
+// The whole file, or nothing when it is no plain file, can't be read, or is larger than maxBytes; failure
+// then says why. The default bound keeps a mistaken choice of file from filling memory.
+std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 maxBytes = qint64(1) << 30,
+                                        ReadFailure* failure = nullptr);
 
 // How far a written file has got when the call returns: onto the disk, so that it outlives a loss of power,
 // or to the system, which is quick and enough for files that can be made again.

@@ -277,6 +277,10 @@ void MainWindow::SetStatusText(const QString& text) {
     form_->statusText->setPlainText(text);
 }
 
+void MainWindow::AddStatusLine(const QString& text) {
+    if (!text.isEmpty()) form_->statusText->appendPlainText(text);
+}
+
 void MainWindow::ShowTitle(bool modified) {
     setWindowTitle(
         QStringLiteral("%1%2 - Pixelgrove")

@@ -48,6 +48,9 @@ class MainWindow : public FrameWindow, public Host {
     // text editor. Nothing for a line that points nowhere.
     void JumpToMessage(const QString& line);
 
+    // Below what the message pane says already. Nothing for an empty text.
+    void AddStatusLine(const QString& text);
+
     // Host
     void PostCommand(int commandId, intptr_t data) override;
     void CancelPostedCommand(int commandId) override;

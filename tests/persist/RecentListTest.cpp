@@ -38,6 +38,25 @@ TEST_F(RecentListTest, PushMovesToTheTopAndDropsTheOldest) {
     EXPECT_EQ(list.entries.back(), dir.path());
 }
 
+TEST_F(RecentListTest, MergesWhatTwoInstancesOpened) {
+    const struct {
+        const char *own, *stored, *base, *merged;  // a letter a path, newest first
+    } rows[] = {
+        {"", "", "", ""},           {"ab", "cd", "", "abcd"},
+        {"ab", "ab", "ab", "ab"},   {"xab", "yab", "ab", "xyab"},
+        {"ab", "yab", "ab", "yab"}, {"cab", "bac", "abc", "cba"},
+        {"xab", "b", "ab", "xab"},  {"abcdefghij", "klabcdefgh", "abcdefghij", "klabcdefgh"},
+        {"xab", "XAB", "", "xab"},  {"abcdefghij", "k", "", "abcdefghij"},
+    };
+    const auto list = [](const char* letters) {
+        return QString::fromLatin1(letters).split(QString(), Qt::SkipEmptyParts);
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(MergeRecent(list(row.own), list(row.stored), list(row.base)).join(QString()),
+                  QLatin1String(row.merged))
+            << row.own << ' ' << row.stored;
+}
+
 TEST_F(RecentListTest, IsStoredOldestFirstAndForgetsWhatIsGone) {
     StringList list;
     for (const char* name : {"a", "b", "c"})

@@ -22,6 +22,7 @@ class SettingsTest : public ImageFileTest {
         ASSERT_TRUE(AllocateGlobals());
         for (auto* list : {&App()->recentFiles, &App()->recentProjects, &App()->recentPlaylists})
             *list = std::make_unique<StringList>();
+        StoredSettings().file = {};
         StoredSettings().layout = WindowLayout();
         SetDefaultSettings();
     }
@@ -177,6 +178,16 @@ TEST_F(SettingsTest, DamagedFilesLeaveDefaults) {
     for (const QByteArray& text : texts) {
         LoadText(text);
         EXPECT_EQ(Saved(), defaults) << text.left(40).toHex().constData();
+        EXPECT_TRUE(StoredSettings().file.notice.contains(S("damaged")));
+        EXPECT_TRUE(SaveSettings(Path("s.xml")));
+        EXPECT_EQ(ReadWholeFile(Path("s.xml.bad")), text);
+        EXPECT_EQ(ReadWholeFile(Path("s.xml")), defaults);
+    }
+    // Cut off behind what is read first, and never written to its end.
+    for (const QByteArray& text : {defaults.left(defaults.indexOf("</RecentProjects>")),
+                                   defaults.left(defaults.size() - 4), defaults + QByteArray(100, '\0')}) {
+        LoadText(text);
+        EXPECT_TRUE(StoredSettings().file.notice.contains(S("damaged"))) << text.right(40).constData();
     }
     LoadGlobals("<FPSTarget>20</FPSTarget><FrameRecordFormat>" + QByteArray(260, 'x') +
                 "</FrameRecordFormat><FriendlyName>" + QByteArray(42, 'x') +
@@ -185,6 +196,57 @@ TEST_F(SettingsTest, DamagedFilesLeaveDefaults) {
     EXPECT_EQ(StoredSettings().recorder.friendlyName, QString());
     EXPECT_EQ(StoredSettings().recorder.folder, QString(259, u'x'));
     EXPECT_EQ(App()->fpsTarget, 20u);
+}
+
+TEST_F(SettingsTest, FileThatCannotBeReadIsLeftAlone) {
+    EXPECT_FALSE(LoadSettings(Path("missing.xml"), QString()));
+    EXPECT_EQ(StoredSettings().file.notice, QString());
+    EXPECT_TRUE(SaveSettings(Path("missing.xml")));
+    // Larger than any that the program writes.
+    ASSERT_TRUE(WriteBytes(Path("s.xml"), "") && QFile::resize(Path("s.xml"), XmlStore::kMaxCharacters + 2));
+    LoadSettings(Path("s.xml"), QString());
+    EXPECT_TRUE(StoredSettings().file.notice.contains(S("File too large")));
+    // Neither while it is unreadable nor when it can be read again.
+    EXPECT_FALSE(SaveSettings(Path("s.xml")));
+    EXPECT_EQ(QFile(Path("s.xml")).size(), XmlStore::kMaxCharacters + 2);
+    ASSERT_TRUE(WriteBytes(Path("s.xml"), "kept"));
+    EXPECT_FALSE(SaveSettings(Path("s.xml")));
+    EXPECT_EQ(ReadWholeFile(Path("s.xml")), QByteArray("kept"));
+}
+
+TEST_F(SettingsTest, PathsThatTheCodePageLacksAreNotStored) {
+    const QString folder = StoredSettings().recorder.folder, format = StoredSettings().recorder.format;
+    const QString path = dir.filePath(QStringLiteral(u"\u03c9.glsl"));
+    StoredSettings().recorder.folder = QStringLiteral(u"/shots/\u03c9");
+    StoredSettings().recorder.format = QStringLiteral(u"\u03c9-%d.png");
+    ASSERT_TRUE(WriteBytes(path, ""));
+    ASSERT_TRUE(PushRecent(App()->recentFiles.get(), path) &&
+                PushRecent(App()->recentFiles.get(), dir.path()));
+    const QByteArray saved = Saved();
+    EXPECT_TRUE(saved.contains("<FrameRecordFolder></FrameRecordFolder>")) << saved.constData();
+    EXPECT_TRUE(saved.contains("<File_00></File_00>\n\t<File_01>/"));
+    EXPECT_FALSE(saved.contains('?' + QByteArray("-%d")));
+    LoadSettings(Path("saved.xml"), QString());
+    EXPECT_EQ(StoredSettings().recorder.folder, folder);
+    EXPECT_EQ(StoredSettings().recorder.format, format);
+    EXPECT_EQ(App()->recentFiles->entries, QStringList({dir.path()}));
+}
+
+TEST_F(SettingsTest, RecentEntriesOfAnotherInstanceStay) {
+    QStringList paths;
+    for (const char* name : {"old", "here", "there"}) {
+        ASSERT_TRUE(WriteBytes(Path(name), ""));
+        paths.append(Path(name));
+    }
+    StringList& list = *App()->recentProjects;
+    ASSERT_TRUE(PushRecent(&list, paths[0]) && SaveSettings(Path("s.xml")));
+    LoadSettings(Path("s.xml"), QString());
+    ASSERT_TRUE(PushRecent(&list, paths[2]) && SaveSettings(Path("s.xml")));
+    list.entries = {paths[1], paths[0]};  // of an instance that read the first file
+    EXPECT_TRUE(SaveSettings(Path("s.xml")));
+    EXPECT_TRUE(SaveSettings(Path("s.xml"))) << "once more";
+    LoadSettings(Path("s.xml"), QString());
+    EXPECT_EQ(list.entries, QStringList({paths[1], paths[2], paths[0]}));
 }
 
 TEST_F(SettingsTest, MergesKeyCombinationsByName) {
