@@ -73,6 +73,18 @@ enum CommandId : int {
     kCmdLicense = 40043,
     kCmdLayoutFirst = 40318,  // 40318..40418: layout files by name
     kCmdLayoutLast = 40418,
+    kCmdEditRedo = 45001,
+    kCmdFindNext = 45002,
+    kCmdFindPrevious = 45003,
+    kCmdZoomIn = 45004,
+    kCmdZoomOut = 45005,
+    kCmdZoomNormal = 45006,
+    kCmdNextPane = 45007,
+    kCmdPreviousPane = 45008,
+    kCmdNextStage = 45009,
+    kCmdPreviousStage = 45010,
+    kCmdPlayAnew = 45011,    // whatever runs is ended first
+    kCmdFullScreen = 45012,  // of the output window
 };
 
 // Entries of a channel's menu: their choice is the menu's result, never a command.

@@ -101,7 +101,8 @@ TEST_F(OutputWindowTest, ContextMenu) {
               "  Record for 1 minute|1562|off\n"
               "  Record w/manual stop|1563|off\n"
               "Always on Top|1578|tick\n"
-              "8K Screen Capture|1579|off");
+              "8K Screen Capture|1579|off\n"
+              "Full Screen\tF11|45012");
 
     for (QAction* action : menu->actions().first()->menu()->actions()) {
         const QStringList sides = action->text().remove(u',').split(u' ');
@@ -123,6 +124,31 @@ TEST_F(OutputWindowTest, AlwaysOnTopKeepsTheNativeWindow) {
         EXPECT_TRUE(window->View()->isExposed());
     }
     EXPECT_FALSE(window->RunCommand(kCmdPlay));
+}
+
+TEST_F(OutputWindowTest, F11FillsTheScreenAndEscapeLeavesIt) {
+    Open();
+    ContextOnThread run(window->Surface());
+    ASSERT_TRUE(run.WaitCurrent());
+    const QRect before = window->geometry();
+    const QSize screen = window->screen()->size();
+    const auto press = [this](Qt::Key key) { QTest::keyClick(window->View(), key); };
+    const auto fills = [&](QSize size) { return PumpUntil([&] { return window->View()->size() == size; }); };
+    for (const Qt::Key leaving : {Qt::Key_Escape, Qt::Key_F11}) {
+        press(Qt::Key_F11);
+        EXPECT_TRUE(fills(screen));
+        EXPECT_EQ(ToQRect(window->NormalRect()), before);
+        press(leaving);
+        EXPECT_TRUE(fills({640, 360}));
+        EXPECT_TRUE(PumpUntil([&] { return window->geometry() == before; }));
+    }
+    EXPECT_EQ(Key(27), (std::array{0, 0, 0})) << "not for the shader";
+    EXPECT_EQ(Key(122), (std::array{0, 0, 0}));
+    press(Qt::Key_Escape);
+    EXPECT_EQ(Key(27), (std::array{0, 0, 255})) << "otherwise it is";
+    press(Qt::Key_F11);
+    window->RunCommand(kCmdWindowSizeFirst);
+    EXPECT_TRUE(fills({640, 480}));
 }
 
 TEST_F(OutputWindowTest, MouseReachesShadersOfThisWindowOnly) {

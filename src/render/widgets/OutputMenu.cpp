@@ -33,7 +33,7 @@ static_assert(std::size(kRecordings) == kCmdRecordForLast - kCmdRecordForFirst +
 
 }  // namespace
 
-void FillOutputMenu(QMenu& menu, bool alwaysOnTop, bool (*isAvailable)(int commandId)) {
+void FillOutputMenu(QMenu& menu, bool alwaysOnTop, bool fullScreen, bool (*isAvailable)(int commandId)) {
     auto add = [isAvailable](QMenu* to, const char16_t* text, int commandId) {
         QAction* action = to->addAction(QString::fromUtf16(text));
         action->setData(commandId);
@@ -48,10 +48,14 @@ void FillOutputMenu(QMenu& menu, bool alwaysOnTop, bool (*isAvailable)(int comma
     for (int i = 0; i < int(std::size(kRecordings)); ++i) {
         add(recording, kRecordings[i], kCmdRecordForFirst + i);
     }
-    QAction* top = add(&menu, u"Always on Top", kCmdAlwaysOnTop);
-    top->setCheckable(true);
-    top->setChecked(alwaysOnTop);
+    const auto addTick = [&](const char16_t* text, int commandId, bool ticked) {
+        QAction* action = add(&menu, text, commandId);
+        action->setCheckable(true);
+        action->setChecked(ticked);
+    };
+    addTick(u"Always on Top", kCmdAlwaysOnTop, alwaysOnTop);
     add(&menu, u"8K Screen Capture", kCmdScreenCapture8k);
+    addTick(u"Full Screen\tF11", kCmdFullScreen, fullScreen);
 }
 
 std::optional<QSize> OutputMenuSize(int commandId) {

@@ -10,7 +10,7 @@ namespace pixelgrove {
 
 // Fills the menu. Each action carries its command id as data; entries of commands that `isAvailable` refuses
 // are disabled. Main thread.
-void FillOutputMenu(QMenu& menu, bool alwaysOnTop, bool (*isAvailable)(int commandId));
+void FillOutputMenu(QMenu& menu, bool alwaysOnTop, bool fullScreen, bool (*isAvailable)(int commandId));
 
 // The client size that a "Window Size" command asks for; nothing for other commands. Any thread.
 std::optional<QSize> OutputMenuSize(int commandId);

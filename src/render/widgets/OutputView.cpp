@@ -156,7 +156,7 @@ void OutputView::keyReleaseEvent(QKeyEvent* event) {
 }
 
 void OutputView::FeedKey(const QKeyEvent& event) {
-    if (!surface_->HasContexts()) return;
+    if ((takeKey && takeKey(event)) || !surface_->HasContexts()) return;
     const quint32 scanCode = event.nativeScanCode();
     if (event.type() == QEvent::KeyPress) {
         const int code = VirtualKeyOf(event);

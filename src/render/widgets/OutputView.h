@@ -7,6 +7,7 @@
 #include <QBackingStore>
 #include <QHash>
 #include <QWindow>
+#include <functional>
 #include <memory>
 
 #include "render/widgets/WindowSurface.h"
@@ -24,8 +25,10 @@ class OutputView : public QWindow {
 
     const std::shared_ptr<WindowSurface>& Surface() const { return surface_; }
 
-    // Feeds the keyboard rows while a context lives on the surface.
+    // Feeds the keyboard rows while a context lives on the surface, but for keys that takeKey keeps.
     void FeedKey(const QKeyEvent& event);
+    // Asked first for each key, pressed and released; may be empty.
+    std::function<bool(const QKeyEvent& event)> takeKey;
     // Takes the view out of its container and off the screen, and retires the surface. The view goes when the
     // last context on it does.
     void LetGo();

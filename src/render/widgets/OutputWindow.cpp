@@ -57,6 +57,7 @@ OutputWindow::OutputWindow() {
     container_->setCursor(Qt::ArrowCursor);
     container_->setGeometry(Client()->rect());
     connect(view_, &OutputView::MenuRequested, this, &OutputWindow::ShowMenu);
+    view_->takeKey = [this](const QKeyEvent& event) { return TakeKey(event); };
     if (App()) App()->outputSurface = surface_;
 }
 
@@ -66,6 +67,7 @@ OutputWindow::~OutputWindow() {
 
 void OutputWindow::LetViewGo() {
     if (!view_) return;
+    view_->takeKey = nullptr;
     // Before the container goes, which would take the view with it.
     std::exchange(view_, nullptr)->LetGo();
     // It has lost its window, and some versions of Qt look at that without asking when the frame goes.
@@ -109,9 +111,24 @@ void OutputWindow::keyReleaseEvent(QKeyEvent* event) {
     if (view_) view_->FeedKey(*event);
 }
 
+bool OutputWindow::TakeKey(const QKeyEvent& event) {
+    const int key = event.key();
+    if (key == takenKey_) {
+        // What it sends while it is held is not for the shader either.
+        if (event.type() == QEvent::KeyRelease && !event.isAutoRepeat()) takenKey_ = -1;
+        return true;
+    }
+    const bool isOurs = event.type() == QEvent::KeyPress && event.modifiers() == Qt::NoModifier &&
+                        (key == Qt::Key_F11 || (key == Qt::Key_Escape && IsFullScreen()));
+    if (!isOurs) return false;
+    takenKey_ = key;
+    RunCommand(kCmdFullScreen);
+    return true;
+}
+
 std::unique_ptr<QMenu> OutputWindow::MakeContextMenu() {
     auto menu = std::make_unique<QMenu>(this);
-    FillOutputMenu(*menu, App() && App()->alwaysOnTop, IsAvailable);
+    FillOutputMenu(*menu, App() && App()->alwaysOnTop, IsFullScreen(), IsAvailable);
     connect(menu.get(), &QMenu::triggered, this,
             [this](QAction* action) { RunCommand(action->data().toInt()); });
     return menu;
@@ -138,12 +155,16 @@ bool OutputWindow::RunCommand(int commandId) {
             if (App()) App()->alwaysOnTop = !App()->alwaysOnTop;
             ApplyAlwaysOnTop();
             return true;
+        case kCmdFullScreen:
+            SetFullScreen(!IsFullScreen());
+            return true;
         default:
             return false;
     }
 }
 
 void OutputWindow::ResizePicture(const QSize& pixels) {
+    SetFullScreen(false);
     SetMaximised(false);
     const qreal ratio = devicePixelRatioF();
     const QSize client(int(std::lround(pixels.width() / ratio)), int(std::lround(pixels.height() / ratio)));

@@ -47,6 +47,8 @@ class OutputWindow : public FrameWindow {
 
   private:
     void ShowMenu(const QPoint& globalPosition);
+    // F11, and Escape in full screen: those the shader doesn't see.
+    bool TakeKey(const QKeyEvent& event);
     void ResizePicture(const QSize& pixels);
     void ApplyAlwaysOnTop();
     void LetViewGo();
@@ -54,6 +56,7 @@ class OutputWindow : public FrameWindow {
     OutputView* view_ = nullptr;
     std::shared_ptr<WindowSurface> surface_;
     QWidget* container_ = nullptr;
+    int takenKey_ = -1;  // the key of TakeKey that is down
 };
 
 }  // namespace pixelgrove

@@ -89,11 +89,12 @@ void FrameWindow::SetMenuBar(QMenuBar* menuBar) {
 
 // Neither the window manager nor we made something of the window that has another place than its own.
 bool FrameWindow::IsPlain() const {
-    return !maximised_ &&
+    return !IsMaximised() &&
            !(windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen));
 }
 
 FrameShape FrameWindow::Shape() const {
+    if (fullScreen_) return {size(), 0, false};
     return {size(), kCaptionHeight + (menuBar_ ? menuBar_->sizeHint().height() : 0), !maximised_};
 }
 
@@ -130,6 +131,7 @@ void FrameWindow::ResizeClient(const QSize& client) {
 }
 
 void FrameWindow::SetFrameRect(const EdgeRect& rect) {
+    SetFullScreen(false);
     const int64_t farthest = int64_t(kFarthest / std::max(1.0, devicePixelRatioF()));
     const int left = int(std::clamp<int64_t>(rect.left, -farthest, farthest));
     const int top = int(std::clamp<int64_t>(rect.top, -farthest, farthest));
@@ -211,9 +213,30 @@ void FrameWindow::SetMaximised(bool maximised) {
     NotePlace();
 }
 
+void FrameWindow::ChangeFullScreen(bool fullScreen) {
+    fullScreen_ = fullScreen;
+    caption_->setVisible(!fullScreen);
+    if (menuBar_) menuBar_->setVisible(!fullScreen);
+}
+
+void FrameWindow::SetFullScreen(bool fullScreen) {
+    if (fullScreen == fullScreen_) return;
+    FinishDrag();
+    if (fullScreen) normal_ = NormalRect();
+    ChangeFullScreen(fullScreen);
+    setWindowState(windowState().setFlag(Qt::WindowFullScreen, fullScreen));
+    // Nobody else does.
+    if (!HasWindowManager()) setGeometry(fullScreen ? screen()->geometry() : ToQRect(normal_));
+    LayOut();
+    update();
+    NotePlace();
+}
+
 // The window manager has keys and menus of its own for the state of windows.
 void FrameWindow::FollowWindowManager() {
-    const bool maximised = windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen);
+    if (fullScreen_ && !isFullScreen()) ChangeFullScreen(false);
+    const bool maximised =
+        windowState() & (fullScreen_ ? Qt::WindowMaximized : Qt::WindowMaximized | Qt::WindowFullScreen);
     if (maximised && !maximised_) {
         FinishDrag();
         const bool coversScreen = Contains(FrameRect(), FromQRect(WorkAreaOf(geometry(), screen())));

@@ -59,8 +59,12 @@ class FrameWindow : public QWidget {
     WindowPlacement Placement() const;
 
     // Over the work area of its screen; done here and not by the window manager, which may be missing.
-    bool IsMaximised() const { return maximised_; }
+    // A window in full screen counts as maximised.
+    bool IsMaximised() const { return maximised_ || fullScreen_; }
     void SetMaximised(bool maximised);
+    // The client area alone, over all of its screen. What else gives the window a place ends it.
+    bool IsFullScreen() const { return fullScreen_; }
+    void SetFullScreen(bool fullScreen);
     // Nothing without a window manager: nobody could bring the window back.
     void Minimise();
     // Restore, Minimise, Maximise, Close, as far as the kind has them. Without a parent; it may outlive the
@@ -90,6 +94,7 @@ class FrameWindow : public QWidget {
     void LayOut();
     void NotePlace();
     void ChangeMaximised(bool maximised);
+    void ChangeFullScreen(bool fullScreen);
     void FollowWindowManager();
     void BeginDrag();
     void RestoreUnder(const QPoint& pointer);
@@ -111,6 +116,7 @@ class FrameWindow : public QWidget {
     QElapsedTimer sinceMove_;
     bool maximised_ = false;
     bool byManager_ = false;  // it was the window manager that maximised it
+    bool fullScreen_ = false;
 
     // The drag in progress; every proposal is measured from its start. A maximised window that is pressed has
     // a zone, but its drag begins only when it is pulled off its place.
