@@ -39,6 +39,15 @@ Qt::CursorShape CursorOf(FrameZone zone) {
     }
 }
 
+// A letter with Alt that no menu has taken: a text would take it as if Alt weren't down. The third level of a
+// layout comes without Alt, whatever the key is that chooses it.
+bool IsAltText(const QObject& receiver, const QKeyEvent& key) {
+    if (!key.modifiers().testFlag(Qt::AltModifier) || key.text().isEmpty() || !key.text().front().isPrint())
+        return false;
+    return receiver.isWidgetType() &&
+           static_cast<const QWidget&>(receiver).testAttribute(Qt::WA_InputMethodEnabled);
+}
+
 }  // namespace
 
 // One for all frames, on the application: a frame has to know of a press or a key even when one of its
@@ -54,7 +63,8 @@ class FrameEvents : public QObject {
             if (frame && !frame->isActiveWindow()) frame->ActivateAlone();
         } else if (event->type() == QEvent::KeyPress) {
             FrameWindow* frame = FrameOf(watched);
-            return frame && frame->TakeKey(*static_cast<const QKeyEvent*>(event));
+            const auto& key = *static_cast<const QKeyEvent*>(event);
+            return frame && (frame->TakeKey(key) || IsAltText(*watched, key));
         }
         return false;
     }
