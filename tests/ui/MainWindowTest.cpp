@@ -88,9 +88,14 @@ TEST_F(MainWindowTest, AMessageLeadsToItsLine) {
         EXPECT_EQ(Editor()->CaretLine(), line) << message;
     }
 
-    window->SetStatusText(QStringLiteral("first\nImage(42): error: second"));
+    // A long message goes on in the next row, and is one message there too.
+    window->SetStatusText(QStringLiteral("first\nImage(42): error: ") +
+                          QStringLiteral("and so on ").repeated(20));
     auto* pane = Control<QPlainTextEdit>("statusText");
     QTextCursor second(pane->document()->findBlockByNumber(1));
+    const int firstRow = pane->cursorRect(second).top();
+    second.movePosition(QTextCursor::EndOfBlock);
+    EXPECT_GT(pane->cursorRect(second).top(), firstRow);
     QTest::mouseDClick(pane->viewport(), Qt::LeftButton, {}, pane->cursorRect(second).center());
     EXPECT_EQ(Editor()->CaretLine(), 42);
     EXPECT_EQ(window->focusWidget(), Editor());
