@@ -56,11 +56,17 @@ int FpsField::Number(bool* ok) const {
 void FpsField::SetNumber(int number) {
     const QString text = QString::number(number);
     if (edit_->text() != text) edit_->setText(text);
+    edit_->setModified(false);
+}
+
+bool FpsField::IsBeingChanged() const {
+    return edit_->hasFocus() && edit_->isModified();
 }
 
 void FpsField::Step(int by) {
     edit_->setFocus();  // so that leaving the edit commits the new text
     SetNumber(std::clamp(Number() + by, int(kMinFps), int(kMaxFps)));
+    edit_->setModified(true);
     edit_->selectAll();
 }
 
@@ -71,6 +77,7 @@ bool FpsField::eventFilter(QObject* watched, QEvent* event) {
             case Qt::Key_Return:
             case Qt::Key_Enter:
                 Q_EMIT Committed();
+                edit_->setModified(false);
                 return true;
             case Qt::Key_Up:
                 Step(1);

@@ -17,7 +17,10 @@ class FpsField : public QWidget {
 
     // The number in the edit; nothing else counts as a number and reads as 0. False in ok then.
     int Number(bool* ok = nullptr) const;
+    // Takes the place of what is being entered, too.
     void SetNumber(int number);
+    // The edit has the focus, and its text was changed by keys or arrows and is not committed.
+    bool IsBeingChanged() const;
     QLineEdit* Edit() const { return edit_; }
 
   Q_SIGNALS:

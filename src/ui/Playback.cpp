@@ -107,7 +107,9 @@ void Playback::ToggleRun() {
         request.surface = surface;
         return request;
     };
-    if (!ToggleRenderThread(makeRequest, ClampedFps(form_.fpsTarget->Number()), prepareRun))
+    const uint32_t rate = ClampedFps(form_.fpsTarget->Number());
+    form_.fpsTarget->SetNumber(int(rate));
+    if (!ToggleRenderThread(makeRequest, rate, prepareRun))
         App()->host->SetStatusText(QStringLiteral("The system gives no thread to play on."));
 }
 
@@ -198,7 +200,7 @@ void Playback::RefreshDisplays() {
         form_.startTimeEdit->setText(TimeText(app.startTime));
     }
     app.fpsTarget = ClampedFps(int(app.fpsTarget));
-    form_.fpsTarget->SetNumber(int(app.fpsTarget));
+    if (!form_.fpsTarget->IsBeingChanged()) form_.fpsTarget->SetNumber(int(app.fpsTarget));
 }
 
 void Playback::NoteOutputSize(SurfaceSize size) {
