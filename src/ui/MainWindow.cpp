@@ -129,6 +129,7 @@ void MainWindow::ConnectControls() {
         button->setIcon(MakePlaybackIcon(icon));
         button->setIconSize({16, 16});
         button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+        button->setFocusPolicy(Qt::TabFocus);  // a click leaves the focus where the user works
     }
     form_->pauseButton->setCheckable(true);
     // A click sends the control's own number as the command.

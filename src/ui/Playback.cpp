@@ -52,12 +52,18 @@ void Playback::SetUp() {
 void Playback::SetButtonState(ButtonState state) {
     const bool openGlOk = App()->openGlOk;
     const bool active = state != ButtonState::Idle;
+    const QWidget* focus = form_.playButton->window()->focusWidget();
     form_.playButton->setEnabled(state == ButtonState::Idle && openGlOk);
     form_.recordButton->setEnabled(false);  // there is no recorder in this version
     form_.pauseButton->setEnabled(active);
     form_.stopButton->setEnabled(active);
     form_.startButton->setEnabled(state == ButtonState::Running && openGlOk);
     form_.pauseButton->setChecked(state == ButtonState::Paused);
+    // A button that is disabled by its own key would pass the focus on to whatever control comes next.
+    for (const QPushButton* button :
+         {form_.playButton, form_.recordButton, form_.pauseButton, form_.stopButton, form_.startButton})
+        if (button == focus && !button->isEnabled())
+            (active ? form_.stopButton : form_.playButton)->setFocus(Qt::TabFocusReason);
 }
 
 void Playback::ForgetErrors() {

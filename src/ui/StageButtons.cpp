@@ -8,13 +8,15 @@
 #include <algorithm>
 
 #include "core/ProjectModel.h"
-#include "windows/widgets/Theme.h"
 
 namespace pixelgrove {
 
 namespace {
 
 constexpr int kGap = 2;
+// Black and inside, so that it differs from all grounds of the tabs and from what lies around them.
+constexpr int kFocusLine = 2;
+constexpr int kFocusInset = 3;
 
 struct TabColours {
     QRgb ground;
@@ -40,8 +42,11 @@ class StageTab : public QPushButton {
         const TabColours colours = ColoursOf(current, !app.stageErrors[stage_].isEmpty());
         QPainter painter(this);
         painter.fillRect(rect(), QColor(colours.ground));
-        if (hasFocus() || underMouse()) {
-            painter.setPen(hasFocus() ? Theme().accent : QColor(colours.text));
+        if (hasFocus()) {
+            painter.setPen(QPen(Qt::black, kFocusLine, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+            painter.drawRect(rect().adjusted(kFocusInset, kFocusInset, -kFocusInset, -kFocusInset));
+        } else if (underMouse()) {
+            painter.setPen(QColor(colours.text));
             painter.drawRect(rect().adjusted(0, 0, -1, -1));
         }
         painter.setPen(QColor(colours.text));

@@ -1,6 +1,7 @@
 #include "windows/widgets/ThemeStyle.h"
 
 #include <QAbstractItemView>
+#include <QAbstractScrollArea>
 #include <QComboBox>
 #include <QPainter>
 #include <QPainterPath>
@@ -20,6 +21,7 @@ constexpr int kSidePadding = 3;  // of texts in edits and boxes
 constexpr int kMaxArrow = 9;     // pixels
 constexpr int kMaxArrowColumn = 18;
 constexpr int kFallbackTextHeight = 15;
+constexpr int kFocusBorder = 2;  // pixels, where others have one
 
 bool IsEnabled(const QStyleOption& option) {
     return option.state.testFlag(QStyle::State_Enabled);
@@ -29,20 +31,31 @@ bool HasFocus(const QStyleOption& option) {
     return option.state.testFlag(QStyle::State_HasFocus);
 }
 
-QColor BorderOf(const QStyleOption& option) {
-    if (!IsEnabled(option)) return Theme().button;
-    return HasFocus(option) ? Theme().accent : Theme().line;
+struct Border {
+    QColor colour;
+    int width = 1;  // pixels
+};
+
+Border FocusBorder() {
+    return {Theme().text, kFocusBorder};
 }
 
-// A one pixel border, sharp at any scale, around a ground.
-void DrawBox(QPainter& painter, const QRect& rect, const QBrush& ground, const QColor& border,
+Border BorderOf(const QStyleOption& option) {
+    if (!IsEnabled(option)) return {Theme().button};
+    return HasFocus(option) ? FocusBorder() : Border{Theme().line};
+}
+
+// A border, sharp at any scale, around a ground.
+void DrawBox(QPainter& painter, const QRect& rect, const QBrush& ground, const Border& border,
              double corner = kCorner) {
     if (rect.width() < 2 || rect.height() < 2) return;
+    const double half = border.width / 2.0;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(border, 1));
+    painter.setPen(QPen(border.colour, border.width, Qt::SolidLine, Qt::SquareCap,
+                        corner > 0 ? Qt::BevelJoin : Qt::MiterJoin));
     painter.setBrush(ground);
-    painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
+    painter.drawRoundedRect(QRectF(rect).adjusted(half, half, -half, -half), corner, corner);
     painter.restore();
 }
 
@@ -54,12 +67,13 @@ QColor ButtonGround(const QStyleOption& option) {
 }
 
 void DrawButton(QPainter& painter, const QStyleOption& option) {
-    QColor border = BorderOf(option);
-    if (IsEnabled(option) && option.state.testFlag(QStyle::State_On)) border = Theme().accent;
+    Border border = BorderOf(option);
+    if (IsEnabled(option) && option.state.testFlag(QStyle::State_On) && !HasFocus(option))
+        border.colour = Theme().accent;
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
     if (button && IsEnabled(option) && button->features.testFlag(QStyleOptionButton::DefaultButton) &&
         !HasFocus(option))
-        border = Theme().faintText;
+        border.colour = Theme().faintText;
     DrawBox(painter, option.rect, ButtonGround(option), border);
 }
 
@@ -136,7 +150,7 @@ void DrawCheckBox(QPainter& painter, const QStyleOption& option) {
     const QRect box = Square(option.rect);
     const QColor ink = IsEnabled(option) ? Theme().text : Theme().faintText;
     DrawBox(painter, box, option.state.testFlag(QStyle::State_Sunken) ? Theme().buttonDown : Theme().field,
-            IndicatorBorder(option), 2);
+            {IndicatorBorder(option)}, 2);
     if (option.state.testFlag(QStyle::State_On))
         DrawTick(painter, box, ink);
     else if (option.state.testFlag(QStyle::State_NoChange))
@@ -146,7 +160,7 @@ void DrawCheckBox(QPainter& painter, const QStyleOption& option) {
 
 void DrawRadioButton(QPainter& painter, const QStyleOption& option) {
     const QRect box = Square(option.rect);
-    DrawBox(painter, box, Theme().field, IndicatorBorder(option), box.width() / 2.0);
+    DrawBox(painter, box, Theme().field, {IndicatorBorder(option)}, box.width() / 2.0);
     if (!option.state.testFlag(QStyle::State_On)) return;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -260,13 +274,13 @@ void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
         case PE_FrameMenu:
         case PE_FrameWindow:
             return DrawBox(*painter, option->rect, Qt::NoBrush,
-                           HasFocus(*option) ? Theme().accent : Theme().line, 0);
+                           HasFocus(*option) ? FocusBorder() : Border{Theme().line}, 0);
         case PE_FrameFocusRect:
             // Buttons and boxes show the focus with their border, views with their selection.
             if (qobject_cast<const QPushButton*>(widget) || qobject_cast<const QComboBox*>(widget) ||
                 qobject_cast<const QAbstractItemView*>(widget))
                 return;
-            return DrawBox(*painter, option->rect, Qt::NoBrush, Theme().accent, 2);
+            return DrawBox(*painter, option->rect, Qt::NoBrush, FocusBorder(), 2);
         case PE_IndicatorCheckBox:
         case PE_IndicatorItemViewItemCheck:
             return DrawCheckBox(*painter, *option);
@@ -346,6 +360,11 @@ QRect ThemeStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
 
 int ThemeStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
     switch (metric) {
+        case PM_DefaultFrameWidth:
+            // Room for the mark of the focus beside what scrolls.
+            return qobject_cast<const QAbstractScrollArea*>(widget)
+                       ? kFocusBorder
+                       : QProxyStyle::pixelMetric(metric, option, widget);
         case PM_IndicatorWidth:
         case PM_IndicatorHeight:
         case PM_ExclusiveIndicatorWidth:
