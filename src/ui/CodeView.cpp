@@ -18,7 +18,6 @@ namespace {
 
 constexpr int kCaretWidthPixels = 2;
 constexpr int kErrorMarkAlpha = 70;  // the text above it stays readable
-constexpr int kZoomStep = 10;
 constexpr int kMinZoom = 20;
 constexpr int kMaxZoom = 500;
 
@@ -232,7 +231,7 @@ void CodeView::changeEvent(QEvent* event) {
     QPlainTextEdit::changeEvent(event);
     if (event->type() == QEvent::FontChange) {
         // Somebody else's font is the new normal one.
-        if (zoomPercent_ == 100) normalFont_ = font();
+        if (zoomPercent_ == kNormalZoom) normalFont_ = font();
         UpdateTabStop();
         Q_EMIT ViewChanged();
     }

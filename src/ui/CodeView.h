@@ -51,8 +51,11 @@ class CodeView : public QPlainTextEdit {
     // undo.
     void IndentLines(int firstLine, int lastLine, bool indent);
 
-    // Of the normal size of the text, in percent.
+    // Of the normal size of the text, in percent; SetZoom goes to the nearest that there is.
+    static constexpr int kNormalZoom = 100;
+    static constexpr int kZoomStep = 10;
     int ZoomPercent() const { return zoomPercent_; }
+    void SetZoom(int percent);
 
     // Marks the document's errorLines.
     void RefreshErrorMarks();
@@ -126,7 +129,6 @@ class CodeView : public QPlainTextEdit {
     void PrepareClosingBrace();
 
     void SaveView(StageDocument& document) const;
-    void SetZoom(int percent);
     void UpdateTabStop();
     int FullyVisibleLineCount() const;
     void ShowMarks();
@@ -148,7 +150,7 @@ class CodeView : public QPlainTextEdit {
     bool autoIndentPending_ = false;
 
     QFont normalFont_;
-    int zoomPercent_ = 100;
+    int zoomPercent_ = kNormalZoom;
     QTextCursor hoveredLink_;
     QString pressedLink_;
 };

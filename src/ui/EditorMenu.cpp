@@ -10,6 +10,7 @@
 #include "platform/Files.h"
 #include "platform/TextScan.h"
 #include "ui/CodeView.h"
+#include "ui/MenuTable.h"
 #include "ui/Menus.h"
 
 namespace pixelgrove {
@@ -26,6 +27,7 @@ struct MenuEntry {
 
 constexpr MenuEntry kEntries[] = {
     {kCmdEditUndo, u"Undo"},
+    {kCmdEditRedo, u"Redo"},
     {0, nullptr},
     {kCmdEditCut, u"Cut"},
     {kCmdEditCopy, u"Copy"},
@@ -44,8 +46,10 @@ constexpr MenuEntry kEntries[] = {
     {kCmdIndentSelection, u"Indent Selection"},
 };
 
+// The key is shown only: the entry of the Edit menu takes it.
 void AddEntry(QMenu& menu, int commandId, const QString& text) {
-    QAction* action = menu.addAction(text);
+    const QString key = FirstKeyOf(commandId);
+    QAction* action = menu.addAction(key.isEmpty() ? text : text + u'\t' + key);
     action->setData(commandId);
     action->setEnabled(IsCommandAvailable(commandId));
 }

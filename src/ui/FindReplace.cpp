@@ -53,10 +53,21 @@ FindDialog* FindReplace::Open(bool replace) {
     return dialog;
 }
 
+void FindReplace::FindAgain(bool down) {
+    if (texts_.what.isEmpty()) {
+        Open(false);
+        return;
+    }
+    last_.terms.what = WithLineFeeds(texts_.what);
+    last_.down = down;
+    FindNext(last_);
+}
+
 void FindReplace::Act(FindDialog& dialog, FindAction action) {
     // Another dialog may have left other texts.
     dialog.StoreTexts(texts_);
     const FindRequest request = dialog.Request();
+    last_ = request;
     switch (action) {
         case FindAction::Replace:
             ReplaceSelection();

@@ -22,6 +22,10 @@ class FindReplace {
     // to replace with.
     FindDialog* Open(bool replace);
 
+    // Looks for the last text of any dialog with the options of the last search, in the direction given.
+    // Opens a dialog where nothing was ever looked for.
+    void FindAgain(bool down);
+
   private:
     void Act(FindDialog& dialog, FindAction action);
     void FindNext(const FindRequest& request);
@@ -31,6 +35,7 @@ class FindReplace {
     QPlainTextEdit& editor_;
     const UserDialogs& dialogs_;
     FindTexts texts_;
+    FindRequest last_;
 };
 
 }  // namespace pixelgrove

@@ -6,6 +6,7 @@
 #include "core/ProjectModel.h"
 #include "platform/Files.h"
 #include "ui/EditorMenu.h"
+#include "ui/KeyCommands.h"
 #include "ui/MainWindow.h"
 #include "ui/ShaderHelp.h"
 #include "ui_EditWindow.h"
@@ -42,6 +43,9 @@ void MainWindow::SendCommand(int id, intptr_t) {
             return;
         case kCmdPlay:
             playback_.Play();
+            return;
+        case kCmdPlayAnew:
+            playback_.PlayAnew();
             return;
         case kCmdPause:
             playback_.Pause();
@@ -82,6 +86,9 @@ void MainWindow::SendCommand(int id, intptr_t) {
         case kCmdEditUndo:
             form_->editor->undo();
             return;
+        case kCmdEditRedo:
+            form_->editor->redo();
+            return;
         case kCmdEditPaste:
             form_->editor->paste();
             return;
@@ -103,6 +110,27 @@ void MainWindow::SendCommand(int id, intptr_t) {
         case kCmdFind:
         case kCmdReplace:
             find_.Open(id == kCmdReplace);
+            return;
+        case kCmdFindNext:
+        case kCmdFindPrevious:
+            find_.FindAgain(id == kCmdFindNext);
+            return;
+        case kCmdZoomIn:
+            form_->editor->SetZoom(form_->editor->ZoomPercent() + CodeView::kZoomStep);
+            return;
+        case kCmdZoomOut:
+            form_->editor->SetZoom(form_->editor->ZoomPercent() - CodeView::kZoomStep);
+            return;
+        case kCmdZoomNormal:
+            form_->editor->SetZoom(CodeView::kNormalZoom);
+            return;
+        case kCmdNextPane:
+        case kCmdPreviousPane:
+            FocusNeighbourPane(*form_, id == kCmdNextPane);
+            return;
+        case kCmdNextStage:
+        case kCmdPreviousStage:
+            SelectStage(NeighbourStage(App()->currentStage, id == kCmdNextStage));
             return;
         case kCmdShaderHelp:
             OpenShaderHelp(*form_->editor, projects_.dialogs);

@@ -20,6 +20,7 @@
 #include "render/widgets/OutputWindow.h"
 #include "ui/EditorMenu.h"
 #include "ui/Icons.h"
+#include "ui/KeyCommands.h"
 #include "ui/OutsideCommand.h"
 #include "ui_EditWindow.h"
 #include "windows/widgets/DialogScaler.h"
@@ -93,6 +94,7 @@ MainWindow::MainWindow()
     auto* menuBar = new QMenuBar;
     menus_ = std::make_unique<Menus>(*menuBar, *this, [this](int id) { SendCommand(id, 0); });
     SetMenuBar(menuBar);
+    AddPlaybackKeys(*this, [this](int id) { SendCommand(id, 0); });
     SetMinimumClientSize(kBaseSize / 2);
     ResizeClient(kBaseSize);
     AttachScaling(*Client(), true);

@@ -1,5 +1,8 @@
 #include "ui/MenuTable.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "core/Commands.h"
 
 namespace pixelgrove {
@@ -36,6 +39,7 @@ constexpr MenuRow kRows[] = {
 
     {Menu, 0, u"&Edit"},
     {Entry, kCmdEditUndo, u"Undo", "Ctrl+Z"},
+    {Entry, kCmdEditRedo, u"Redo", "Ctrl+Y; Ctrl+Shift+Z"},
     {Separator},
     {Entry, kCmdEditCut, u"Cut", "Ctrl+X"},
     {Entry, kCmdEditCopy, u"Copy", "Ctrl+C"},
@@ -45,7 +49,15 @@ constexpr MenuRow kRows[] = {
     {Entry, kCmdEditSelectAll, u"Select All", "Ctrl+A"},
     {Separator},
     {Entry, kCmdFind, u"&Find", "Ctrl+F"},
+    {Entry, kCmdFindNext, u"Find Next", "F3"},
+    {Entry, kCmdFindPrevious, u"Find Previous", "Shift+F3"},
     {Entry, kCmdReplace, u"&Replace", "Ctrl+H"},
+    {Separator},
+    {Menu, 0, u"Zoom"},
+    {Entry, kCmdZoomIn, u"Larger", "Ctrl++; Ctrl+="},
+    {Entry, kCmdZoomOut, u"Smaller", "Ctrl+-"},
+    {Entry, kCmdZoomNormal, u"Normal Size", "Ctrl+0"},
+    {End},
     {Separator},
     {Menu, 0, u"Frame Buffer Format"},
     {Tick, 115, u"GL_RGBA8"},
@@ -82,6 +94,11 @@ constexpr MenuRow kRows[] = {
     {Separator},
     {Tick, kCmdLockWindows, u"&Move/Size Windows Together"},
     {Tick, kCmdSnapToEdges, u"Window &Snap-to-Edge"},
+    {Separator},
+    {Entry, kCmdNextPane, u"Next Pane", "F6"},
+    {Entry, kCmdPreviousPane, u"Previous Pane", "Shift+F6"},
+    {Entry, kCmdNextStage, u"Next Stage", "Ctrl+Tab"},
+    {Entry, kCmdPreviousStage, u"Previous Stage", "Ctrl+Shift+Tab"},
     {End},
 
     {Menu, 0, u"&Sites"},
@@ -101,6 +118,12 @@ constexpr MenuRow kRows[] = {
 
 std::span<const MenuRow> MenuTable() {
     return kRows;
+}
+
+QString FirstKeyOf(int commandId) {
+    const auto* row = std::ranges::find(kRows, commandId, &MenuRow::commandId);
+    if (row == std::end(kRows)) return {};
+    return QString::fromLatin1(row->keys).section(QLatin1String("; "), 0, 0);
 }
 
 }  // namespace pixelgrove

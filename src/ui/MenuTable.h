@@ -2,6 +2,7 @@
 // row closes it. Any thread.
 #pragma once
 
+#include <QString>
 #include <span>
 
 namespace pixelgrove {
@@ -12,9 +13,12 @@ struct MenuRow {
     MenuRowKind kind;
     int commandId = 0;           // of Entry and Tick
     const char16_t* text = u"";  // '&' marks the letter that chooses it
-    const char* keys = "";
+    const char* keys = "";       // one after the other with "; "; the menu shows the first
 };
 
 std::span<const MenuRow> MenuTable();
+
+// The key that a command's entry shows, as QKeySequence reads it; empty without one. Not for id 0.
+QString FirstKeyOf(int commandId);
 
 }  // namespace pixelgrove

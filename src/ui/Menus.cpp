@@ -21,7 +21,7 @@ constexpr FrameBufferFormatRow kFormats[] = {
     {119, 0x805B, true}, {120, 0x8054, true}, {121, gl::kRgba32f, true},
 };
 
-constexpr int kEditCommands[] = {kCmdEditUndo,  kCmdEditCut,    kCmdEditCopy,
+constexpr int kEditCommands[] = {kCmdEditUndo,  kCmdEditRedo,   kCmdEditCut,      kCmdEditCopy,
                                  kCmdEditPaste, kCmdEditDelete, kCmdEditSelectAll};
 
 constexpr int kUnavailable[] = {
@@ -88,7 +88,7 @@ Menus::Menus(QMenuBar& bar, QObject& receiver, std::function<void(int commandId)
             case MenuRowKind::Tick: {
                 QAction* action = AddEntry(*open.last(), row.commandId, text);
                 action->setCheckable(row.kind == MenuRowKind::Tick);
-                action->setShortcut(QKeySequence(QString::fromLatin1(row.keys)));
+                action->setShortcuts(QKeySequence::listFromString(QString::fromLatin1(row.keys)));
                 // The editing keys act where the focus is: the message pane and the fields have their own.
                 if (Contains(kEditCommands, row.commandId)) action->setShortcutContext(Qt::WidgetShortcut);
                 break;

@@ -86,6 +86,15 @@ void Playback::Play() {
     ToggleRun();
 }
 
+void Playback::PlayAnew() {
+    if (!App()->openGlOk) return;
+    if (App()->renderThread) {
+        ToggleRun();
+        SetButtonState(ButtonState::Idle);
+    }
+    Play();
+}
+
 std::shared_ptr<OutputSurface> Playback::ChooseSurface() {
     const AppState& app = *App();
     if (!app.outputSurface || IsRetired(*app.outputSurface)) return CreateOffscreenOutput(lastOutputSize_);

@@ -40,6 +40,8 @@ class Playback {
     // The press of Play: forgets all errors and starts a run. When one is there (also one that failed to
     // compile), it is ended instead.
     void Play();
+    // Ends whatever runs, compiles or failed, and starts a run. Nothing without OpenGL.
+    void PlayAnew();
     // Pause and release.
     void Pause();
     // Ends the run; nothing while the run has no context yet.

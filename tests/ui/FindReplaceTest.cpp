@@ -126,6 +126,31 @@ TEST_F(FindReplaceTest, FindNextFollowsTheOptions) {
     EXPECT_EQ(Editor()->toPlainText(), text);
 }
 
+TEST_F(FindReplaceTest, F3GoesOnWithTheLastSearch) {
+    ReplaceText(QStringLiteral("ab Ab abc ab"));
+    Select(0, 0);
+    const auto press = [this](Qt::KeyboardModifiers modifiers) {
+        window->activateWindow();
+        Editor()->setFocus();
+        ASSERT_TRUE(WaitForFocus(Editor()));
+        QTest::keyClick(Editor(), Qt::Key_F3, modifiers);
+    };
+    press({});
+    ASSERT_EQ(Dialogs().size(), 1) << "there is nothing to look for";
+    FindDialog* dialog = Dialogs()[0];
+    Edit(dialog, "findEdit")->setText(QStringLiteral("ab"));
+    Button(dialog, "matchCaseCheck")->click();
+    Button(dialog, "findNextButton")->click();
+    dialog->close();
+    EXPECT_EQ(Selection(), "6-8");
+    for (const char* next : {"10-12", "0-2"}) {
+        press({});
+        EXPECT_EQ(Selection(), next);
+    }
+    press(Qt::ShiftModifier);
+    EXPECT_EQ(Selection(), "10-12");
+}
+
 TEST_F(FindReplaceTest, ReplaceMovesOnAndEachStepIsUndone) {
     ReplaceText(QStringLiteral("ab ab ab"));
     Select(0, 2);

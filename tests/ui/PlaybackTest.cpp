@@ -191,9 +191,61 @@ TEST_F(PlaybackTest, TheRateIsClampedWhenTheEditIsLeftAndAtPlay) {
     ASSERT_TRUE(PlayUntilRunning());
     EXPECT_EQ(App()->fpsTarget, 240u);
     EXPECT_TRUE(PumpUntil([&] { return edit->text() == QStringLiteral("240"); }));
-    edit->setText(QStringLiteral("77"));
-    EXPECT_TRUE(PumpUntil([&] { return edit->text() == QStringLiteral("240"); }))
-        << "typed and not committed";
+    // What is being typed outlives the ticks of the displays.
+    edit->selectAll();
+    QTest::keyClicks(edit, QStringLiteral("7"));
+    QTest::keyClick(edit, Qt::Key_Up);
+    for (int tick = 0; tick < 3; ++tick)
+        ASSERT_TRUE(
+            PumpUntil([&, time = Text("currentTimeText")] { return Text("currentTimeText") != time; }));
+    QTest::keyClick(edit, Qt::Key_1);
+    EXPECT_EQ(edit->text(), QStringLiteral("1")) << "the arrow had selected its number";
+    QTest::keyClick(edit, Qt::Key_6);
+    QTest::keyClick(edit, Qt::Key_Return);
+    EXPECT_EQ(App()->fpsTarget, 16u);
+    edit->setText(QStringLiteral("no number"));
+    EXPECT_TRUE(PumpUntil([&] { return edit->text() == QStringLiteral("16"); }));
+}
+
+TEST_F(PlaybackTest, F5PlaysTheTextAsItStands) {
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    };
+    ReplaceText(kBroken);
+    window->SetStatusText(QString());
+    press(Qt::Key_F5);
+    ASSERT_TRUE(PumpUntil([this] { return !Status().isEmpty(); }));
+    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    ReplaceText(kPlain);
+    press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_TRUE(WaitRunning()) << "with no second press";
+    EXPECT_EQ(Editor()->toPlainText(), kPlain);
+    for (const QString& text : {kPlain + u'1', kPlain}) {  // the second while the first compiles
+        ReplaceText(text);
+        press(Qt::Key_F5);
+        EXPECT_EQ(App()->renderThread->request.texts[kStageImage], text);
+        EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    }
+    EXPECT_TRUE(WaitRunning());
+    press(Qt::Key_F5, Qt::ShiftModifier);
+    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+}
+
+TEST_F(PlaybackTest, TheFocusStaysThroughPlayAndStop) {
+    Editor()->setFocus();
+    ASSERT_TRUE(PlayUntilRunning());
+    EXPECT_EQ(window->focusWidget(), Editor());
+    Click("stopButton");
+    EXPECT_EQ(window->focusWidget(), Editor());
+    // By its own key a button is left only when it is disabled, for its counterpart.
+    Control<QWidget>("playButton")->setFocus();
+    QTest::keyClick(Control<QWidget>("playButton"), Qt::Key_Space);
+    ASSERT_TRUE(WaitRunning());
+    EXPECT_EQ(window->focusWidget()->objectName(), QStringLiteral("stopButton"));
+    QTest::keyClick(window->focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(window->focusWidget()->objectName(), QStringLiteral("playButton"));
 }
 
 TEST_F(PlaybackTest, ClosingTheOutputWindowKeepsTheRunStoppable) {
