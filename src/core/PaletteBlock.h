@@ -30,7 +30,7 @@ struct PaletteTable {
 };
 
 // Packs the block into the table. A count outside 0..kMaxPaletteColours is clamped: the block is written by
-// another process. The block is copied first, as that process may still be writing. Main thread.
+// another process. Main thread.
 void UnpackPalette(const PaletteBlock& block, PaletteTable& table);
 
 // Fills the table with kMaxPaletteColours colours along smooth curves that are drawn afresh at each call:

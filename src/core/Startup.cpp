@@ -4,6 +4,7 @@
 
 #include <new>
 #include <string>
+#include <utility>
 
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
@@ -27,12 +28,13 @@ void AllocateRecentLists(AppState& app) {
 }
 
 // The block under the common name belongs to whoever made it first; another user of the machine gets one of
-// their own.
+// their own. Where that name too is in other hands, the program does without a tool that could reach it.
 std::unique_ptr<SharedMemory> OpenSharedPalette() {
     auto palette = SharedMemory::CreateOrOpen(kPaletteMemoryName, sizeof(PaletteBlock));
     if (palette) return palette;
     const std::string own = kPaletteMemoryName + std::string("-") + std::to_string(getuid());
-    return SharedMemory::CreateOrOpen(own.c_str(), sizeof(PaletteBlock));
+    palette = SharedMemory::CreateOrOpen(own.c_str(), sizeof(PaletteBlock));
+    return palette ? std::move(palette) : SharedMemory::CreatePrivate(sizeof(PaletteBlock));
 }
 
 void ShutDown(AppState& app, const StartupSteps& steps) {

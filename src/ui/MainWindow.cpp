@@ -249,8 +249,8 @@ void MainWindow::ToggleSnapping() {
 
 void MainWindow::TakeSharedPalette() {
     AppState& app = *App();
-    if (!app.sharedPalette || !app.sharedPalette->Data()) return;
-    UnpackPalette(*static_cast<const PaletteBlock*>(app.sharedPalette->Data()), app.palette);
+    PaletteBlock block;
+    if (app.sharedPalette && app.sharedPalette->Read(&block, sizeof block)) UnpackPalette(block, app.palette);
 }
 
 void MainWindow::JumpToMessage(const QString& line) {

@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -10,6 +11,7 @@
 #include <QTemporaryDir>
 #include <csignal>
 #include <string>
+#include <vector>
 
 #include "platform/Files.h"
 #include "platform/SharedMemory.h"
@@ -133,30 +135,35 @@ TEST_F(FilesTest, MakesOneLevelOfFolders) {
     EXPECT_FALSE(MakeFolder(At("file")));
 }
 
-TEST(SharedMemory, HoldersSeeTheSameBlock) {
+TEST(SharedMemory, OnlyABlockOfThisUserAloneIsRead) {
     const std::string name = "/pg-test-" + std::to_string(getpid());
     const auto open = [&name](size_t bytes) { return SharedMemory::CreateOrOpen(name.c_str(), bytes); };
-    const auto byte = [](const auto& block, int at) -> uint8_t& {
-        return static_cast<uint8_t*>(block->Data())[at];
-    };
-    auto first = open(6152);
-    ASSERT_TRUE(first && first->Data());
-    EXPECT_EQ(byte(first, 6151), 0);
-    byte(first, 6151) = 7;
-    const auto second = open(6152);
-    ASSERT_TRUE(second && second->Data());
+    std::vector<char> bytes(6152);
+    auto block = open(bytes.size());
+    ASSERT_TRUE(block && block->Read(bytes.data(), bytes.size()));
+    EXPECT_EQ(bytes.back(), 0);
 
-    // The name and what is in it outlive a holder; a smaller request doesn't shrink the block.
-    first.reset();
-    EXPECT_TRUE(open(16));
-    EXPECT_EQ(byte(second, 6151), 7);
-    const auto larger = open(20000);
-    ASSERT_TRUE(larger && larger->Data());
-    EXPECT_EQ(byte(larger, 6151), 7);
-    EXPECT_EQ(byte(larger, 19999), 0);
+    // As another process sees it. The name outlives a holder; a smaller request doesn't shrink the block.
+    const int other = shm_open(name.c_str(), O_RDWR, 0);
+    ASSERT_EQ(pwrite(other, "7", 1, off_t(bytes.size() - 1)), 1);
+    block = open(16);
+    ASSERT_TRUE(block && block->Read(bytes.data(), bytes.size()));
+    EXPECT_EQ(bytes.back(), '7');
+    ASSERT_EQ(ftruncate(other, 100), 0);
+    EXPECT_FALSE(block->Read(bytes.data(), bytes.size())) << "cut short";
+
+    ASSERT_EQ(fchmod(other, 0660), 0);
+    EXPECT_FALSE(open(16)) << "open to others";
+    ASSERT_EQ(fchmod(other, 0600), 0);
+    if (geteuid() == 0) {
+        ASSERT_EQ(fchown(other, 65534, gid_t(-1)), 0);
+        EXPECT_FALSE(open(16)) << "of another user";
+    }
+    close(other);
     shm_unlink(name.c_str());
-
     EXPECT_FALSE(SharedMemory::CreateOrOpen("/no/such/name", 16));
+    block = SharedMemory::CreatePrivate(16);
+    EXPECT_TRUE(block && block->Read(bytes.data(), 16));
 }
 
 // Takes about a kilobyte of stack a level.

@@ -1,5 +1,7 @@
 // The main window among other windows: layouts from the menu, the tree, dropped files, commands from outside.
+#include <fcntl.h>
 #include <sys/mman.h>
+#include <unistd.h>
 #include <xcb/xcb.h>
 
 #include <QCoreApplication>
@@ -185,11 +187,13 @@ TEST_F(WindowsTest, OnlyThePaletteCommandIsTakenFromOutside) {
     constexpr char kName[] = "/pixelgrove-test-palette";
     App()->sharedPalette = SharedMemory::CreateOrOpen(kName, sizeof(PaletteBlock));
     ASSERT_TRUE(App()->sharedPalette);
-    auto* block = static_cast<PaletteBlock*>(App()->sharedPalette->Data());
-    block->count = 2;
-    block->red[1] = 1;
-    block->green[1] = 2;
-    block->blue[1] = 3;
+    PaletteBlock block{};
+    block.count = 2;
+    block.red[1] = 1;
+    block.green[1] = 2;
+    block.blue[1] = 3;
+    const int tool = shm_open(kName, O_RDWR, 0);
+    ASSERT_EQ(pwrite(tool, &block, sizeof block, 0), ssize_t(sizeof block));
 
     xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
     constexpr char kType[] = "PIXELGROVE_COMMAND";
@@ -215,6 +219,11 @@ TEST_F(WindowsTest, OnlyThePaletteCommandIsTakenFromOutside) {
     EXPECT_EQ(App()->useGdiDisplay, 0u);
     std::free(type);
     xcb_disconnect(connection);
+    // A tool that cuts its block short leaves the colours as they are.
+    ASSERT_EQ(ftruncate(tool, 0), 0);
+    window->SendCommand(kCmdPaletteChanged, 0);
+    EXPECT_EQ(App()->palette.count, 2u);
+    close(tool);
     App()->sharedPalette.reset();
     shm_unlink(kName);
 }
