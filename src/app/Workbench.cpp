@@ -3,11 +3,13 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QIcon>
 #include <cstdio>
 
 #include "core/BaseFolders.h"
 #include "core/Commands.h"
+#include "core/SeedData.h"
 #include "core/Startup.h"
 #include "persist/Settings.h"
 #include "render/RenderThread.h"
@@ -42,6 +44,8 @@ void PrintError(const QString& text) {
 
 // What isn't there leaves the program as it is by default, without a message.
 void LoadWorkbenchSettings() {
+    const bool isFirstStart = !QFileInfo::exists(SettingsPath());
+    if (isFirstStart) SeedDataFolder();
     LoadSettings(SettingsPath(), PathOf(PathId::ColourSettings));
     PrintError(StoredSettings().file.notice);
     Windows().RecoverStoredRows();

@@ -5,11 +5,16 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
 #include <string>
 #include <vector>
 
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
+#include "core/SeedData.h"
 #include "core/UniqueId.h"
 #include "platform/Files.h"
 #include "platform/SharedMemory.h"
@@ -49,6 +54,24 @@ TEST(BaseFolders, ChoosesByTheProgramsPlace) {
         EXPECT_EQ(folders.join(u' '), QLatin1String(row.folders)) << row.program;
         EXPECT_EQ(choice.configurationType, QLatin1String(row.type)) << row.program;
     }
+}
+
+TEST(SeedData, CopiesOnlyWhatIsMissing) {
+    const QTemporaryDir from, to;
+    const auto write = [](const QTemporaryDir& folder, const char* name, const char* text) {
+        return WriteWholeFile(folder.filePath(QLatin1String(name)), text);
+    };
+    ASSERT_TRUE(QDir(from.path()).mkpath(QStringLiteral("a/b")) &&
+                QDir(to.path()).mkdir(QStringLiteral("a")));
+    ASSERT_TRUE(write(from, "x", "installed") && write(from, "a/y", "installed") &&
+                write(from, "a/b/z", "installed"));
+    ASSERT_TRUE(write(to, "a/y", "edited") &&
+                QFile::link(QStringLiteral("/gone"), to.filePath(QStringLiteral("x"))));
+    CopyMissingFiles(from.path(), to.path());
+    CopyMissingFiles(from.filePath(QStringLiteral("missing")), to.path());
+    EXPECT_TRUE(QFileInfo(to.filePath(QStringLiteral("x"))).isSymbolicLink());
+    EXPECT_EQ(ReadWholeFile(to.filePath(QStringLiteral("a/y"))), QByteArray("edited"));
+    EXPECT_EQ(ReadWholeFile(to.filePath(QStringLiteral("a/b/z"))), QByteArray("installed"));
 }
 
 TEST(Startup, RunsItsStepsInOrder) {
