@@ -52,6 +52,13 @@ struct StageDocument {
     int zoomPercent = 100;
 };
 
+// What a file holds of the editing form, as it was when it was loaded or saved.
+struct SavedProject {
+    std::array<QString, kStageCount> texts;
+    std::array<bool, kStageCount> hasText{};
+    StageChannels channels;
+};
+
 // The rates that fpsTarget may have.
 constexpr uint32_t kMinFps = 10;
 constexpr uint32_t kMaxFps = 240;
@@ -86,13 +93,16 @@ struct AppState {
     uint32_t multisampleIndex = 0;                          // 0 none, n means 2 to the power n samples
     std::atomic<uint32_t> frameBufferFormat{gl::kRgba32f};  // main; read when targets are made
     std::unique_ptr<IncludeContext> includeContext;
-    QString fileName;                           // path of the open file or project
+    QString fileName;  // path of the open file or project
+    // Where Save Project writes: the file that the project was read from or last saved to. Empty when it has
+    // none.
+    QString projectFile;
     std::atomic<uint32_t> restartRequested{0};  // main sets, render thread consumes
     std::shared_ptr<RenderRun> renderThread;    // null when no run was started
     std::atomic<uint32_t> compileFailed{0};     // render thread, before it reports
     std::unique_ptr<StringList> recentFiles, recentProjects, recentPalettes, recentPlaylists;
 
-    std::array<std::array<ChannelInput, kChannelCount>, kStageCount> channels;
+    StageChannels channels;
     std::array<StageDocument, kStageCount> documents;
     StageDocument* currentDocument = nullptr;
     std::array<QString, kStageCount> stageErrors;
@@ -101,6 +111,9 @@ struct AppState {
     // What the project file said of itself: kept so that saving gives it back.
     ShaderInfo projectInfo;
     float projectVersion = 0.1f;
+    SavedProject saved;
+    std::array<bool, kStageCount> stageDiffers{};  // from saved
+    bool changesDiscarded = false;  // by New, which leaves the mark of them standing until a save or a load
 
     PaletteTable palette;
     std::unique_ptr<SharedMemory> sharedPalette;
@@ -109,7 +122,8 @@ struct AppState {
     ~AppState();
 };
 
-// Unsaved changes in the editor. Main thread.
+// Texts or channels differ from what was loaded or saved, or such changes were discarded by New. Kept by
+// OnStageChanged and what replaces or saves the project. Main thread.
 extern bool shaderModified;
 
 // The record made at start-up. Main thread for plain fields. Null before AllocateGlobals and after

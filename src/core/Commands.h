@@ -69,6 +69,7 @@ enum CommandId : int {
     kCmdShadertoyBrowser = 40024,
     kCmdAudioConfiguration = 40026,
     kCmdSaveProjectAs = 40027,
+    kCmdSaveProject = 40028,
     kCmdOpenProject = 40031,
     kCmdLicense = 40043,
     kCmdLayoutFirst = 40318,  // 40318..40418: layout files by name

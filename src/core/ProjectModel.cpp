@@ -1,5 +1,6 @@
 #include "core/ProjectModel.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/CodePage.h"
@@ -13,9 +14,12 @@ constexpr qsizetype kServiceIdLength = 6;
 
 bool inProjectChange = false;
 
+// The other four would begin a new line in the editor, which has no characters for them.
 QString WithLfLineEnds(QString text) {
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    return text.replace(u'\r', u'\n');
+    for (const char16_t unit : {u'\r', u'\u2028', u'\u2029', u'\ufdd0', u'\ufdd1'})
+        text.replace(QChar(unit), u'\n');
+    return text;
 }
 
 // A name that doesn't fit its field leaves it empty.
@@ -23,11 +27,29 @@ QString FittedFileName(const QString& name) {
     return name.size() < kFileNameCapacity ? name : QString();
 }
 
-// Shows the Image stage as if nothing had been shown before.
-void ShowImageAnew(AppState& app) {
+// Shows the stage as if nothing had been shown before.
+void ShowStageAnew(AppState& app, uint32_t id) {
     app.currentStage = kStageNone;
     app.currentDocument = nullptr;
-    SelectStage(kStageImage);
+    SelectStage(id);
+}
+
+bool DiffersFromSaved(const AppState& app, uint32_t id) {
+    const StageDocument& document = app.documents[id];
+    // Image has its place also where a project has no text for it.
+    if (id != kStageImage && document.hasText != app.saved.hasText[id]) return true;
+    return document.text != app.saved.texts[id] ||
+           !std::ranges::equal(app.channels[id], app.saved.channels[id], SameInFile);
+}
+
+void RefreshModified(AppState& app) {
+    shaderModified =
+        app.changesDiscarded || std::ranges::find(app.stageDiffers, true) != app.stageDiffers.end();
+}
+
+void GiveDefaultText(uint32_t id) {
+    stageTabs[id].exists = 1;
+    SetDocumentText(App()->documents[id], DefaultSource(id));
 }
 
 // Moves one stage that was read into the editing form.
@@ -52,6 +74,7 @@ void FreeDocuments() {
 
 void ClearProject(bool addImage) {
     AppState& app = *App();
+    const bool wasModified = shaderModified;
     FreeDocuments();
     for (uint32_t id = 0; id < kStageCount; ++id) {
         app.stageErrors[id].clear();
@@ -60,19 +83,24 @@ void ClearProject(bool addImage) {
     }
     app.projectInfo = ShaderInfo();
     app.projectVersion = kDefaultProjectVersion;
+    app.projectFile.clear();
     app.currentStage = kStageNone;
     // The record that was shown is empty now; the editor must not put its old text back there.
     app.currentDocument = nullptr;
+    if (addImage) GiveDefaultText(kStageImage);
+    MarkProjectSaved();
+    app.changesDiscarded = shaderModified = wasModified;
     if (!addImage) return;
-    AddStage(kStageImage);
-    ShowImageAnew(app);
+    app.fileName = QStringLiteral("Untitled.json");
+    ShowStageAnew(app, kStageImage);
+    app.host->ShowTitle(shaderModified);
     app.host->RebuildControlTree();
 }
 
 void AddStage(uint32_t id) {
     if (id == kStageNone || id >= kStageCount || stageTabs[id].stageId != int32_t(id)) return;
-    stageTabs[id].exists = 1;
-    SetDocumentText(App()->documents[id], DefaultSource(id));
+    GiveDefaultText(id);
+    OnStageChanged(id);
 }
 
 void SelectStage(uint32_t id) {
@@ -106,6 +134,7 @@ void RemoveStage(uint32_t id) {
         // Leaving the stage saved its view, which belongs to a text that is gone.
         app.documents[id] = StageDocument();
     }
+    OnStageChanged(id);
     app.host->RefreshStageTabs();
 }
 
@@ -131,15 +160,39 @@ void OnProjectChanged(bool textChanged, bool spanHasControls) {
     inProjectChange = true;
     AppState& app = *App();
     if (textChanged) {
-        shaderModified = true;
-        if (app.fileName.isEmpty()) app.fileName = QStringLiteral("Untitled");
-        app.host->ShowTitle(true);
         const ControlSet& controls = *Controls();
         const bool hasControls = controls.uniformCount + controls.defineCount > 0;
         if (spanHasControls || !hasControls) app.host->RebuildControlTree();
     }
     app.host->RefreshCaretStatus();
     inProjectChange = false;
+}
+
+void OnStageChanged(uint32_t id) {
+    AppState& app = *App();
+    app.stageDiffers[id] = DiffersFromSaved(app, id);
+    RefreshModified(app);
+    if (app.fileName.isEmpty()) app.fileName = QStringLiteral("Untitled");
+    app.host->ShowTitle(shaderModified);
+}
+
+void MarkProjectSaved() {
+    AppState& app = *App();
+    for (uint32_t id = 0; id < kStageCount; ++id) {
+        app.saved.texts[id] = app.documents[id].text;
+        app.saved.hasText[id] = app.documents[id].hasText;
+    }
+    app.saved.channels = app.channels;
+    // Pictures and volumes play no part in the comparison, and are not to be held for it.
+    for (auto& channels : app.saved.channels) {
+        for (ChannelInput& channel : channels) {
+            channel.faces = {};
+            channel.volumeData = nullptr;
+        }
+    }
+    app.stageDiffers = {};
+    app.changesDiscarded = false;
+    shaderModified = false;
 }
 
 void AdoptProject(ShaderProject& project, const QString& path) {
@@ -154,8 +207,8 @@ void AdoptProject(ShaderProject& project, const QString& path) {
     // So short a path is a service id, which says little to a reader.
     const bool isServiceId = path.size() <= kServiceIdLength;
     app.fileName = FittedFileName(isServiceId ? project.info.name + QStringLiteral(".json") : path);
-    ShowImageAnew(app);
-    shaderModified = false;
+    MarkProjectSaved();
+    ShowStageAnew(app, kStageImage);
     app.host->RebuildControlTree();
 }
 

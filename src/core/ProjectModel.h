@@ -14,7 +14,8 @@ namespace pixelgrove {
 void FreeDocuments();
 
 // Empties the editing form: documents, channels, error texts, exists flags (the "+" and Image rows stay
-// set). With addImage the default Image stage follows and is shown. shaderModified stays as it was.
+// set), the project's own file. With addImage the default Image stage follows, untitled, and is shown.
+// shaderModified stays as it was.
 void ClearProject(bool addImage);
 
 // Gives stage id its default text; only for 1..7. The channels stay.
@@ -33,12 +34,22 @@ std::vector<uint32_t> AddableStages();
 // the allocated count.
 void SetDocumentText(StageDocument& document, const QString& text, uint32_t extraAllocated = 0);
 
-// Runs after each change in the editor; textChanged tells whether the text itself changed, spanHasControls
-// is false when the changed span holds no line that could be a control. Re-entrant calls return at once.
+// Runs after what may have changed the editor's picture; textChanged tells whether its text was painted
+// anew, spanHasControls is false when the painted span holds no line that could be a control. Re-entrant
+// calls return at once.
 void OnProjectChanged(bool textChanged, bool spanHasControls);
 
+// The one place that is told of every change by the user to text, existence or channels of a stage, at once:
+// compares it with what was loaded or saved, and brings shaderModified and the title up to date. Costs one
+// comparison of the stage's text.
+void OnStageChanged(uint32_t id);
+
+// What the editing form holds now is what a file holds: nothing differs any more.
+void MarkProjectSaved();
+
 // Takes a project that was read into the editing form; bitmaps and volumes pass over. path is where it
-// came from; when shorter than 7 characters the file name becomes the project's name plus ".json".
+// came from; when shorter than 7 characters the file name becomes the project's name plus ".json". The
+// project has no file of its own: who read one sets AppState::projectFile.
 void AdoptProject(ShaderProject& project, const QString& path);
 
 // One class byte per code unit: 0 outside comments, 1 in a line comment (its line end included), 2 in a

@@ -1,5 +1,7 @@
 #include "core/Stages.h"
 
+#include <algorithm>
+
 namespace pixelgrove {
 
 std::array<StageTabRow, kStageCount> stageTabs = {{
@@ -90,6 +92,15 @@ QString DefaultSource(uint32_t id) {
 
 QString ChannelTypeName(uint32_t kind) {
     return kind < std::size(kChannelTypes) ? QString::fromLatin1(kChannelTypes[kind].name) : QString();
+}
+
+bool SameInFile(const ChannelInput& a, const ChannelInput& b) {
+    if (a.kind != b.kind) return false;
+    if (a.kind == kChannelUnused) return true;
+    // Both 0 and -1 say that there is no source.
+    return a.wrap == b.wrap && a.filter == b.filter && a.vflip == b.vflip && a.srgb == b.srgb &&
+           a.internalFormat == b.internalFormat && a.fileName == b.fileName &&
+           std::max(a.sourceStage, 0) == std::max(b.sourceStage, 0);
 }
 
 bool DefaultSampler(ChannelInput& channel) {

@@ -95,6 +95,11 @@ struct ChannelInput {
     QString fileName;  // path or cache name of the medium; empty for live kinds
 };
 
+using StageChannels = std::array<std::array<ChannelInput, kChannelCount>, kStageCount>;
+
+// Whether a project file holds the same of both channels.
+bool SameInFile(const ChannelInput& a, const ChannelInput& b);
+
 // Writes the kind's default wrap, filter and vflip into the channel, countdown 2, srgb 0.
 // False, with nothing written, when channel.kind is Unused or above 8.
 bool DefaultSampler(ChannelInput& channel);

@@ -6,22 +6,26 @@
 
 namespace pixelgrove {
 
+namespace {
+
+void ApplySettings(const SamplerSettings& settings, ChannelInput& channel) {
+    channel.wrap = settings.wrap;
+    channel.filter = settings.filter;
+    channel.vflip = settings.vflip;
+    channel.samplerCountdown = settings.samplerCountdown;
+    channel.srgb = settings.srgb;
+    channel.internalFormat = settings.internalFormat;
+}
+
+}  // namespace
+
 void SamplerMailbox::Post(uint32_t stage, uint32_t channel, const ChannelInput& source) {
     if (stage >= uint32_t(kStageCount) || channel >= uint32_t(kChannelCount)) return;
     const std::lock_guard hold(lock_);
-    slots_[stage][channel] = {SamplerSettings{source.wrap, source.filter, source.vflip,
-                                              source.samplerCountdown, source.srgb, source.internalFormat},
-                              true};
+    slots_[stage][channel] =
+        SamplerSettings{source.wrap, source.filter,        source.vflip, source.samplerCountdown,
+                        source.srgb, source.internalFormat};
     anyNew_ = true;
-}
-
-void SamplerMailbox::CopyTo(StageChannels& channels) const {
-    const std::lock_guard hold(lock_);
-    for (size_t stage = 0; stage < kStageCount; ++stage) {
-        for (size_t i = 0; i < kChannelCount; ++i) {
-            if (slots_[stage][i].settings) ApplySettings(*slots_[stage][i].settings, channels[stage][i]);
-        }
-    }
 }
 
 std::vector<SamplerChange> SamplerMailbox::Take() {
@@ -31,22 +35,12 @@ std::vector<SamplerChange> SamplerMailbox::Take() {
     anyNew_ = false;
     for (uint32_t stage = 0; stage < kStageCount; ++stage) {
         for (uint32_t i = 0; i < kChannelCount; ++i) {
-            Slot& slot = slots_[stage][i];
-            if (!slot.isNew) continue;
-            slot.isNew = false;
-            changes.push_back({stage, i, *slot.settings});
+            std::optional<SamplerSettings>& slot = slots_[stage][i];
+            if (slot) changes.push_back({stage, i, *slot});
+            slot.reset();
         }
     }
     return changes;
-}
-
-void ApplySettings(const SamplerSettings& settings, ChannelInput& channel) {
-    channel.wrap = settings.wrap;
-    channel.filter = settings.filter;
-    channel.vflip = settings.vflip;
-    channel.samplerCountdown = settings.samplerCountdown;
-    channel.srgb = settings.srgb;
-    channel.internalFormat = settings.internalFormat;
 }
 
 void TakeSamplerChanges(SamplerMailbox& mailbox, RenderContext& context) {

@@ -1,6 +1,6 @@
 // SamplerMailbox: how the filter, wrap and flip that are chosen while a shader plays reach its run.
 //
-// One in each run. Post and CopyTo belong to the main thread, Take to the render thread.
+// One in each run. Post belongs to the main thread, Take to the render thread.
 #pragma once
 
 #include <array>
@@ -13,8 +13,6 @@
 namespace pixelgrove {
 
 struct RenderContext;
-
-using StageChannels = std::array<std::array<ChannelInput, kChannelCount>, kStageCount>;
 
 // What of a channel may change in a run.
 struct SamplerSettings {
@@ -36,22 +34,14 @@ class SamplerMailbox {
   public:
     // Nothing for a stage above 7 or a channel above 3.
     void Post(uint32_t stage, uint32_t channel, const ChannelInput& source);
-    // Brings the channels that the run was given to what was posted up to now.
-    void CopyTo(StageChannels& channels) const;
     // What was posted since the last call, at most one change for each channel.
     std::vector<SamplerChange> Take();
 
   private:
-    struct Slot {
-        std::optional<SamplerSettings> settings;
-        bool isNew = false;
-    };
-    mutable std::mutex lock_;
-    std::array<std::array<Slot, kChannelCount>, kStageCount> slots_;
+    std::mutex lock_;
+    std::array<std::array<std::optional<SamplerSettings>, kChannelCount>, kStageCount> slots_;
     bool anyNew_ = false;
 };
-
-void ApplySettings(const SamplerSettings& settings, ChannelInput& channel);
 
 // Takes what was posted into the running channels, before a frame. Rows are turned at the upload, so a
 // picture whose flip changed is uploaded again. Render thread, with the context current.

@@ -44,14 +44,16 @@ ProjectFileResult LoadProjectFile(const QString& path, ShaderProject& project) {
     const bool isWhole = ReadProjectJson(FromCodePage(*text), read, &refused);
     if (!isWhole && !HasStage(read)) return Failure(ProjectFileStatus::NotAProject, notAProject, path);
 
+    const bool isComplete = isWhole && !refused;
+
     PrepareProjectChannels(read, info.absolutePath());
     project = std::move(read);
 
     if (project.stages[kStageImage].kind == kStageNone) {
-        return Failure(ProjectFileStatus::NoImageStage,
-                       QStringLiteral("The project \"%1\" has no Image stage."), path);
+        return {ProjectFileStatus::NoImageStage,
+                QStringLiteral("The project \"%1\" has no Image stage.").arg(path), isComplete};
     }
-    ProjectFileResult result{ProjectFileStatus::Loaded, {}};
+    ProjectFileResult result{ProjectFileStatus::Loaded, {}, isComplete};
     if (!isWhole) {
         result.message = QStringLiteral("The project is damaged; the stages behind the damage are missing.");
     } else if (refused) {

@@ -16,6 +16,8 @@ struct ProjectFileResult {
     // One or two sentences for the user. Empty when everything was read; with Loaded otherwise it says what
     // was left out.
     QString message;
+    // False when something in the file was left out, so that the file holds more than the project.
+    bool isComplete = true;
 };
 
 // Larger files are refused unread.

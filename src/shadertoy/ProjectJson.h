@@ -49,7 +49,7 @@ JsonObject WritePassJson(const ShaderStage& stage);
 JsonObject WriteInputJson(const ChannelInput& channel);
 
 // Writes the project's text in the code page; what the page lacks is escaped. False when the file can't be
-// written, and then an old file stays.
-bool SaveProjectJson(const QString& path, const ShaderProject& project);
+// written, and then an old file stays and the optional reason gets the system's words for it.
+bool SaveProjectJson(const QString& path, const ShaderProject& project, QString* reason = nullptr);
 
 }  // namespace pixelgrove

@@ -169,8 +169,8 @@ QString WriteProjectJson(const ShaderProject& project) {
     return root.Stringify();
 }
 
-bool SaveProjectJson(const QString& path, const ShaderProject& project) {
-    return WriteWholeFile(path, ToCodePage(WithEscapes(WriteProjectJson(project))));
+bool SaveProjectJson(const QString& path, const ShaderProject& project, QString* reason) {
+    return WriteWholeFile(path, ToCodePage(WithEscapes(WriteProjectJson(project))), reason);
 }
 
 }  // namespace pixelgrove

@@ -13,6 +13,7 @@
 
 #include "core/AppState.h"
 #include "core/Commands.h"
+#include "core/ProjectModel.h"
 #include "render/RenderThread.h"
 #include "ui/ChannelMenu.h"
 #include "ui/ChannelThumbnail.h"
@@ -176,6 +177,7 @@ void ChannelPanel::WriteThrough(uint32_t channel) {
     changed.samplerCountdown = 2;
     // Also while the run still compiles: it takes this up with its first frame.
     if (app.renderThread) app.renderThread->samplers.Post(app.currentStage, channel, changed);
+    OnStageChanged(app.currentStage);
 }
 
 void ChannelPanel::PopUpMenu(uint32_t channel) {
@@ -183,7 +185,7 @@ void ChannelPanel::PopUpMenu(uint32_t channel) {
     const uint32_t stage = App()->currentStage;
     const bool isUsed = ShownChannel(channel).kind != kChannelUnused;
     QMenu* menu = MakeChannelMenu(&form_, isUsed, [this, stage, channel](int entryId) {
-        RunChannelMenu(entryId, App()->channels[stage][channel], dialogs_);
+        if (RunChannelMenu(entryId, App()->channels[stage][channel], dialogs_)) OnStageChanged(stage);
         Refresh();
     });
     menu->popup(QCursor::pos());

@@ -4,6 +4,7 @@
 #include <QTextBlock>
 #include <algorithm>
 
+#include "core/ProjectModel.h"
 #include "ui/CodeHighlight.h"
 #include "ui/CodeView.h"
 #include "ui/text/Indentation.h"
@@ -59,6 +60,7 @@ void CodeView::OnContentsChange(int position, int removed, int added) {
         if (!gone.contains(u'\n') && !come.contains(u'\n'))
             MoveColours(*document(), int(position + same), int(gone.size()), int(come.size()));
     }
+    shown_->hasText = true;
     shown_->length = uint32_t(text.size());
     shown_->allocated = shown_->length;
     mapIsCurrent_ = false;
@@ -66,8 +68,8 @@ void CodeView::OnContentsChange(int position, int removed, int added) {
     FlagRecolour();
     reportsPaint_ = true;
     viewport()->update();
-    // The paint reports the change. Closing the window must not come before the mark of it, though.
-    if (!shaderModified && shown_->onChange) shown_->onChange(true, false);
+    // Not with the report of the paint, which may never come.
+    OnStageChanged(App()->currentStage);
 }
 
 // For a change whose report doesn't fit the text: the history then can't, either.

@@ -50,8 +50,14 @@ bool LoadSourceFile(const QString& path) {
     app.currentDocument = nullptr;
     app.host->LoadDocument(*document);
     app.currentDocument = document;
+    OnStageChanged(app.currentStage);
     OnProjectChanged(true, true);
     return true;
+}
+
+QString SavingFailed(const QString& reason) {
+    const QString words = QStringLiteral("Error saving file.");
+    return reason.isEmpty() ? words : words + u'\n' + reason;
 }
 
 QByteArray ToAscii(QStringView text) {
@@ -74,9 +80,12 @@ void ProjectCommands::SaveFileAs() {
     const QString path = dialogs.askForFile(question);
     if (path.isEmpty()) return;
     const StageDocument* document = App()->currentDocument;
-    const bool isSaved =
-        document && !document->text.isEmpty() && WriteWholeFile(path, ToAscii(document->text));
-    Say(isSaved ? QStringLiteral("File saved.") : QStringLiteral("Error saving file."));
+    QString reason;
+    if (!document || document->text.isEmpty() || !WriteWholeFile(path, ToAscii(document->text), &reason)) {
+        Say(SavingFailed(reason));
+        return;
+    }
+    Say(QStringLiteral("File saved."));
 }
 
 void ProjectCommands::OpenRecentFile(int index) {

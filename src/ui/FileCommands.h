@@ -1,4 +1,4 @@
-// Single source files: a file's text in place of the shown stage's, and back. The other stages and the
+// Single source files: a file's text in place of the shown stage's, and back; the other stages and the
 // channels stay. Main thread.
 #pragma once
 
@@ -14,6 +14,9 @@ constexpr qint64 kMaxSourceFileBytes = qint64(64) << 20;
 // marks cleared, and the path on the list of recent files. Counts as a change. False when the file can't be
 // read, and then nothing changed.
 bool LoadSourceFile(const QString& path);
+
+// What the message pane says of a file that could not be written; reason in the system's words, if any.
+QString SavingFailed(const QString& reason);
 
 // The text as US-ASCII; every other code unit becomes '?'. Pure.
 QByteArray ToAscii(QStringView text);

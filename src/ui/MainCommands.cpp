@@ -144,6 +144,9 @@ void MainWindow::SendCommand(int id, intptr_t) {
         case kCmdOpenProject:
             projects_.OpenProject();
             return;
+        case kCmdSaveProject:
+            projects_.SaveProject();
+            return;
         case kCmdSaveProjectAs:
             projects_.SaveProjectAs();
             return;

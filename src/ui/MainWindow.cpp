@@ -84,8 +84,6 @@ MainWindow::MainWindow()
     playback_.prepareRun = [this](RenderRun& run) { channelPanel_.Watch(run); };
     setAcceptDrops(true);
     SetUpTree();
-    app.fileName = QStringLiteral("Untitled.json");
-    ShowTitle(false);
     ProbeOutput();
     RebuildControlTree();
     playback_.SetUp();
@@ -191,10 +189,7 @@ bool MainWindow::OpenInitialProject(const QString& path) {
     const bool loaded = !path.isEmpty() && projects_.Load(path);
     if (loaded) return true;
     const QString complaint = form_->statusText->toPlainText();
-    AddStage(kStageImage);
-    App()->currentDocument = nullptr;
-    SelectStage(kStageImage);
-    RebuildControlTree();
+    ClearProject(true);
     if (path.isEmpty()) return true;
     SetStatusText(complaint);
     return false;

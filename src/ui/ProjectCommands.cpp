@@ -10,6 +10,7 @@
 #include "render/RenderThread.h"
 #include "shadertoy/ProjectFile.h"
 #include "shadertoy/ProjectJson.h"
+#include "ui/FileCommands.h"
 
 namespace pixelgrove {
 
@@ -24,21 +25,9 @@ FileQuestion ProjectQuestion(const QString& caption) {
     return question;
 }
 
-// What a project is saved from. The request is what the run was given and never changes while it lives, so
-// the render thread's own records needn't be touched; the self-references that compiling adds aren't in it.
-// After a failed compile nothing runs, and the text that is being mended is what counts.
-RunRequest RequestToSave() {
-    const AppState& app = *App();
-    const bool isRunning = app.renderThread && app.renderContext.load() && !app.compileFailed;
-    if (!isRunning) return SnapshotProject();
-    RunRequest request = app.renderThread->request;
-    app.renderThread->samplers.CopyTo(request.channels);
-    return request;
-}
-
-// The running form of the project, as a file holds it.
+// What the stages and channels hold now, whatever runs, as a file holds it.
 ShaderProject ProjectToSave() {
-    const RunRequest request = RequestToSave();
+    const RunRequest request = SnapshotProject();
     ShaderProject project;
     project.version = request.version;
     project.info = request.info;
@@ -90,14 +79,25 @@ bool ProjectCommands::Load(const QString& path, const LoadWords& words) {
     const ProjectFileResult result = LoadProjectFile(path, project);
     const bool isLoaded =
         result.status == ProjectFileStatus::Loaded || result.status == ProjectFileStatus::NoImageStage;
-    if (isLoaded) {
-        AdoptProject(project, path);
-        app.host->ShowTitle(shaderModified);
-    }
     QString status = isLoaded ? words.done : words.failed;
     if (!result.message.isEmpty()) status += u'\n' + result.message;
+    if (isLoaded) {
+        AdoptProject(project, path);
+        // A file that holds more than was read of it is not written over without a question.
+        if (result.isComplete) app.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
+        app.host->ShowTitle(shaderModified);
+    }
     app.host->SetStatusText(status);
     return isLoaded;
+}
+
+void ProjectCommands::SaveProject() {
+    const QString path = App()->projectFile;
+    if (path.isEmpty()) {
+        SaveProjectAs();
+    } else {
+        Save(path);
+    }
 }
 
 void ProjectCommands::SaveProjectAs() {
@@ -109,12 +109,18 @@ void ProjectCommands::SaveProjectAs() {
     // A source file may be open under that name, and a project must not be written over it.
     question.fileName = open.completeBaseName() + QStringLiteral(".json");
     const QString path = dialogs.askForFile(question);
-    if (path.isEmpty()) return;
-    if (!SaveProjectJson(path, ProjectToSave())) {
-        app.host->SetStatusText(QStringLiteral("Error saving file."));
+    if (!path.isEmpty()) Save(path);
+}
+
+void ProjectCommands::Save(const QString& path) {
+    AppState& app = *App();
+    QString reason;
+    if (!SaveProjectJson(path, ProjectToSave(), &reason)) {
+        app.host->SetStatusText(SavingFailed(reason));
         return;
     }
-    shaderModified = false;
+    app.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
+    MarkProjectSaved();
     SetOpenFileName(path);
     app.host->SetStatusText(QStringLiteral("File saved."));
 }

@@ -24,11 +24,13 @@ class ProjectCommands {
     // Without unsaved changes true at once; otherwise asks, and only Yes gives true.
     bool ConfirmLoss();
 
-    // The default Image stage alone. Doesn't ask.
+    // The default Image stage alone, untitled. Doesn't ask.
     void New();
     // Asks for a project file, loads it, and puts it on the list of recent projects.
     void OpenProject();
-    // Asks for a path and writes there what runs, or without a run what is edited.
+    // Writes what is edited, whatever runs, to the project's own file; asks for one while it has none.
+    void SaveProject();
+    // Asks for a path and writes there; the file is the project's own from then on.
     void SaveProjectAs();
 
     // Loads a project file into the editing form and says so in the message pane. When the file can't be read
@@ -47,6 +49,9 @@ class ProjectCommands {
     void DropFiles(const QStringList& paths);
 
     UserDialogs dialogs;
+
+  private:
+    static void Save(const QString& path);
 };
 
 // Makes the path the open file's name, and its last part alone when the path is too long. The title follows.

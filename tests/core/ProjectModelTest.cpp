@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "support/RecordingHost.h"
 
 namespace pixelgrove {
@@ -93,7 +95,7 @@ TEST_F(ProjectModelTest, RemovingTheShownStageFallsBackToImage) {
     AddStage(kStageCommon);
     host_.Forget();
     RemoveStage(kStageCommon);
-    EXPECT_THAT(host_.Names(), ElementsAre("RefreshStageTabs"));
+    EXPECT_THAT(host_.Names(), ElementsAre("ShowTitle", "RefreshStageTabs"));
     EXPECT_EQ(State().currentStage, kStageImage);
 
     for (uint32_t id : {uint32_t(kStageNone), uint32_t(kStageImage), 8u})
@@ -101,7 +103,7 @@ TEST_F(ProjectModelTest, RemovingTheShownStageFallsBackToImage) {
     EXPECT_TRUE(State().documents[kStageImage].hasText);
 }
 
-TEST_F(ProjectModelTest, AChangeMarksTheProjectAndRebuildsWhenNeeded) {
+TEST_F(ProjectModelTest, APaintedTextRebuildsTheTreeWhenNeeded) {
     struct Row {
         bool textChanged, spanHasControls;
         int32_t controls;
@@ -113,17 +115,58 @@ TEST_F(ProjectModelTest, AChangeMarksTheProjectAndRebuildsWhenNeeded) {
                         {false, true, 1, false},
                         {false, false, 0, false}};
     for (const Row& row : rows) {
-        shaderModified = false;
-        State().fileName.clear();
         Controls()->uniformCount = row.controls;
         host_.Forget();
         OnProjectChanged(row.textChanged, row.spanHasControls);
-        EXPECT_EQ(shaderModified, row.textChanged);
-        EXPECT_EQ(State().fileName, row.textChanged ? QStringLiteral("Untitled") : QString());
-        EXPECT_EQ(host_.CountOf("ShowTitle"), row.textChanged ? 1 : 0);
+        EXPECT_FALSE(shaderModified);
         EXPECT_EQ(host_.CountOf("RebuildControlTree"), row.rebuilds ? 1 : 0);
         EXPECT_EQ(host_.Names().back(), "RefreshCaretStatus");
     }
+}
+
+TEST_F(ProjectModelTest, TheMarkStandsWhileAStageDiffersFromWhatWasSaved) {
+    AddStage(kStageBufferA);
+    ChannelInput& channel = State().channels[kStageBufferA][1];
+    channel.kind = kChannelKeyboard;
+    DefaultSampler(channel);
+    MarkProjectSaved();
+    State().fileName.clear();
+    QString& text = State().documents[kStageBufferA].text;
+    struct Row {
+        const char* what;
+        std::function<void()> change;
+        bool marks = true;
+    };
+    const Row rows[] = {
+        {"text", [&] { text += u'x'; }},
+        {"as long", [&] { text[0] = u'x'; }},
+        {"text is gone", [&] { text.clear(); }},
+        {"wrap", [&] { channel.wrap = gl::kRepeat; }},
+        {"flip", [&] { channel.vflip = 1; }},
+        {"medium", [&] { channel.fileName = QStringLiteral("/x.png"); }},
+        {"source", [&] { channel.sourceStage = kStageBufferB; }},
+        {"no source", [&] { channel.sourceStage = 0; }, false},
+        {"frames that follow", [&] { channel.samplerCountdown = 0; }, false},
+        {"reset", [&] { channel = ChannelInput(); }},
+        {"unused", [&] { State().channels[kStageBufferA][3].fileName = QStringLiteral("/x"); }, false},
+        {"removed", [&] { RemoveStage(kStageBufferA); }},
+    };
+    const StageDocument document = State().documents[kStageBufferA];
+    const auto channels = State().channels[kStageBufferA];
+    for (const Row& row : rows) {
+        row.change();
+        OnStageChanged(kStageBufferA);
+        EXPECT_EQ(shaderModified, row.marks) << row.what;
+        State().documents[kStageBufferA] = document;
+        State().channels[kStageBufferA] = channels;
+        OnStageChanged(kStageBufferA);
+        EXPECT_FALSE(shaderModified) << row.what;
+    }
+    EXPECT_EQ(State().fileName, QStringLiteral("Untitled"));
+    AddStage(kStageCubeA);
+    EXPECT_TRUE(shaderModified);
+    RemoveStage(kStageCubeA);
+    EXPECT_FALSE(shaderModified);
 }
 
 TEST_F(ProjectModelTest, AChangeInsideAChangeIsIgnored) {

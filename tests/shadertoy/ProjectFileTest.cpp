@@ -141,6 +141,9 @@ TEST_F(ProjectFileTest, StatusTellsWhatAFileIs) {
         const ProjectFileResult result = LoadProjectFile(WriteProject(row.text), project);
         EXPECT_EQ(result.status, row.status);
         EXPECT_EQ(!result.message.isEmpty(), row.hasMessage);
+        if (result.status == Status::Loaded) {
+            EXPECT_EQ(result.isComplete, !row.hasMessage);
+        }
         EXPECT_EQ(project.version == 9.0f, row.status == Status::NotAProject);  // left alone
         const ShaderStage& stage = project.stages[kStageImage];
         EXPECT_EQ(stage.source, row.status == Status::Loaded ? source : QByteArray());

@@ -106,7 +106,9 @@ TEST(SaveProject, FileReadsBackAsItWas) {
     EXPECT_EQ(back.info.description, project.info.description);
     EXPECT_EQ(WriteProjectJson(back), WriteProjectJson(project));
 
-    EXPECT_FALSE(SaveProjectJson(folder.filePath(QStringLiteral("none/p.json")), project));
+    QString reason;
+    EXPECT_FALSE(SaveProjectJson(folder.filePath(QStringLiteral("none/p.json")), project, &reason));
+    EXPECT_FALSE(reason.isEmpty());
 }
 
 }  // namespace

@@ -107,7 +107,6 @@ TEST_F(ChannelPanelTest, GroupsShowWhatTheShownStageReads) {
     SelectStage(kStageImage);
     EXPECT_TRUE(Part("filterCombo")->isVisible());
     EXPECT_FALSE(Part("filterCombo", 1)->isVisible());
-    EXPECT_FALSE(shaderModified);
 }
 
 TEST_F(ChannelPanelTest, ControlsWriteTheShownStagesChannel) {
@@ -118,6 +117,11 @@ TEST_F(ChannelPanelTest, ControlsWriteTheShownStagesChannel) {
     DefaultSampler(channel);
     window->RefreshChannelPanel();
     channel.samplerCountdown = 0;
+    MarkProjectSaved();
+    Choose(Combo("filterCombo"), 0);
+    EXPECT_TRUE(Title().startsWith(u'*'));
+    Choose(Combo("filterCombo"), 1);
+    EXPECT_FALSE(Title().startsWith(u'*')) << "back at what was saved";
     Choose(Combo("filterCombo"), 0);
     Choose(Combo("wrapCombo"), 1);
     static_cast<QCheckBox*>(Part("vflipCheck"))->click();
@@ -154,6 +158,7 @@ TEST_F(ChannelPanelTest, TheButtonsMenuGivesTheChannelItsSource) {
     EXPECT_EQ(Channel(2).kind, uint32_t(kChannelBuffer));
     EXPECT_EQ(Channel(2).sourceStage, kStageBufferB);
     EXPECT_EQ(Name(2), QStringLiteral("Buffer B"));
+    EXPECT_TRUE(Title().startsWith(u'*'));
 
     menu = open();
     EXPECT_TRUE(entries(*menu).startsWith(QStringLiteral("Reset Channel114|0|Misc0|")));
@@ -161,6 +166,7 @@ TEST_F(ChannelPanelTest, TheButtonsMenuGivesTheChannelItsSource) {
     menu->close();
     EXPECT_EQ(Channel(2).kind, uint32_t(kChannelUnused));
     EXPECT_EQ(Name(2), QStringLiteral("Unused"));
+    EXPECT_FALSE(Title().startsWith(u'*'));
 }
 
 TEST_F(ChannelPanelTest, PicturesAreChosenByTheirFiles) {

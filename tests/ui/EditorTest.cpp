@@ -66,13 +66,6 @@ class EditorTest : public WindowTest {
                           Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(Editor()->viewport(), &event);
     }
-    // What the title and the prompt hear of; the mark is taken off first.
-    bool MarksChangeAtPaint(const std::function<void()>& act) const {
-        shaderModified = false;
-        act();
-        Paint();
-        return shaderModified;
-    }
 };
 
 using namespace word_colours;
@@ -144,35 +137,39 @@ TEST_F(EditorTest, OnlyWhatIsOnScreenIsColouredAnew) {
     EXPECT_EQ(Coloured(350, kComment), QStringList(Latin("int a;"))) << "out of sight colours stay";
 }
 
-TEST_F(EditorTest, AChangeIsMarkedByThePaintThatColours) {
+TEST_F(EditorTest, OnlyWhatDiffersFromTheSavedTextIsMarked) {
     Load(Latin("int a;\n").repeated(400));
     Editor()->GoToLine(3);
-    Key(Qt::Key_Escape);
-    Paint();
-    const std::pair<int, bool> keys[] = {
-        {Qt::Key_Left, false},  {Qt::Key_Up, false},      {Qt::Key_Right, true},
-        {Qt::Key_Down, true},   {Qt::Key_Home, true},     {Qt::Key_End, true},
-        {Qt::Key_PageUp, true}, {Qt::Key_PageDown, true}, {Qt::Key_Shift, false}};
-    for (const auto& [key, marks] : keys)
-        EXPECT_EQ(MarksChangeAtPaint([this, k = key] { Key(k); }), marks) << key;
-    EXPECT_FALSE(MarksChangeAtPaint([this] { Wheel(Qt::NoModifier, -120); }));
-    EXPECT_FALSE(MarksChangeAtPaint(
-        [this] { QTest::mouseClick(Editor()->viewport(), Qt::LeftButton, {}, QPoint(30, 30)); }));
-    EXPECT_TRUE(MarksChangeAtPaint([this] { Type(Latin("x")); }));
-    EXPECT_TRUE(MarksChangeAtPaint([this] { Run(kCmdEditUndo); }));
     AddStage(kStageCommon);
-    EXPECT_TRUE(MarksChangeAtPaint([] { SelectStage(kStageCommon); }));
-
-    // An edit is marked without waiting for a paint that may never come.
-    shaderModified = false;
+    const auto save = [] {
+        MarkProjectSaved();
+        SetOpenFileName(App()->fileName);
+    };
+    save();
+    const auto isMarked = [this] {
+        Paint();
+        QCoreApplication::sendPostedEvents();
+        EXPECT_EQ(Title().startsWith(u'*'), shaderModified);
+        return shaderModified;
+    };
+    for (const int key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown}) {
+        Key(key);
+        EXPECT_FALSE(isMarked()) << key;
+    }
+    SelectStage(kStageCommon);
+    EXPECT_FALSE(isMarked());
+    SelectStage(kStageImage);
+    EXPECT_FALSE(isMarked());
     Type(Latin("x"));
-    EXPECT_TRUE(shaderModified);
-
-    // The first text of a project is none.
-    shaderModified = false;
-    EXPECT_FALSE(MarksChangeAtPaint([this] { Run(kCmdNew); }));
-    chosenPath = FileWith(kTwoStageProject);
-    EXPECT_FALSE(MarksChangeAtPaint([this] { Run(kCmdOpenProject); }));
+    EXPECT_TRUE(shaderModified) << "without waiting for a paint that may never come";
+    EXPECT_TRUE(isMarked());
+    Run(kCmdEditUndo);
+    EXPECT_FALSE(isMarked()) << "back at the saved text";
+    Editor()->redo();
+    EXPECT_TRUE(isMarked());
+    save();
+    Run(kCmdEditUndo);
+    EXPECT_TRUE(isMarked()) << "the saved text is the later one";
 }
 
 TEST_F(EditorTest, KeysThatIndent) {

@@ -1,8 +1,10 @@
-// Source files, recent and dropped files, and what a project is saved from.
+// Source files, recent and dropped files, and where and what a project is saved from.
 #include <QFile>
 #include <QScrollBar>
+#include <functional>
 
 #include "WindowFixture.h"
+#include "render/RenderThread.h"
 #include "ui/FileCommands.h"
 
 namespace pixelgrove {
@@ -81,7 +83,8 @@ TEST_F(FileCommandsTest, ASavedStageIsAnAsciiCopy) {
         for (const int command : {kCmdSaveFileAs, kCmdSaveProjectAs}) {
             window->SetStatusText({});
             Run(command);
-            EXPECT_EQ(Status(), QStringLiteral("Error saving file.")) << qPrintable(path) << command;
+            EXPECT_TRUE(Status().startsWith(QStringLiteral("Error saving file.\n")))
+                << qPrintable(path) << command << qPrintable(Status());
         }
     }
     EXPECT_TRUE(shaderModified);
@@ -180,31 +183,93 @@ TEST_F(FileCommandsTest, AProjectOpenedByHandIsRecentAndOneSavedIsNot) {
     EXPECT_TRUE(fileQuestion.fileName.endsWith(QStringLiteral(".json"))) << qPrintable(fileQuestion.fileName);
 }
 
-TEST_F(FileCommandsTest, AProjectSavedDuringARunIsTheOneThatRuns) {
-    if (!App()->openGlOk) GTEST_SKIP() << "no usable OpenGL on this display";
-    const QString edited = QStringLiteral("void mainImage(out vec4 c) { edited }\n");
-    chosenPath = folder.filePath(QStringLiteral("running.json"));
-    auto savedText = [&] {
-        Run(kCmdSaveProjectAs);
+TEST_F(FileCommandsTest, SavingWritesWhatIsEditedToTheProjectsOwnFile) {
+    // Untitled: it has no file yet.
+    Run(kCmdSaveProject);
+    EXPECT_TRUE(fileQuestion.forSaving) << "asked, and cancelled";
+    const auto saves = [this](const QString& path, const QString& text) {
+        fileQuestion = FileQuestion();
+        Run(kCmdSaveProject);
+        EXPECT_FALSE(fileQuestion.forSaving) << "no question";
         EXPECT_EQ(Status(), QStringLiteral("File saved."));
         EXPECT_FALSE(shaderModified);
-        QByteArray json = BytesOf(chosenPath);
-        EXPECT_FALSE(json.contains("\"ctype\"")) << "no channel was set";
-        return json;
+        EXPECT_EQ(Title(), QFileInfo(path).fileName() + QStringLiteral(" - Pixelgrove"));
+        EXPECT_TRUE(BytesOf(path).contains(text.trimmed().toLatin1())) << qPrintable(text);
     };
+    const QString first = folder.filePath(QStringLiteral("first.json"));
+    const QString second = FileWith(kTwoStageProject), third = folder.filePath(QStringLiteral("third.json"));
     ReplaceText(kRunning);
-    Run(kCmdPlay);
-    ASSERT_TRUE(PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); }));
-    ReplaceText(edited);
-    EXPECT_TRUE(savedText().contains("vec4(iTime)"));
+    chosenPath = first;
+    Run(kCmdSaveProjectAs);
+    if (App()->openGlOk) {
+        Run(kCmdPlay);
+        ASSERT_TRUE(PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); }));
+    }
+    ReplaceText(QStringLiteral("// edited during the run"));
+    saves(first, QStringLiteral("// edited during the run"));
+    chosenPath = second;
+    Run(kCmdOpenProject);
+    ReplaceText(QStringLiteral("// another project"));
+    saves(second, QStringLiteral("// another project"));
+    EXPECT_FALSE(BytesOf(second).contains("iTime"));
     Run(kCmdStop);
-    EXPECT_TRUE(savedText().contains("edited"));
+    chosenPath = third;
+    Run(kCmdSaveProjectAs);
+    // A source file gives the window its name and the stage its text; the project's file stays what it was.
+    window->Projects().DropFiles({Source("// dropped")});
+    saves(third, QStringLiteral("// dropped"));
+    // So does a name that could be a service's id.
+    QDir::setCurrent(folder.path());
+    ASSERT_TRUE(QFile::copy(second, QStringLiteral("p.json")));
+    ASSERT_TRUE(window->Projects().Load(QStringLiteral("p.json")));
+    QDir::setCurrent(QStringLiteral("/"));
+    ReplaceText(QStringLiteral("// short"));
+    saves(folder.filePath(QStringLiteral("p.json")), QStringLiteral("// short"));
 
-    // A run that failed to compile keeps its context but runs nothing: the text being mended counts.
-    Run(kCmdPlay);
-    ASSERT_TRUE(PumpUntil([] { return App()->compileFailed && !App()->stageErrors[kStageImage].isEmpty(); }));
+    // New ones, those of the service, and those of which the file holds more have none.
+    const QByteArray tooLong = QByteArray(kTwoStageProject).replace("Loaded", QByteArray(200, 'n'));
+    struct Case {
+        const char* what;
+        std::function<void()> make;
+    };
+    ShaderProject project;
+    const Case cases[] = {
+        {"new", [this] { Run(kCmdNew); }},
+        {"service", [&] { AdoptProject(project, QStringLiteral("XsXXDn")); }},
+        {"cut", [&] { window->Projects().Load(FileWith(tooLong)); }},
+        {"damaged",
+         [&] { window->Projects().Load(FileWith(QByteArray(kTwoStageProject).replace("}]}}", "},7]}}"))); }},
+    };
+    chosenPath.clear();
+    for (const Case& c : cases) {
+        c.make();
+        fileQuestion = FileQuestion();
+        Run(kCmdSaveProject);
+        EXPECT_TRUE(fileQuestion.forSaving) << c.what;
+    }
+}
+
+TEST_F(FileCommandsTest, ATextTypedIntoAMissingImageIsPartOfTheProject) {
+    chosenPath = FileWith(QByteArray(kTwoStageProject).replace("\"type\":\"image\"", "\"type\":\"sound\""));
+    Run(kCmdOpenProject);
+    ASSERT_EQ(Editor()->toPlainText(), QString());
+    EXPECT_FALSE(shaderModified);
     ReplaceText(kRunning);
-    EXPECT_TRUE(savedText().contains("vec4(iTime)"));
+    Run(kCmdEditUndo);
+    EXPECT_FALSE(shaderModified);
+    Editor()->redo();
+    if (App()->openGlOk) {
+        Run(kCmdPlay);
+        ASSERT_TRUE(PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); }));
+        EXPECT_EQ(App()->renderThread->request.texts[kStageImage], kRunning);
+        EXPECT_TRUE(App()->renderThread->request.hasText[kStageImage]);
+        Run(kCmdStop);
+    }
+    chosenPath = folder.filePath(QStringLiteral("with_image.json"));
+    Run(kCmdSaveProjectAs);
+    Run(kCmdNew);
+    Run(kCmdOpenProject);
+    EXPECT_EQ(ImageText(), kRunning);
 }
 
 }  // namespace

@@ -17,9 +17,6 @@ TEST_F(MainWindowTest, StartsWithTheDefaultImageAndOnlyEditingMarksIt) {
     EXPECT_EQ(Status(), QStringLiteral("[ Image ] No errors."));
     EXPECT_EQ(Text("stageImageButton"), QStringLiteral("[ Image ]"));
     EXPECT_EQ(Text("caretStatusText"), QStringLiteral("Ln: 1 / 11\t Ch: 1"));
-    AddStage(kStageCommon);
-    SelectStage(kStageCommon);
-    SelectStage(kStageImage);
     EXPECT_EQ(Title(), QStringLiteral("Untitled.json - Pixelgrove"));
     EXPECT_FALSE(shaderModified);
     QTest::keyClicks(Editor(), QStringLiteral("x"));
@@ -125,11 +122,12 @@ TEST_F(MainWindowTest, UnsavedChangesAreAskedForOnceAndOnlyYesProceeds) {
     EXPECT_EQ(App()->documents[kStageCommon].text, QStringLiteral("// shared"));
 
     // New asks nothing and leaves the mark of changes as it is.
-    ReplaceText(QStringLiteral("mine"));
+    ReplaceText(QStringLiteral("mine too"));
     const int before = questions;
     Run(kCmdNew);
     EXPECT_EQ(questions, before);
     EXPECT_TRUE(shaderModified);
+    EXPECT_EQ(Title(), QStringLiteral("*Untitled.json - Pixelgrove"));
     EXPECT_EQ(Editor()->toPlainText(), DefaultSource(kStageImage));
     EXPECT_FALSE(Control<QPushButton>("stageCommonButton")->isVisible());
 }
@@ -156,6 +154,7 @@ TEST_F(MainWindowTest, ASavedProjectReadsBackTheSame) {
     SelectStage(kStageCommon);
     ReplaceText(common);
     App()->channels[kStageImage][2].kind = kChannelKeyboard;
+    OnStageChanged(kStageImage);
     chosenPath = folder.filePath(QStringLiteral("saved.json"));
     Run(kCmdSaveProjectAs);
     EXPECT_EQ(Status(), QStringLiteral("File saved."));
@@ -171,7 +170,7 @@ TEST_F(MainWindowTest, ASavedProjectReadsBackTheSame) {
     ReplaceText(QStringLiteral("unsaved"));
     chosenPath = folder.filePath(QStringLiteral("no/such/folder.json"));
     Run(kCmdSaveProjectAs);
-    EXPECT_EQ(Status(), QStringLiteral("Error saving file."));
+    EXPECT_EQ(Status(), QStringLiteral("Error saving file.\nNo such file or directory"));
     EXPECT_TRUE(shaderModified);
 }
 
