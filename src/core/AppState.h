@@ -59,6 +59,19 @@ struct SavedProject {
     StageChannels channels;
 };
 
+// A project that gave way to another while it had changes that no file has.
+struct PreviousProject {
+    std::array<StageDocument, kStageCount> documents;
+    StageChannels channels;
+    ShaderInfo info;
+    float version = 0.0f;
+    QString fileName;
+    QString projectFile;
+    uint32_t shownStage = 0;
+    SavedProject saved;
+    bool changesDiscarded = false;
+};
+
 // The rates that fpsTarget may have.
 constexpr uint32_t kMinFps = 10;
 constexpr uint32_t kMaxFps = 240;
@@ -114,6 +127,7 @@ struct AppState {
     SavedProject saved;
     std::array<bool, kStageCount> stageDiffers{};  // from saved
     bool changesDiscarded = false;  // by New, which leaves the mark of them standing until a save or a load
+    std::unique_ptr<PreviousProject> previousProject;
 
     PaletteTable palette;
     std::unique_ptr<SharedMemory> sharedPalette;

@@ -70,6 +70,7 @@ enum CommandId : int {
     kCmdAudioConfiguration = 40026,
     kCmdSaveProjectAs = 40027,
     kCmdSaveProject = 40028,
+    kCmdRestorePrevious = 40029,
     kCmdOpenProject = 40031,
     kCmdLicense = 40043,
     kCmdLayoutFirst = 40318,  // 40318..40418: layout files by name

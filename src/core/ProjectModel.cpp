@@ -75,6 +75,7 @@ void FreeDocuments() {
 void ClearProject(bool addImage) {
     AppState& app = *App();
     const bool wasModified = shaderModified;
+    KeepPreviousProject();
     FreeDocuments();
     for (uint32_t id = 0; id < kStageCount; ++id) {
         app.stageErrors[id].clear();
@@ -210,6 +211,39 @@ void AdoptProject(ShaderProject& project, const QString& path) {
     MarkProjectSaved();
     ShowStageAnew(app, kStageImage);
     app.host->RebuildControlTree();
+}
+
+void KeepPreviousProject() {
+    AppState& app = *App();
+    if (std::ranges::find(app.stageDiffers, true) == app.stageDiffers.end()) return;
+    app.previousProject = std::make_unique<PreviousProject>(
+        PreviousProject{app.documents, app.channels, app.projectInfo, app.projectVersion, app.fileName,
+                        app.projectFile, app.currentStage, app.saved, app.changesDiscarded});
+}
+
+bool RestorePreviousProject() {
+    AppState& app = *App();
+    const std::unique_ptr<PreviousProject> previous = std::move(app.previousProject);
+    if (!previous) return false;
+    ClearProject(false);
+    app.documents = std::move(previous->documents);
+    app.channels = std::move(previous->channels);
+    app.projectInfo = previous->info;
+    app.projectVersion = previous->version;
+    app.fileName = previous->fileName;
+    app.projectFile = previous->projectFile;
+    app.saved = std::move(previous->saved);
+    app.changesDiscarded = previous->changesDiscarded;
+    for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
+        if (app.documents[id].hasText) stageTabs[id].exists = 1;
+        app.documents[id].errorLines.lines.clear();
+        app.stageDiffers[id] = DiffersFromSaved(app, id);
+    }
+    RefreshModified(app);
+    ShowStageAnew(app, previous->shownStage);
+    app.host->ShowTitle(shaderModified);
+    app.host->RebuildControlTree();
+    return true;
 }
 
 std::vector<uint8_t> BuildCommentMap(QStringView text) {

@@ -15,7 +15,7 @@ void FreeDocuments();
 
 // Empties the editing form: documents, channels, error texts, exists flags (the "+" and Image rows stay
 // set), the project's own file. With addImage the default Image stage follows, untitled, and is shown.
-// shaderModified stays as it was.
+// shaderModified stays as it was. Keeps what it empties, as KeepPreviousProject does.
 void ClearProject(bool addImage);
 
 // Gives stage id its default text; only for 1..7. The channels stay.
@@ -49,8 +49,16 @@ void MarkProjectSaved();
 
 // Takes a project that was read into the editing form; bitmaps and volumes pass over. path is where it
 // came from; when shorter than 7 characters the file name becomes the project's name plus ".json". The
-// project has no file of its own: who read one sets AppState::projectFile.
+// project has no file of its own: who read one sets AppState::projectFile. Keeps what it replaces, as
+// KeepPreviousProject does.
 void AdoptProject(ShaderProject& project, const QString& path);
+
+// Before texts or channels are replaced as a whole: keeps a copy of the project for RestorePreviousProject
+// when something differs from what was loaded or saved; otherwise an older copy stays.
+void KeepPreviousProject();
+// Brings the kept project back, with its names, its file, and what it differed in. The project that gives way
+// is kept in its place by the same rule. False when none is kept.
+bool RestorePreviousProject();
 
 // One class byte per code unit: 0 outside comments, 1 in a line comment (its line end included), 2 in a
 // block comment (both delimiters included). String literals are not known. Pure.

@@ -43,6 +43,7 @@ bool LoadSourceFile(const QString& path) {
     // Text ends at a zero byte.
     if (const qsizetype end = bytes->indexOf('\0'); end >= 0) bytes->truncate(end);
 
+    KeepPreviousProject();
     SetDocumentText(*document, FromCodePage(*bytes));
     document->errorLines.lines.clear();
     document->caretPosition = document->anchorPosition = document->firstVisibleLine = 0;

@@ -141,6 +141,9 @@ void MainWindow::SendCommand(int id, intptr_t) {
         case kCmdNew:
             projects_.New();
             return;
+        case kCmdRestorePrevious:
+            projects_.RestorePrevious();
+            return;
         case kCmdOpenProject:
             projects_.OpenProject();
             return;

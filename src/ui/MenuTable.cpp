@@ -15,6 +15,7 @@ using enum MenuRowKind;
 constexpr MenuRow kRows[] = {
     {Menu, 0, u"&FIle"},
     {Entry, kCmdNew, u"&New"},
+    {Entry, kCmdRestorePrevious, u"Res&tore Previous Project"},
     {Separator},
     {Entry, kCmdOpenFile, u"&Open File...", "Ctrl+Shift+O"},
     {Entry, kCmdSaveFileAs, u"&Save File As..."},

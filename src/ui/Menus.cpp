@@ -96,7 +96,12 @@ Menus::Menus(QMenuBar& bar, QObject& receiver, std::function<void(int commandId)
         }
     }
     ShowTicks();
-    // The lists change in many places; what counts is what is on screen.
+    // What changes in many places is looked up when it comes on screen.
+    const auto showRestore = [this] {
+        Action(kCmdRestorePrevious)->setEnabled(App()->previousProject != nullptr);
+    };
+    showRestore();
+    QObject::connect(FindSubmenu(QStringLiteral("&FIle")), &QMenu::aboutToShow, &receiver_, showRestore);
     for (const RecentMenuRow& row : kRecentMenus) {
         const QMenu* submenu = FindSubmenu(QString::fromUtf16(row.label));
         QObject::connect(static_cast<QMenu*>(submenu->parent()), &QMenu::aboutToShow, &receiver_,

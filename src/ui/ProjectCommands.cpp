@@ -125,4 +125,8 @@ void ProjectCommands::Save(const QString& path) {
     app.host->SetStatusText(QStringLiteral("File saved."));
 }
 
+void ProjectCommands::RestorePrevious() {
+    if (RestorePreviousProject()) App()->host->SetStatusText(QStringLiteral("Previous project restored."));
+}
+
 }  // namespace pixelgrove

@@ -26,6 +26,8 @@ class ProjectCommands {
 
     // The default Image stage alone, untitled. Doesn't ask.
     void New();
+    // Brings back the project that the last replacement of a modified one threw away; nothing without one.
+    void RestorePrevious();
     // Asks for a project file, loads it, and puts it on the list of recent projects.
     void OpenProject();
     // Writes what is edited, whatever runs, to the project's own file; asks for one while it has none.

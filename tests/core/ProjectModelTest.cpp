@@ -169,6 +169,60 @@ TEST_F(ProjectModelTest, TheMarkStandsWhileAStageDiffersFromWhatWasSaved) {
     EXPECT_FALSE(shaderModified);
 }
 
+TEST_F(ProjectModelTest, AProjectThatWasThrownAwayWithItsChangesComesBackOnce) {
+    const auto type = [&](const QString& text) {
+        SetDocumentText(*State().currentDocument, text);
+        OnStageChanged(State().currentStage);
+    };
+    ShaderProject opened;
+    opened.info.name = QStringLiteral("Fog");
+    opened.version = 0.5f;
+    opened.stages[kStageImage].kind = opened.stages[kStageCommon].kind = kStageImage;
+    AdoptProject(opened, QStringLiteral("/p/fog.json"));
+    State().projectFile = QStringLiteral("/p/fog.json");
+    ClearProject(true);
+    EXPECT_FALSE(RestorePreviousProject()) << "nothing was thrown away";
+    EXPECT_EQ(State().projectFile, QString());
+    EXPECT_EQ(State().fileName, QStringLiteral("Untitled.json"));
+
+    AdoptProject(opened, QStringLiteral("/p/fog.json"));
+    State().projectFile = QStringLiteral("/p/fog.json");
+    SelectStage(kStageCommon);
+    State().channels[kStageImage][0].kind = kChannelKeyboard;
+    OnStageChanged(kStageImage);
+    type(QStringLiteral("mine"));
+    ClearProject(true);
+    EXPECT_TRUE(shaderModified) << "the mark survives New";
+    // What the untouched default gives way to doesn't take the place of what has changes.
+    AdoptProject(opened, QStringLiteral("XsXXDn"));
+    EXPECT_FALSE(shaderModified);
+    ASSERT_TRUE(RestorePreviousProject());
+    EXPECT_EQ(State().currentStage, kStageCommon);
+    EXPECT_EQ(State().currentDocument->text, QStringLiteral("mine"));
+    EXPECT_EQ(State().channels[kStageImage][0].kind, uint32_t(kChannelKeyboard));
+    EXPECT_THAT(AddableStages(), ElementsAre(2u, 3u, 4u, 5u, 6u));
+    EXPECT_EQ(State().projectInfo.name, QStringLiteral("Fog"));
+    EXPECT_EQ(State().projectVersion, 0.5f);
+    EXPECT_EQ(State().fileName, QStringLiteral("/p/fog.json"));
+    EXPECT_EQ(State().projectFile, State().fileName);
+    EXPECT_TRUE(shaderModified);
+    EXPECT_FALSE(RestorePreviousProject());
+    State().channels[kStageImage][0] = {};
+    OnStageChanged(kStageImage);
+    type({});
+    EXPECT_FALSE(shaderModified) << "the file holds this";
+
+    // Bringing one back throws nothing away either.
+    type(QStringLiteral("first"));
+    ClearProject(true);
+    type(QStringLiteral("second"));
+    for (const char* text : {"first", "second"}) {
+        EXPECT_TRUE(RestorePreviousProject());
+        EXPECT_EQ(State().currentDocument->text, QString::fromLatin1(text));
+        EXPECT_TRUE(shaderModified);
+    }
+}
+
 TEST_F(ProjectModelTest, AChangeInsideAChangeIsIgnored) {
     host_.onRebuildControlTree = [] { OnProjectChanged(true, true); };
     OnProjectChanged(true, true);
