@@ -56,7 +56,8 @@ void GiveDefaultText(uint32_t id) {
 void AdoptStage(AppState& app, uint32_t id, ShaderStage& stage) {
     StageDocument& document = app.documents[id];
     document = StageDocument();
-    SetDocumentText(document, FromCodePage(std::exchange(stage.source, QByteArray())), 1);
+    const QByteArray source = std::exchange(stage.source, QByteArray());
+    SetDocumentText(document, stage.text.isNull() ? FromCodePage(source) : stage.text, 1);
     stageTabs[id].exists = 1;
     stageTabs[id].stageId = int32_t(id);
     for (size_t i = 0; i < kChannelCount; ++i) {

@@ -33,6 +33,7 @@ struct ShaderInfo {
 struct ShaderStage {
     uint32_t kind = kStageNone;  // StageId; 0 means that the slot is empty
     QByteArray source;           // in the code page; null and empty are the same
+    QString text;                // the same as it was read, when the page lacks some of it; else null
     std::array<ChannelInput, kChannelCount> channels;
     QByteArray log;  // last GL info log
     uint32_t program = 0;

@@ -1,6 +1,8 @@
 #include "platform/CodePage.h"
 
+#include <algorithm>
 #include <array>
+#include <optional>
 
 namespace pixelgrove {
 
@@ -13,12 +15,12 @@ constexpr char16_t kHighControls[32] = {
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
 };
 
-char ByteOf(char16_t unit) {
+std::optional<char> ByteOf(char16_t unit) {
     if (unit < 0x80 || (unit >= 0xA0 && unit <= 0xFF)) return char(unit);
     for (int i = 0; i < 32; ++i) {
         if (kHighControls[i] == unit) return char(0x80 + i);
     }
-    return '?';
+    return std::nullopt;
 }
 
 }  // namespace
@@ -27,8 +29,13 @@ QByteArray ToCodePage(QStringView text) {
     QByteArray bytes(text.size(), Qt::Uninitialized);
     char* out = bytes.data();
     for (QChar unit : text)
-        *out++ = ByteOf(unit.unicode());
+        *out++ = ByteOf(unit.unicode()).value_or('?');
     return bytes;
+}
+
+qsizetype CountLackingCharacters(QStringView text) {
+    return std::ranges::count_if(text.toUcs4(),
+                                 [](uint point) { return point > 0xFFFF || !ByteOf(char16_t(point)); });
 }
 
 QString FromCodePage(QByteArrayView bytes) {

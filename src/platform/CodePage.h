@@ -16,6 +16,9 @@ namespace pixelgrove {
 // becomes '?'. Never fails. NULs are kept.
 QByteArray ToCodePage(QStringView text);
 
+// How many characters of the text are outside the page; a surrogate pair is one.
+qsizetype CountLackingCharacters(QStringView text);
+
 // One UTF-16 code unit for each byte. Never fails.
 QString FromCodePage(QByteArrayView bytes);
 

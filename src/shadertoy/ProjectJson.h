@@ -10,6 +10,7 @@
 // - the cube stage is written "Cubemap A" and "Cube A" is read as well, as "Buf A" is for "Buffer A";
 // - "music", "musicstream" and "mic" are read as audio and written "audio";
 // - tags are joined with ", " and split at "," alone, so the second one on has a leading blank when written;
+// - the reader keeps a stage's text where the code page lacks some of it; the writer writes the source alone;
 // - mirrored repeat and other wraps without a name are written "clamp", filters without one "linear".
 //
 // Texts are cut at a zero character. A text that is too long for its field, or a number too large for 64

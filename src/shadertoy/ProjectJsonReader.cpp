@@ -213,7 +213,9 @@ bool ReadPassJson(const JsonObject& pass, ShaderStage& stage, bool* refused) {
 
     const std::optional<QString> code = pass.GetNamedString(u"code");
     if (!code) return false;
-    stage.source = ToCodePage(UntilZero(*code));
+    const QString text = UntilZero(*code);
+    stage.source = ToCodePage(text);
+    if (CountLackingCharacters(text) > 0) stage.text = text;
 
     const std::optional<JsonArray> inputs = pass.GetNamedArray(u"inputs");
     return inputs && ReadInputs(*inputs, stage, refused);

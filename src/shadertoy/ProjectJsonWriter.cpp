@@ -60,8 +60,7 @@ QString WithEscapes(const QString& json) {
     QString text;
     text.reserve(json.size());
     for (const QChar unit : json) {
-        const bool isLacking = unit.unicode() >= 0x80 && ToCodePage(QStringView(&unit, 1)) == "?";
-        if (isLacking) {
+        if (unit.unicode() >= 0x80 && CountLackingCharacters(QStringView(&unit, 1)) > 0) {
             text += QStringLiteral("\\u%1").arg(uint(unit.unicode()), 4, 16, QChar(u'0'));
         } else {
             text += unit;

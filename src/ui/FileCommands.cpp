@@ -61,6 +61,21 @@ QString SavingFailed(const QString& reason) {
     return reason.isEmpty() ? words : words + u'\n' + reason;
 }
 
+QString LostCharacters(const std::array<qsizetype, kStageCount>& counts, const QString& page, bool isSaved) {
+    QString words;
+    for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
+        if (counts[id] == 0) continue;
+        const bool isOne = counts[id] == 1;
+        const QString were = isOne ? QStringLiteral("was") : QStringLiteral("were");
+        words += QStringLiteral("\n%1: %2 %3 %4 saved as \"?\".")
+                     .arg(StageName(id), QString::number(counts[id]),
+                          isOne ? QStringLiteral("character") : QStringLiteral("characters"),
+                          isSaved ? were : QStringLiteral("will be"));
+    }
+    if (!words.isEmpty()) words += QStringLiteral("\nOnly %1 can be saved.").arg(page);
+    return words;
+}
+
 QByteArray ToAscii(QStringView text) {
     QByteArray bytes(text.size(), Qt::Uninitialized);
     std::ranges::transform(text, bytes.begin(),
@@ -86,7 +101,10 @@ void ProjectCommands::SaveFileAs() {
         Say(SavingFailed(reason));
         return;
     }
-    Say(QStringLiteral("File saved."));
+    std::array<qsizetype, kStageCount> lost{};
+    lost[App()->currentStage] =
+        std::ranges::count_if(document->text.toUcs4(), [](uint point) { return point >= 0x80; });
+    Say(QStringLiteral("File saved.") + LostCharacters(lost, QStringLiteral("US-ASCII"), true));
 }
 
 void ProjectCommands::OpenRecentFile(int index) {

@@ -1,11 +1,13 @@
 #include "ui/ProjectCommands.h"
 
 #include <QFileInfo>
+#include <array>
 
 #include "controls/LiveValues.h"
 #include "core/BaseFolders.h"
 #include "core/ProjectModel.h"
 #include "persist/RecentList.h"
+#include "platform/CodePage.h"
 #include "platform/Files.h"
 #include "render/RenderThread.h"
 #include "shadertoy/ProjectFile.h"
@@ -41,6 +43,13 @@ ShaderProject ProjectToSave() {
             stage.channels[channel].channelIndex = channel;
     }
     return project;
+}
+
+QString LostCharactersOfProject(bool isSaved) {
+    std::array<qsizetype, kStageCount> counts{};
+    for (uint32_t id = kStageCommon; id < kStageCount; ++id)
+        counts[id] = CountLackingCharacters(App()->documents[id].text);
+    return LostCharacters(counts, QStringLiteral("Windows-1252"), isSaved);
 }
 
 }  // namespace
@@ -86,6 +95,7 @@ bool ProjectCommands::Load(const QString& path, const LoadWords& words) {
         // A file that holds more than was read of it is not written over without a question.
         if (result.isComplete) app.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
         app.host->ShowTitle(shaderModified);
+        status += LostCharactersOfProject(false);
     }
     app.host->SetStatusText(status);
     return isLoaded;
@@ -122,7 +132,7 @@ void ProjectCommands::Save(const QString& path) {
     app.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
     MarkProjectSaved();
     SetOpenFileName(path);
-    app.host->SetStatusText(QStringLiteral("File saved."));
+    app.host->SetStatusText(QStringLiteral("File saved.") + LostCharactersOfProject(true));
 }
 
 void ProjectCommands::RestorePrevious() {

@@ -240,6 +240,9 @@ TEST_F(ProjectModelTest, AdoptingTakesTextsAndChannelsOver) {
     stage.channels[3].kind = kChannelTexture;
     stage.channels[3].faces[0] = CreateBitmap(2, 2, 32, false);
     project.stages[kStageBufferA].kind = kStageBufferA;  // an empty text is a text
+    project.stages[kStageBufferC].kind = kStageBufferC;
+    project.stages[kStageBufferC].source = "?";
+    project.stages[kStageBufferC].text = QStringLiteral("\u4e2d\u2029");
     project.stages[kStageBufferB].source = "no kind";
     const BitmapRef face = stage.channels[3].faces[0];
     AddStage(kStageCubeA);
@@ -254,7 +257,8 @@ TEST_F(ProjectModelTest, AdoptingTakesTextsAndChannelsOver) {
     EXPECT_EQ(State().channels[kStageImage][3].faces[0], face);
     EXPECT_EQ(stage.channels[3].faces[0], nullptr);
     EXPECT_TRUE(State().documents[kStageBufferA].hasText);
-    EXPECT_THAT(AddableStages(), ElementsAre(1u, 3u, 4u, 5u, 6u));
+    EXPECT_EQ(State().documents[kStageBufferC].text, QStringLiteral("\u4e2d\n"));
+    EXPECT_THAT(AddableStages(), ElementsAre(1u, 3u, 5u, 6u));
     EXPECT_EQ(State().currentStage, kStageImage);
     EXPECT_FALSE(shaderModified);
     EXPECT_EQ(State().projectInfo.name, QStringLiteral("Fog"));

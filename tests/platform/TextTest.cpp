@@ -13,6 +13,7 @@ TEST(CodePage, EveryByteSurvivesTheRoundTrip) {
         all.append(char(i));
     const QString text = FromCodePage(all);
     ASSERT_EQ(text.size(), 256);
+    EXPECT_EQ(CountLackingCharacters(text), 0);
     EXPECT_EQ(ToCodePage(text), all);
 }
 
@@ -22,6 +23,7 @@ TEST(CodePage, KnownCharactersAndQuestionMarksForOthers) {
     EXPECT_EQ(ToCodePage(u"a\u03b1\u0080\u0192\uffff"), QByteArray("a??\x83?"));
     EXPECT_EQ(ToCodePage(u"\U0001F333!"), QByteArray("?"
                                                      "?!"));
+    EXPECT_EQ(CountLackingCharacters(u"a\u03b1\u0080\u0192\uffff\U0001F333!\u20ac"), 4);
 }
 
 TEST(Environment, ExpandsKnownNamesOnly) {

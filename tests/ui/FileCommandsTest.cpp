@@ -70,7 +70,9 @@ TEST_F(FileCommandsTest, ASavedStageIsAnAsciiCopy) {
     Run(kCmdSaveFileAs);
     EXPECT_TRUE(fileQuestion.forSaving);
     EXPECT_EQ(fileQuestion.defaultSuffix, QStringLiteral("glsl"));
-    EXPECT_EQ(Status(), QStringLiteral("File saved."));
+    EXPECT_EQ(
+        Status(),
+        QStringLiteral("File saved.\nImage: 4 characters were saved as \"?\".\nOnly US-ASCII can be saved."));
     EXPECT_EQ(BytesOf(chosenPath), QByteArray("a?????\n\tb"));
     EXPECT_TRUE(shaderModified) << "the project stays unsaved";
     EXPECT_EQ(Title(), QStringLiteral("*Untitled.json - Pixelgrove"));
@@ -270,6 +272,23 @@ TEST_F(FileCommandsTest, ATextTypedIntoAMissingImageIsPartOfTheProject) {
     Run(kCmdNew);
     Run(kCmdOpenProject);
     EXPECT_EQ(ImageText(), kRunning);
+}
+
+TEST_F(FileCommandsTest, CharactersThatFilesCannotHoldAreToldOfAndStay) {
+    const QString text = QStringLiteral("// \u5199\u771F \u20AC \U0001F600");
+    chosenPath = FileWith(QByteArray(kTwoStageProject).replace("// shared", "\\u5199 // \\ud83d\\ude00"));
+    Run(kCmdOpenProject);
+    EXPECT_EQ(Status(), QStringLiteral("Project loaded.\nCommon: 2 characters will be saved as \"?\".\nOnly "
+                                       "Windows-1252 can be saved."));
+    ReplaceText(text);
+    Run(kCmdSaveProject);
+    EXPECT_EQ(Status(), QStringLiteral("File saved.\nCommon: 2 characters were saved as \"?\".\nImage: 3 "
+                                       "characters were saved as \"?\".\nOnly Windows-1252 can be saved."));
+    EXPECT_TRUE(BytesOf(chosenPath).contains("// ?? \x80 ??"));
+    EXPECT_EQ(ImageText(), text);
+    EXPECT_EQ(App()->documents[kStageCommon].text, QStringLiteral("\u5199 // \U0001F600"));
+    Run(kCmdOpenProject);
+    EXPECT_EQ(Status(), QStringLiteral("Project loaded."));
 }
 
 }  // namespace
