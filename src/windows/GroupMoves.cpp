@@ -29,6 +29,11 @@ double Middle(int a, int b) {
     return (double(a) + double(b)) / 2;
 }
 
+// A window that the user can see and take hold of.
+bool IsThere(const WindowRecord& row) {
+    return row.open && row.window == WindowPresence::Present;
+}
+
 void AlignPair(int& a, int& b, int distance) {
     if (std::abs(int64_t{a} - b) > distance) return;
     a = b = int((int64_t{a} + b) / 2);
@@ -46,8 +51,7 @@ WindowDrag BeginDrag(const WindowRows& rows, SnapState& snap, bool lockWindows, 
     drag.snapBefore = snap.active;
     if (lockWindows || leftShift) snap.active = false;
     for (const WindowRecord& row : rows)
-        if (row.open && row.window == WindowPresence::Present)
-            drag.group = United(drag.group, row.placement.normal);
+        if (IsThere(row)) drag.group = United(drag.group, row.placement.normal);
     return drag;
 }
 
@@ -101,17 +105,17 @@ std::vector<RowMove> ProposeGroupMove(const WindowRows& rows, const WindowDrag& 
     const EdgeRect group = ChangedGroup(drag.group, rows[dragged].placement.normal, proposed);
     std::vector<RowMove> moves;
     for (size_t i = 0; i < rows.size(); ++i)
-        if (rows[i].open && rows[i].live && rows[i].window == WindowPresence::Present)
+        if (rows[i].live && IsThere(rows[i]))
             moves.push_back({i, MapRect(rows[i].placement.normal, drag.group, group)});
     return moves;
 }
 
 void AlignEdges(WindowRows& rows, int distance) {
     for (size_t i = 0; i < rows.size(); ++i) {
-        if (!rows[i].live || !rows[i].placement.IsValid()) continue;
+        if (!rows[i].live || !IsThere(rows[i]) || !rows[i].placement.IsValid()) continue;
         for (size_t j = 0; j < rows.size(); ++j) {
             // The zeros of a window that was never placed are no edges to be aligned with.
-            if (i == j || !rows[j].placement.IsValid()) continue;
+            if (i == j || !IsThere(rows[j]) || !rows[j].placement.IsValid()) continue;
             EdgeRect &a = rows[i].placement.normal, &b = rows[j].placement.normal;
             AlignPair(a.left, b.left, distance);
             AlignPair(a.right, b.right, distance);

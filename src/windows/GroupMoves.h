@@ -52,9 +52,8 @@ std::vector<RowMove> ProposeGroupMove(const WindowRows& rows, const WindowDrag& 
                                       const EdgeRect& proposed, bool lockWindows, bool leftShift);
 
 // After a drag: for each live row against every other row, two left edges that differ by at most the distance
-// both become their mean, and so do right, top and bottom edges. Sizes may change by this. Closed windows
-// count with their last place, rows without a valid placement don't. The caller puts the live and open
-// windows where their rows say.
+// both become their mean, and so do right, top and bottom edges. Sizes may change by this. Only open rows
+// with a window and a valid placement count. The caller puts the live and open windows where their rows say.
 void AlignEdges(WindowRows& rows, int distance = kSnapDistance);
 
 }  // namespace pixelgrove

@@ -98,12 +98,13 @@ TEST(GroupMoves, AlignsEqualEdgesAtMostTheDistanceApart) {
     EXPECT_EQ(rows[0].placement.normal, (EdgeRect{106, 101, 500, 300}));
     EXPECT_EQ(rows[1].placement.normal, (EdgeRect{106, 101, 513, 900}));
 
-    // Touching edges are none of its business. A closed window takes part as the other one, a window that was
-    // never placed doesn't, and two that aren't live don't either.
+    // Touching edges are none of its business. A window that isn't live takes part as the other one; closed
+    // ones, those that were never placed, and two that aren't live don't.
     rows = {Window({0, 0, 100, 100}), Window({105, 200, 300, 300})};
     AlignEdges(rows);
     EXPECT_EQ(rows[1].placement.normal, (EdgeRect{105, 200, 300, 300}));
-    rows = {Window({-4, 4, 700, 100}), Window({-7, 400, 300, 500}, false, false), WindowRecord{}};
+    rows = {Window({-4, 4, 700, 100}), Window({-7, 400, 300, 500}, true, false),
+            Window({-8, 404, 304, 504}, false), WindowRecord{}};
     AlignEdges(rows);
     EXPECT_EQ(rows[0].placement.normal, (EdgeRect{-5, 4, 700, 100}));
     EXPECT_EQ(rows[1].placement.normal, (EdgeRect{-5, 400, 300, 500}));

@@ -120,7 +120,9 @@ QPoint OutputView::PixelPosition(const QMouseEvent& event) const {
 void OutputView::mousePressEvent(QMouseEvent* event) {
     // Without a window manager nobody else moves the focus here.
     if (!isActive()) requestActivate();
-    if (event->button() == Qt::LeftButton && surface_->HasContexts()) {
+    if (event->button() == Qt::LeftButton) {
+        pressedHere_ = true;
+        if (!surface_->HasContexts()) return;
         const QPoint at = PixelPosition(*event);
         MousePressed(at.x(), at.y(), surface_->ClientSize().height);
     } else if (event->button() == Qt::RightButton) {
@@ -142,8 +144,12 @@ void OutputView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void OutputView::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !IsInside(*event)) return;
+    if (event->button() != Qt::LeftButton) return;
+    // The end of a drag that began on a frame comes here too, when the pointer has got above the picture.
+    const bool isClick = std::exchange(pressedHere_, false);
+    if (!IsInside(*event)) return;
     if (surface_->HasContexts()) MouseReleased();
+    if (!isClick) return;
     if (RenderContext* run = CurrentRun()) run->playTime.store(RandomStartTime(), std::memory_order_relaxed);
 }
 

@@ -58,6 +58,7 @@ class OutputView : public QWindow {
     std::unique_ptr<QBackingStore> store_;
     BitmapRef shown_;                // last bitmap painted
     QHash<quint32, int> heldCodes_;  // code that each held key went down with, by scan code
+    bool pressedHere_ = false;       // the left button went down in the picture and has not come up since
 };
 
 }  // namespace pixelgrove
