@@ -171,23 +171,6 @@ void WriteAudio(XmlStore& store, const AudioParameters& audio) {
     XmlWriteInt(store, kAudioMaximizeRange, audio.maximizeRange ? 1 : 0);
 }
 
-QString NoticeOf(const SettingsFile& file, const QString& path) {
-    switch (file.state) {
-        case SettingsFileState::Unreadable:
-            return QStringLiteral(
-                       "The settings in %1 can't be read: %2. The file is left as it is, and what is "
-                       "changed now lasts until the program ends.")
-                .arg(path, file.reason);
-        case SettingsFileState::Damaged:
-            return QStringLiteral(
-                       "The settings in %1 are damaged, so the program starts without them. The "
-                       "damaged file is kept as %2 when the program ends.")
-                .arg(path, BadSettingsPath(path));
-        default:
-            return QString();
-    }
-}
-
 // Each list with what other instances stored in the meantime.
 void WriteRecentLists(XmlStore& store, const AppState& app, XmlStore* stored) {
     for (size_t i = 0; i < kRecentElements.size(); ++i) {
@@ -252,7 +235,7 @@ bool LoadSettings(const QString& settingsPath, const QString& coloursPath) {
     if (!app) return false;
     SettingsRecords& settings = StoredSettings();
     const SettingsFile file = ReadSettingsFile(settingsPath);
-    settings.file = {file.state == SettingsFileState::Unreadable, NoticeOf(file, settingsPath), {}};
+    settings.file = {file.state == SettingsFileState::Unreadable, SettingsNotice(file, settingsPath), {}};
     if (!file.store) return false;
     // Elements that stand elsewhere are none of ours.
     if (XmlEnter(*file.store, kGlobals)) {

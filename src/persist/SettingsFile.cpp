@@ -45,4 +45,21 @@ QString BadSettingsPath(const QString& path) {
     return path + QStringLiteral(".bad");
 }
 
+QString SettingsNotice(const SettingsFile& file, const QString& path) {
+    switch (file.state) {
+        case SettingsFileState::Unreadable:
+            return QStringLiteral(
+                       "The settings can't be read: %1.\nWhat you change is not kept. The file stays as it "
+                       "is: %2")
+                .arg(file.reason, path);
+        case SettingsFileState::Damaged:
+            return QStringLiteral(
+                       "The settings are damaged, so the defaults are used.\nThe damaged file will be kept "
+                       "as %1")
+                .arg(BadSettingsPath(path));
+        default:
+            return QString();
+    }
+}
+
 }  // namespace pixelgrove

@@ -30,4 +30,8 @@ SettingsFile ReadSettingsFile(const QString& path);
 // Where a damaged file's content is kept: beside it.
 QString BadSettingsPath(const QString& path);
 
+// What the user is to know of the file at that path: a line for what is so, one for what comes of it. Empty
+// when all is well.
+QString SettingsNotice(const SettingsFile& file, const QString& path);
+
 }  // namespace pixelgrove

@@ -51,7 +51,7 @@ constexpr ColourBytes UnpackColour(uint32_t colour) {
 struct SettingsFileNotes {
     // The file is there and was refused by the system: it may hold anything, so nothing is written over it.
     bool leaveAlone = false;
-    // What the user is to know of it, in whole sentences; empty when all is well.
+    // See SettingsNotice.
     QString notice;
     // Files, projects, palettes, playlists: what of the lists is this process's own doing shows against
     // these.
