@@ -11,7 +11,7 @@ namespace {
 
 using enum MenuRowKind;
 
-// New has no key: it asks nothing, and a slip of the hand would cost the text.
+// New has no key: it asks nothing, and a slip of the hand would take the text away.
 constexpr MenuRow kRows[] = {
     {Menu, 0, u"&FIle"},
     {Entry, kCmdNew, u"&New"},
