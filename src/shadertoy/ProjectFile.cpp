@@ -57,8 +57,7 @@ ProjectFileResult LoadProjectFile(const QString& path, ShaderProject& project) {
     if (!isWhole) {
         result.message = QStringLiteral("The project is damaged; the stages behind the damage are missing.");
     } else if (refused) {
-        result.message =
-            QStringLiteral("Some values in the project are too long or out of range and were left out.");
+        result.message = QStringLiteral("Some parts of the project can't be kept here and were left out.");
     }
     return result;
 }

@@ -14,8 +14,8 @@
 // - mirrored repeat and other wraps without a name are written "clamp", filters without one "linear".
 //
 // Texts are cut at a zero character. A text that is too long for its field, or a number too large for 64
-// bits, leaves its field empty; reading goes on, and the optional refused is set. It is never cleared but by
-// ReadProjectJson.
+// bits, leaves its field empty; reading goes on, and the optional refused is set, as it is for a pass that is
+// left out. It is never cleared but by ReadProjectJson.
 #pragma once
 
 #include <QString>

@@ -257,9 +257,11 @@ bool ReadProjectJson(const QString& text, ShaderProject& project, bool* refused)
         const std::optional<JsonObject> pass = passes->GetObjectAt(i);
         if (!pass) return false;
         ShaderStage stage;
-        if (!ReadPassJson(*pass, stage, refused)) continue;
+        const bool isRead = ReadPassJson(*pass, stage, refused);
         const uint32_t slot = stage.kind;
-        project.stages[slot] = std::move(stage);
+        // Of no stage here, as one of sound, or of one that an earlier pass was read for.
+        if (!isRead || slot == kStageNone || project.stages[slot].kind != kStageNone) MarkRefused(refused);
+        if (isRead) project.stages[slot] = std::move(stage);
     }
     return true;
 }

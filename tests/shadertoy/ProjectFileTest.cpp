@@ -128,6 +128,7 @@ TEST_F(ProjectFileTest, StatusTellsWhatAFileIs) {
     const Row rows[] = {
         {QStringLiteral(" \n") + passes(image) + QStringLiteral(" stray"), Status::Loaded, false},
         {passes(badChannel), Status::Loaded, true},
+        {passes(image + u',' + Pass("sound", "Sound", "lost")), Status::Loaded, true},
         {passes(image + QStringLiteral(",7")), Status::Loaded, true},
         {passes(Pass("common", "", "new")), Status::NoImageStage, true},
         {Json("{'other':1}"), Status::NotAProject, true},

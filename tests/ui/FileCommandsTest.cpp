@@ -195,7 +195,8 @@ TEST_F(FileCommandsTest, SavingWritesWhatIsEditedToTheProjectsOwnFile) {
     };
     // A project without an Image stage, into which one is typed.
     const QByteArray twoStages = kTwoStageProject;
-    const QString first = FileWith(QByteArray(twoStages).replace("\"image\"", "\"sound\""));
+    const QString first = FileWith(
+        QByteArray(twoStages).replace("\"Image\"", "\"Buffer A\"").replace("\"image\"", "\"buffer\""));
     const QString second = FileWith(twoStages);
     chosenPath = first;
     Run(kCmdOpenProject);
