@@ -16,6 +16,7 @@
 #include "persist/ImageFiles.h"
 #include "platform/Thread.h"
 #include "render/EglSurface.h"
+#include "render/GlSetup.h"
 #include "render/ProjectCompiler.h"
 #include "render/RenderContext.h"
 #include "render/RenderThread.h"
@@ -193,7 +194,10 @@ int Render(const RenderOptions& options) {
     }
     RenderRun run(*App(), std::move(request));
     if (!PrepareRenderContext(run)) {
-        PrintError(QStringLiteral("pixelgrove-render: no usable OpenGL context."));
+        PrintError(QStringLiteral("pixelgrove-render: OpenGL %1.%2 or newer is needed. This system has: %3.")
+                       .arg(kLeastGlVersion.major)
+                       .arg(kLeastGlVersion.minor)
+                       .arg(QString::fromStdString(OpenGlVersionText())));
         return kExitUsage;
     }
     RenderContext& context = *run.context;

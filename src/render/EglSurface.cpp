@@ -7,6 +7,8 @@
 
 #include <cstring>
 
+#include "render/GlSetup.h"
+
 namespace pixelgrove {
 
 namespace {
@@ -41,6 +43,12 @@ class EglSurface : public OutputSurface {
     EglSurface(EGLDisplay display, SurfaceSize size) : display_(display), size_(size) {}
     SurfaceSize ClientSize() const override { return size_; }
     std::unique_ptr<GlContext> CreateContext() override {
+        return ChooseGlContext([this](std::optional<GlVersion> core) { return MakeContext(core); });
+    }
+    void ShowBitmap(BitmapRef) override {}
+
+  private:
+    std::unique_ptr<GlContext> MakeContext(std::optional<GlVersion> core) const {
         if (!eglBindAPI(EGL_OPENGL_API)) return nullptr;
         const EGLint attributes[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
                                      EGL_NONE};
@@ -48,13 +56,18 @@ class EglSurface : public OutputSurface {
         EGLint count = 0;
         // Nothing is drawn into a surface, so a display without configs will do as well.
         if (!eglChooseConfig(display_, attributes, &config, 1, &count) || count == 0) config = nullptr;
-        const EGLContext context = eglCreateContext(display_, config, EGL_NO_CONTEXT, nullptr);
+        const EGLint coreForm[] = {EGL_CONTEXT_MAJOR_VERSION,
+                                   core ? core->major : 0,
+                                   EGL_CONTEXT_MINOR_VERSION,
+                                   core ? core->minor : 0,
+                                   EGL_CONTEXT_OPENGL_PROFILE_MASK,
+                                   EGL_CONTEXT_OPENGL_CORE_PROFILE_BIT,
+                                   EGL_NONE};
+        const EGLContext context =
+            eglCreateContext(display_, config, EGL_NO_CONTEXT, core ? coreForm : nullptr);
         if (context == EGL_NO_CONTEXT) return nullptr;
         return std::make_unique<EglContext>(display_, context);
     }
-    void ShowBitmap(BitmapRef) override {}
-
-  private:
     EGLDisplay display_;
     SurfaceSize size_;
 };

@@ -2,9 +2,11 @@
 
 #include <GL/glew.h>
 
+#include <QtGlobal>
 #include <array>
 #include <cstdio>
 #include <mutex>
+#include <utility>
 
 namespace pixelgrove {
 
@@ -30,26 +32,44 @@ bool LoadEntryPoints() {
     return entryPointsLoaded;
 }
 
+GlVersion CurrentVersion() {
+    GlVersion version;
+    glGetIntegerv(GL_MAJOR_VERSION, &version.major);
+    glGetIntegerv(GL_MINOR_VERSION, &version.minor);
+    return version;
+}
+
 }  // namespace
+
+GlVersion VersionOf(GlContext& context) {
+    if (!context.MakeCurrent()) return {};
+    const GlVersion version = CurrentVersion();
+    context.DoneCurrent();
+    return version;
+}
+
+std::unique_ptr<GlContext> ChooseGlContext(const MakeGlContext& make,
+                                           const std::function<GlVersion(GlContext&)>& versionOf) {
+    std::unique_ptr<GlContext> plain;
+    if (qEnvironmentVariableIntValue("PIXELGROVE_GL_CORE") == 0) plain = make(std::nullopt);
+    if (plain && versionOf(*plain) >= kLeastGlVersion) return plain;
+    for (int minor = 6; minor >= kLeastGlVersion.minor; --minor) {
+        std::unique_ptr<GlContext> core = make(GlVersion{4, minor});
+        if (core && versionOf(*core) >= kLeastGlVersion) return core;
+    }
+    return plain ? std::move(plain) : make(std::nullopt);
+}
 
 bool InitOpenGL(GlContext& context) {
     if (!context.MakeCurrent()) return false;
     reports.fill(0);
     std::lock_guard lock(setupLock);
-    const bool usable = LoadEntryPoints();
+    const bool usable = LoadEntryPoints() && CurrentVersion() >= kLeastGlVersion;
     if (const auto* text = reinterpret_cast<const char*>(glGetString(GL_VERSION))) versionText = text;
     // glewInit leaves errors behind when it asks a core context for its extension string. Bounded, since a
     // context that was lost reports forever.
     for (int i = 0; i < 16 && glGetError() != GL_NO_ERROR; ++i) {
     }
-    return usable;
-}
-
-bool ProbeOpenGl(OutputSurface& surface) {
-    const std::unique_ptr<GlContext> context = surface.CreateContext();
-    if (!context) return false;
-    const bool usable = InitOpenGL(*context);
-    context->DoneCurrent();
     return usable;
 }
 

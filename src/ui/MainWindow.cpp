@@ -14,6 +14,7 @@
 #include "persist/SettingsRecords.h"
 #include "platform/SharedMemory.h"
 #include "render/GlSetup.h"
+#include "render/OpenGlProbe.h"
 #include "render/RenderContext.h"
 #include "render/source/MessageLines.h"
 #include "render/widgets/OffscreenOutput.h"
@@ -177,7 +178,7 @@ void MainWindow::ZoomTree(int delta) {
 void MainWindow::ProbeOutput() {
     AppState& app = *App();
     const std::shared_ptr<OutputSurface> probe = CreateOffscreenOutput({1, 1});
-    app.openGlOk = probe && ProbeOpenGl(*probe);
+    app.openGlOk = probe && ProbeOpenGl(probe);
     const QString version = QStringLiteral("OpenGL v") + QString::fromStdString(OpenGlVersionText());
     form_->openGlVersionText->setText(version);
     form_->openGlVersionText->setToolTip(version);  // a driver's text may be longer than the field

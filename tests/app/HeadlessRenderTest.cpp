@@ -131,6 +131,16 @@ TEST_F(HeadlessRender, CompileFailuresAreOneWithMappedMessages) {
     EXPECT_TRUE(QDir(folder_.path()).entryList({QStringLiteral("*.png")}).isEmpty());
 }
 
+TEST_F(HeadlessRender, AnOpenGlThatIsTooOldIsNamed) {
+    Write("a.json", Project(Pass("image", "Image", kGradient)));
+    qputenv("MESA_GL_VERSION_OVERRIDE", "3.1COMPAT");
+    const Outcome outcome = Run("a.json --check");
+    qunsetenv("MESA_GL_VERSION_OVERRIDE");
+    if (outcome.exitCode == 0) GTEST_SKIP() << "no driver of Mesa";
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_TRUE(outcome.err.contains(QLatin1String("OpenGL 4.2 or newer is needed. This system has: 3.1")));
+}
+
 TEST_F(HeadlessRender, PicturesBeyondTheDriversMemoryAreAFailure) {
     Write("a.json", Project(Pass("image", "Image", kGradient)));
     const Outcome outcome = Run("a.json --check --size 16384x16384");

@@ -112,8 +112,7 @@ int WidestChannelRange(const QImage& picture) {
 
 class ExampleTest : public ::testing::TestWithParam<GoldenRow> {};
 
-TEST_P(ExampleTest, LooksLikeItsGoldens) {
-    const GoldenRow& row = GetParam();
+void ExpectGoldens(const GoldenRow& row) {
     const QTemporaryDir folder;
     ASSERT_TRUE(folder.isValid());
     QProcess program;
@@ -137,6 +136,20 @@ TEST_P(ExampleTest, LooksLikeItsGoldens) {
         const PictureDifference difference = ComparePictures(drawn, golden);
         EXPECT_TRUE(IsAlike(difference)) << difference.worstChannelMean << ' ' << difference.farShare;
     }
+}
+
+TEST_P(ExampleTest, LooksLikeItsGoldens) {
+    ExpectGoldens(GetParam());
+}
+
+// Buffers, a cube map and a picture file in a context without what core profiles have left behind.
+TEST(CoreProfileTest, DrawsTheSame) {
+    qputenv("PIXELGROVE_GL_CORE", "1");
+    for (const GoldenRow& row : ReadGoldenRows()) {
+        if (row.project == QLatin1String("liquid_chrome") || row.project == QLatin1String("golden_seams"))
+            ExpectGoldens(row);
+    }
+    qunsetenv("PIXELGROVE_GL_CORE");
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, ExampleTest, ::testing::ValuesIn(ReadGoldenRows()),

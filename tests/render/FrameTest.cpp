@@ -185,6 +185,37 @@ TEST(Frame, AssertionsPaintTheirColour) {
     EXPECT_EQ(pixels[2], (Pixel{0, 1, 0, 1}));
 }
 
+TEST(GlContextChoice, CoreWhereThePlainOneIsTooOld) {
+    struct Fake : GlContext {
+        explicit Fake(GlVersion what) : version(what) {}
+        bool MakeCurrent() override { return true; }
+        void DoneCurrent() override {}
+        void SwapBuffers() override {}
+        bool HasDrawable() const override { return false; }
+        void Detach() override {}
+        GlVersion version;
+    };
+    struct Case {
+        GlVersion plain, core;  // what the system gives
+        GlVersion chosen;
+    };
+    const Case cases[] = {
+        {{4, 5}, {4, 6}, {4, 5}}, {{4, 2}, {4, 6}, {4, 2}}, {{4, 1}, {4, 3}, {4, 3}},
+        {{3, 1}, {4, 6}, {4, 6}}, {{3, 1}, {4, 1}, {3, 1}}, {{0, 0}, {4, 5}, {4, 5}},
+    };
+    for (const Case& item : cases) {
+        const auto make = [&item](std::optional<GlVersion> core) -> std::unique_ptr<GlContext> {
+            const GlVersion most = core ? item.core : item.plain;
+            if (most < core.value_or(GlVersion{1, 0})) return nullptr;
+            return std::make_unique<Fake>(most);
+        };
+        const auto chosen =
+            ChooseGlContext(make, [](GlContext& context) { return static_cast<Fake&>(context).version; });
+        ASSERT_TRUE(chosen);
+        EXPECT_TRUE(static_cast<Fake&>(*chosen).version == item.chosen) << item.plain.major;
+    }
+}
+
 TEST(Frame, AnErrorIsSaidTenTimesARun) {
     for (int run = 0; run < 2; ++run) {
         Engine engine;

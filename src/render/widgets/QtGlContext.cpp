@@ -3,7 +3,10 @@
 #include <QCoreApplication>
 #include <QOpenGLContext>
 #include <QThread>
+#include <optional>
 #include <utility>
+
+#include "render/GlSetup.h"
 
 namespace pixelgrove {
 namespace {
@@ -94,10 +97,17 @@ QSurfaceFormat GlSurfaceFormat() {
 std::unique_ptr<GlContext> CreateQtGlContext(std::shared_ptr<QSurface> surface,
                                              std::shared_ptr<SurfaceUse> use, bool hasDrawable) {
     if (!surface || !use || !QCoreApplication::instance()) return nullptr;
-    auto context = std::make_unique<QOpenGLContext>();
-    context->setFormat(GlSurfaceFormat());
-    if (!context->create()) return nullptr;
-    return std::make_unique<QtGlContext>(std::move(context), std::move(surface), std::move(use), hasDrawable);
+    return ChooseGlContext([&](std::optional<GlVersion> core) -> std::unique_ptr<GlContext> {
+        QSurfaceFormat format = GlSurfaceFormat();
+        if (core) {
+            format.setVersion(core->major, core->minor);
+            format.setProfile(QSurfaceFormat::CoreProfile);
+        }
+        auto context = std::make_unique<QOpenGLContext>();
+        context->setFormat(format);
+        if (!context->create()) return nullptr;
+        return std::make_unique<QtGlContext>(std::move(context), surface, use, hasDrawable);
+    });
 }
 
 }  // namespace pixelgrove

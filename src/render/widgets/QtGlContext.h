@@ -18,8 +18,8 @@ struct SurfaceUse {
     std::atomic<int> contexts{0};      // contexts that live on the surface
 };
 
-// Double-buffered, swap interval 0, no depth, no stencil, no version or profile asked: for the context and
-// for the surface it is to be current on.
+// Double-buffered, swap interval 0, no depth, no stencil, no version or profile asked: for the surface that a
+// context is to be current on, and for a plain context.
 QSurfaceFormat GlSurfaceFormat();
 
 // A context for the surface, not yet current, with the calling thread as its owner. The surface must have
