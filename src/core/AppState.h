@@ -82,8 +82,8 @@ struct AppState {
     QWidget* browserWindow = nullptr;
     QWidget* audioConfigWindow = nullptr;
     uint32_t alwaysOnTop = 0;
-    // The render target: what the output window last registered. Null until one was opened, keeps the
-    // retired surface after a close. A run holds its own reference.
+    // The render target: what the output window last registered. Null until one was opened, stays after a
+    // close. A run holds its own reference.
     std::shared_ptr<OutputSurface> outputSurface;
     Host* host = &SilentHost();
 

@@ -40,6 +40,8 @@ class OutputSurface {
     // True once after what stood in the window was lost, as when it was covered while nothing draws. Any
     // thread.
     virtual bool TakeRepaintRequest() { return false; }
+    // A run is given this surface, from its start until it has ended or was abandoned. Main thread.
+    virtual void SetInUse(bool) {}
     // Stretches the bitmap over the whole client area. Any thread; the picture appears a little later.
     virtual void ShowBitmap(BitmapRef bitmap) = 0;
 };

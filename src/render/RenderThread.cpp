@@ -201,6 +201,7 @@ bool StopRenderThread() {
     if (!run) return true;
     run->stopRequested = 1;
     const bool ended = run->EndOrAbandon(kStopWaitMs);
+    run->request.surface->SetInUse(false);
     app.renderContext = nullptr;
     app.recordingActive = 0;
     app.host->CancelPostedCommand(kCmdCompileResult);
@@ -222,9 +223,12 @@ bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t
     auto run = std::make_shared<RenderRun>(app, makeRequest());
     if (configure) configure(*run);
     app.renderThread = run;
-    if (RenderRun::Start(run)) return true;
-    app.renderThread = nullptr;
-    return false;
+    if (!RenderRun::Start(run)) {
+        app.renderThread = nullptr;
+        return false;
+    }
+    run->request.surface->SetInUse(true);
+    return true;
 }
 
 int AbandonedRuns() {

@@ -88,8 +88,10 @@ TEST_F(PresentationTest, AMultisampledPictureFollowsTheWindowWhilePaused) {
     StopRenderThread();
 }
 
-TEST_F(PresentationTest, ClosingUnderARunKeepsTheDrawableUntilItsEnd) {
+TEST_F(PresentationTest, ARunGoesOnWithoutItsWindowAndInTheNextOne) {
     Open();
+    const std::shared_ptr<WindowSurface> surface = window->Surface();
+    surface->SetInUse(true);
     QPointer<OutputView> view = window->View();
     std::atomic<int> frames{0};
     ContextOnThread run(window->Surface(), [&](GlContext& context) {
@@ -102,13 +104,26 @@ TEST_F(PresentationTest, ClosingUnderARunKeepsTheDrawableUntilItsEnd) {
     });
     ASSERT_TRUE(run.WaitCurrent());
     ASSERT_TRUE(Shows(300, 300, kRed));
-    window->close();
-    EXPECT_TRUE(PumpUntil([this] { return !window; }));
-    const int before = frames;
-    EXPECT_TRUE(PumpUntil([&] { return frames > before + 10; })) << "the run goes on, unseen";
-    EXPECT_TRUE(view);
+    const auto closeAndGoOn = [&] {
+        window->close();
+        EXPECT_TRUE(PumpUntil([this] { return !window; }));
+        const int before = frames;
+        EXPECT_TRUE(PumpUntil([&] { return frames > before + 10; }));
+        EXPECT_EQ(surface->ClientSize(), (SurfaceSize{640, 360})) << "the run keeps its size";
+    };
+    closeAndGoOn();
+    Open();
+    EXPECT_EQ(window->View(), view);
+    EXPECT_TRUE(Shows(300, 300, kRed));
+    window->ResizeClient({700, 400});
+    EXPECT_TRUE(PumpUntil([&] { return surface->ClientSize() == SurfaceSize{700, 400}; }));
+    window->ResizeClient({640, 360});
+    EXPECT_TRUE(PumpUntil([&] { return surface->ClientSize() == SurfaceSize{640, 360}; }));
+    closeAndGoOn();
     run.Stop();
+    surface->SetInUse(false);
     EXPECT_TRUE(PumpUntil([&] { return !view; }));
+    EXPECT_TRUE(surface->IsRetired());
 }
 
 }  // namespace

@@ -257,9 +257,17 @@ TEST_F(PlaybackTest, ClosingTheOutputWindowKeepsTheRunStoppable) {
     EXPECT_EQ(App()->renderThread->request.surface, App()->outputSurface);
     const SurfaceSize size = App()->outputSurface->ClientSize();
 
-    App()->outputWindow->close();
-    EXPECT_EQ(App()->outputWindow, nullptr);
-    EXPECT_FALSE(window->MenuEntries().Action(kCmdAnimationWindow)->isChecked());
+    const auto close = [this] {
+        App()->outputWindow->close();
+        EXPECT_EQ(App()->outputWindow, nullptr);
+        EXPECT_FALSE(window->MenuEntries().Action(kCmdAnimationWindow)->isChecked());
+        const uint64_t before = App()->renderThread->framesDrawn;
+        EXPECT_TRUE(PumpUntil([&] { return App()->renderThread->framesDrawn > before + 2; }));
+    };
+    close();
+    Run(kCmdAnimationWindow);
+    EXPECT_EQ(App()->renderThread->request.surface, App()->outputSurface) << "the run is seen again";
+    close();
     Click("stopButton");
     EXPECT_EQ(AbandonedRuns(), 0);
 

@@ -39,14 +39,18 @@ OutputView* OutputView::Create() {
     return view;
 }
 
+OutputView* OutputView::TakeUp(OutputSurface* surface) {
+    auto* window = dynamic_cast<WindowSurface*>(surface);
+    return window ? qobject_cast<OutputView*>(window->Reopen()) : nullptr;
+}
+
 void OutputView::LetGo() {
-    if (surface_->IsRetired()) return;
     hide();
     setParent(nullptr);
     store_.reset();
-    shown_.reset();
-    // May be the last reference to this object, which then goes with the next turn of the event loop.
-    surface_->Retire();
+    pressedHere_ = false;
+    // May drop the last reference to this object, which then goes with the next turn of the event loop.
+    surface_->Close();
 }
 
 bool OutputView::event(QEvent* event) {

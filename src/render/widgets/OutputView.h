@@ -29,8 +29,10 @@ class OutputView : public QWindow {
     void FeedKey(const QKeyEvent& event);
     // Asked first for each key, pressed and released; may be empty.
     std::function<bool(const QKeyEvent& event)> takeKey;
-    // Takes the view out of its container and off the screen, and retires the surface. The view goes when the
-    // last context on it does.
+    // The view of a surface whose window was closed under a run that goes on; null for any other surface.
+    static OutputView* TakeUp(OutputSurface* surface);
+    // Takes the view out of its container and off the screen, and closes the surface. The view goes when no
+    // run and no context needs it.
     void LetGo();
 
   Q_SIGNALS:

@@ -50,7 +50,8 @@ OutputWindow::OutputWindow() {
     setAttribute(Qt::WA_QuitOnClose, false);
     ResizeClient(kFirstClientSize);
 
-    view_ = OutputView::Create();
+    if (App()) view_ = OutputView::TakeUp(App()->outputSurface.get());
+    if (!view_) view_ = OutputView::Create();
     surface_ = view_->Surface();
     container_ = QWidget::createWindowContainer(view_, Client());
     container_->setFocusPolicy(Qt::StrongFocus);

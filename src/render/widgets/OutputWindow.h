@@ -1,8 +1,8 @@
 // OutputWindow: the top-level window "Shader Output": frame, context menu and life of the picture's view.
 //
 // Made by the main window's toggle, on the heap, and shown before a run may draw into it; it deletes itself
-// once closed. Its surface is registered in AppState at once and stays there, retired, after the close. All
-// functions: main thread.
+// once closed. Its surface is registered in AppState at once and stays there after the close. While a run
+// draws into that, the next window takes it up again. All functions: main thread.
 #pragma once
 
 #include <memory>

@@ -56,6 +56,25 @@ BitmapRef WindowSurface::TakeBitmap() {
     return std::exchange(mailbox_, nullptr);
 }
 
+void WindowSurface::Close() {
+    closed_ = true;
+    SetExposed(false);
+    SetMinimised(false);
+    if (!inUse_) Retire();
+}
+
+QWindow* WindowSurface::Reopen() {
+    if (!closed_ || IsRetired()) return nullptr;
+    closed_ = false;
+    std::lock_guard lock(mailboxLock_);
+    return window_.get();
+}
+
+void WindowSurface::SetInUse(bool inUse) {
+    inUse_ = inUse;
+    if (!inUse_ && closed_ && !IsRetired()) Retire();
+}
+
 void WindowSurface::Retire() {
     retired_.store(true, std::memory_order_release);
     use_->mayShow.store(false, std::memory_order_release);
