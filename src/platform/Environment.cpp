@@ -4,8 +4,21 @@
 #include <QFile>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
 
 namespace pixelgrove {
+
+namespace {
+
+// What the variables of SetVariable were before its first call; nothing for one that wasn't there.
+std::map<std::string, std::optional<QString>>& GivenValues() {
+    static std::map<std::string, std::optional<QString>> values;
+    return values;
+}
+
+}  // namespace
 
 QString ProgramPath() {
     std::error_code failure;
@@ -25,7 +38,22 @@ QString ApplicationDataFolder() {
 }
 
 void SetVariable(const char* name, const QString& value) {
+    auto& given = GivenValues();
+    if (!given.contains(name))
+        given[name] =
+            qEnvironmentVariableIsSet(name) ? std::optional(qEnvironmentVariable(name)) : std::nullopt;
     qputenv(name, QFile::encodeName(value));
+}
+
+QProcessEnvironment UserEnvironment() {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const auto& [name, value] : GivenValues()) {
+        if (value)
+            environment.insert(QString::fromLatin1(name), *value);
+        else
+            environment.remove(QString::fromLatin1(name));
+    }
+    return environment;
 }
 
 QString ExpandVariables(const QString& text) {

@@ -1,9 +1,10 @@
 // What the process knows of its surroundings: its own path, well-known folders, environment variables.
 //
-// SetVariable changes the process environment and is called by the main thread at start-up only;
-// the rest is for any thread.
+// SetVariable changes the process environment and is called by the main thread at start-up only,
+// UserEnvironment by the main thread; the rest is for any thread.
 #pragma once
 
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 
@@ -20,6 +21,9 @@ QString ApplicationDataFolder();
 
 // Makes NAME=value part of the process environment.
 void SetVariable(const char* name, const QString& value);
+
+// The environment as the user gave it: without what SetVariable made of it.
+QProcessEnvironment UserEnvironment();
 
 // Replaces each %NAME% by the variable's value; an unknown name stays as it stands, percent signs included.
 QString ExpandVariables(const QString& text);

@@ -1,10 +1,10 @@
 #include "platform/TextEditor.h"
 
 #include <QFileInfo>
-#include <QProcess>
 #include <QStandardPaths>
 
 #include "platform/Files.h"
+#include "platform/Programs.h"
 
 namespace pixelgrove {
 
@@ -59,7 +59,7 @@ bool OpenInTextEditor(const QString& path, int line) {
     if (!IsPlainFile(path)) return false;
     const EditorCommand command = ChooseEditorCommand(
         path, line, [](const QString& name) { return QStandardPaths::findExecutable(name); });
-    return !command.program.isEmpty() && QProcess::startDetached(command.program, command.arguments);
+    return !command.program.isEmpty() && StartProgram(command.program, command.arguments);
 }
 
 }  // namespace pixelgrove

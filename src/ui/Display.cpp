@@ -2,15 +2,36 @@
 
 #include <xcb/xcb.h>
 
+#include "platform/Environment.h"
+
 namespace pixelgrove {
 
+namespace {
+
+constexpr const char* kPlatformVariable = "QT_QPA_PLATFORM";
+
+// An entry is a platform's name, and its options behind a colon.
+bool IsX11(const QString& entry) {
+    return entry.section(u':', 0, 0) == QLatin1String("xcb");
+}
+
+}  // namespace
+
 void ChooseWindowPlatform() {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb");
+    const QString given = qEnvironmentVariable(kPlatformVariable);
+    if (given.isEmpty()) SetVariable(kPlatformVariable, QStringLiteral("xcb"));
+    if (IsX11(given)) return;
+    for (const QString& entry : given.split(u';'))
+        if (IsX11(entry)) SetVariable(kPlatformVariable, entry);
 }
 
 QString MissingDisplayText() {
-    if (!qEnvironmentVariable("QT_QPA_PLATFORM", QStringLiteral("xcb")).startsWith(QLatin1String("xcb")))
-        return {};
+    const QString platform = qEnvironmentVariable(kPlatformVariable);
+    if (!IsX11(platform))
+        return QStringLiteral(
+                   "QT_QPA_PLATFORM asks for \"%1\", where windows can't be placed.\n"
+                   "Unset it, or set it to \"xcb\"; a Wayland session has an X display too.")
+            .arg(platform);
     const QString display = qEnvironmentVariable("DISPLAY");
     if (display.isEmpty()) return QStringLiteral("no X display: the environment variable DISPLAY is not set");
     xcb_connection_t* connection = xcb_connect(nullptr, nullptr);

@@ -7,12 +7,12 @@
 
 namespace pixelgrove {
 
-// Chooses the X11 platform of the window library unless the user chose one: layouts and snapping need
-// absolute window places, which other display protocols refuse.
+// Chooses the X11 platform of the window library unless the user chose others without it: layouts and
+// snapping need absolute window places, which other display protocols refuse. Programs that this one starts
+// get what the user chose.
 void ChooseWindowPlatform();
 
-// An empty text when a display can be had, else a sentence for the user that says what is missing. Only the
-// X11 platform is looked at; another that the user chose is taken to be there.
+// After that. An empty text when an X display can be had, else a text for the user that says what is missing.
 QString MissingDisplayText();
 
 }  // namespace pixelgrove

@@ -1,8 +1,8 @@
 #include "ui/UserDialogs.h"
 
-#include <QDesktopServices>
 #include <QUrl>
 
+#include "platform/Programs.h"
 #include "platform/TextEditor.h"
 
 namespace pixelgrove {
@@ -17,7 +17,7 @@ UserDialogs MakeUserDialogs(QWidget* window) {
     };
     dialogs.askForFile = [window](const FileQuestion& question) { return AskForFile(window, question); };
     // Nothing is said when the desktop has no program for it.
-    dialogs.openUrl = [](const QUrl& url) { QDesktopServices::openUrl(url); };
+    dialogs.openUrl = [](const QUrl& url) { OpenAddress(url.toString(QUrl::FullyEncoded)); };
     dialogs.openTextEditor = [](const QString& path, int line) { OpenInTextEditor(path, line); };
     return dialogs;
 }

@@ -1,7 +1,13 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <QTemporaryDir>
+#include <fstream>
+#include <string>
 
 #include "platform/CodePage.h"
 #include "platform/Environment.h"
+#include "platform/Programs.h"
 #include "platform/TextEditor.h"
 
 namespace pixelgrove {
@@ -38,6 +44,23 @@ TEST(Environment, ExpandsKnownNamesOnly) {
     };
     for (const auto& [text, expanded] : rows)
         EXPECT_EQ(ExpandVariables(QString::fromUtf16(text)), QString::fromUtf16(expanded));
+}
+
+TEST(Programs, GetTheEnvironmentThatTheUserGave) {
+    const QTemporaryDir folder;
+    const QByteArray pipe = folder.filePath(QStringLiteral("pipe")).toLocal8Bit();
+    ASSERT_EQ(mkfifo(pipe.constData(), 0600), 0);
+    qputenv("PG_TEST_GIVEN", "given");
+    for (const char* name : {"PG_TEST_GIVEN", "PG_TEST_OURS"})
+        for (const QString& value : {QStringLiteral("first"), QStringLiteral("second")})
+            SetVariable(name, value);
+    ASSERT_TRUE(StartProgram(QStringLiteral("/bin/sh"),
+                             {QStringLiteral("-c"), QStringLiteral("echo $PG_TEST_GIVEN,$PG_TEST_OURS. >$0"),
+                              QString::fromLocal8Bit(pipe)}));
+    std::string line;
+    std::getline(std::ifstream(pipe.constData()), line);
+    EXPECT_EQ(line, "given,.");
+    EXPECT_EQ(qgetenv("PG_TEST_GIVEN"), "second");
 }
 
 TEST(TextEditor, EachEditorGetsItsOwnLineOption) {
