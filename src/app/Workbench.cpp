@@ -12,6 +12,7 @@
 #include "core/SeedData.h"
 #include "core/Startup.h"
 #include "persist/Settings.h"
+#include "platform/EndWatch.h"
 #include "render/RenderThread.h"
 #include "ui/Display.h"
 #include "ui/MainWindow.h"
@@ -25,21 +26,45 @@ using namespace pixelgrove;
 // Presses Play by itself once the windows stand.
 constexpr const char* kAutoplayVariable = "PIXELGROVE_AUTOPLAY";
 
-void RunMainDialog(const QString& projectFile) {
-    MainWindow window;
-    QObject::connect(&window, &MainWindow::Closed, [] { QCoreApplication::exit(0); });
-    const bool opened = window.OpenInitialProject(projectFile);
-    window.ShowWithLayout();
-    window.AddStatusLine(StoredSettings().file.notice);
-    // What was wrong with the file must stay readable: no play by itself then. Posted behind the commands
-    // that open the layout's other windows.
-    if (opened && qEnvironmentVariable(kAutoplayVariable) == QStringLiteral("1") && App()->openGlOk)
-        window.PostCommand(kCmdPlay, 0);
-    QCoreApplication::exec();
+// Beside the settings; empty without a data folder, and then there are no recovery copies.
+QString RecoveryFolder() {
+    const QString data = PathOf(PathId::DatBase);
+    return data.isEmpty() ? QString() : data + QStringLiteral("/Recovery");
 }
 
 void PrintError(const QString& text) {
     if (!text.isEmpty()) std::fprintf(stderr, "pixelgrove: %s\n", qPrintable(text));
+}
+
+void SaveWorkbenchSettings() {
+    StoredSettings().layout.desktop = CurrentDesktop().value_or(EdgeRect{});
+    QString reason;
+    if (!SaveSettings(SettingsPath(), &reason))
+        PrintError(QStringLiteral("the settings can't be saved: %1.").arg(reason));
+}
+
+void RunMainDialog(const QString& projectFile) {
+    MainWindow window;
+    QObject::connect(&window, &MainWindow::Closed, [] { QCoreApplication::exit(0); });
+    const bool opened = window.OpenInitialProject(projectFile);
+    window.StartRecovery(RecoveryFolder());
+    const EndWatch watch([&window] {
+        window.SaveBeforeEnd();
+        SaveWorkbenchSettings();
+    });
+    window.ShowWithLayout();
+    // Behind the commands that open the layout's other windows.
+    const auto begin = [&window, opened] {
+        // What was wrong with a file must stay readable, and what was restored may have ended the program by
+        // being played: no play by itself then.
+        const bool isRestored = window.OfferRecovery();
+        window.AddStatusLine(StoredSettings().file.notice);
+        if (isRestored || !opened) return;
+        if (qEnvironmentVariable(kAutoplayVariable) == QStringLiteral("1") && App()->openGlOk)
+            window.PostCommand(kCmdPlay, 0);
+    };
+    QMetaObject::invokeMethod(&window, begin, Qt::QueuedConnection);
+    QCoreApplication::exec();
 }
 
 // What isn't there leaves the program as it is by default, without a message.
@@ -49,13 +74,6 @@ void LoadWorkbenchSettings() {
     LoadSettings(SettingsPath(), PathOf(PathId::ColourSettings));
     PrintError(StoredSettings().file.notice);
     Windows().RecoverStoredRows();
-}
-
-void SaveWorkbenchSettings() {
-    StoredSettings().layout.desktop = CurrentDesktop().value_or(EdgeRect{});
-    QString reason;
-    if (!SaveSettings(SettingsPath(), &reason))
-        PrintError(QStringLiteral("the settings can't be saved: %1.").arg(reason));
 }
 
 }  // namespace

@@ -59,8 +59,8 @@ struct SavedProject {
     StageChannels channels;
 };
 
-// A project that gave way to another while it had changes that no file has.
-struct PreviousProject {
+// The whole editing form as a value.
+struct EditedProject {
     std::array<StageDocument, kStageCount> documents;
     StageChannels channels;
     ShaderInfo info;
@@ -127,7 +127,7 @@ struct AppState {
     SavedProject saved;
     std::array<bool, kStageCount> stageDiffers{};  // from saved
     bool changesDiscarded = false;  // by New, which leaves the mark of them standing until a save or a load
-    std::unique_ptr<PreviousProject> previousProject;
+    std::unique_ptr<EditedProject> previousProject;  // gave way to another with changes that no file has
 
     PaletteTable palette;
     std::unique_ptr<SharedMemory> sharedPalette;

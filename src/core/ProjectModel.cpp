@@ -214,17 +214,21 @@ void AdoptProject(ShaderProject& project, const QString& path) {
     app.host->RebuildControlTree();
 }
 
+EditedProject CopyOfProject() {
+    const AppState& app = *App();
+    return {app.documents,   app.channels,     app.projectInfo, app.projectVersion,  app.fileName,
+            app.projectFile, app.currentStage, app.saved,       app.changesDiscarded};
+}
+
 void KeepPreviousProject() {
     AppState& app = *App();
     if (std::ranges::find(app.stageDiffers, true) == app.stageDiffers.end()) return;
-    app.previousProject = std::make_unique<PreviousProject>(
-        PreviousProject{app.documents, app.channels, app.projectInfo, app.projectVersion, app.fileName,
-                        app.projectFile, app.currentStage, app.saved, app.changesDiscarded});
+    app.previousProject = std::make_unique<EditedProject>(CopyOfProject());
 }
 
 bool RestorePreviousProject() {
     AppState& app = *App();
-    const std::unique_ptr<PreviousProject> previous = std::move(app.previousProject);
+    const std::unique_ptr<EditedProject> previous = std::move(app.previousProject);
     if (!previous) return false;
     ClearProject(false);
     app.documents = std::move(previous->documents);

@@ -53,6 +53,9 @@ void MarkProjectSaved();
 // KeepPreviousProject does.
 void AdoptProject(ShaderProject& project, const QString& path);
 
+// What is edited now. The shown stage's view is the editor's, and not in it.
+EditedProject CopyOfProject();
+
 // Before texts or channels are replaced as a whole: keeps a copy of the project for RestorePreviousProject
 // when something differs from what was loaded or saved; otherwise an older copy stays.
 void KeepPreviousProject();

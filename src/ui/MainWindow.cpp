@@ -82,7 +82,11 @@ MainWindow::MainWindow()
     form_->lowerSplitter->setSizes({540, 198});
     form_->lineGutter->Attach(*form_->editor);
     app.includeContext = CreateIncludeContext();
-    playback_.prepareRun = [this](RenderRun& run) { channelPanel_.Watch(run); };
+    playback_.prepareRun = [this](RenderRun& run) {
+        // A shader can end the process by way of the driver.
+        recovery_.Update();
+        channelPanel_.Watch(run);
+    };
     setAcceptDrops(true);
     SetUpTree();
     ProbeOutput();
@@ -209,6 +213,20 @@ void MainWindow::ShowWithLayout() {
     layouts_.Apply();
 }
 
+bool MainWindow::OfferRecovery() {
+    const RecoveryKeeper::Outcome outcome = recovery_.Offer(projects_.dialogs);
+    // What stands there may tell of a file that could not be opened.
+    if (outcome.isRestored) SetStatusText(QString());
+    for (const QString& message : outcome.messages)
+        AddStatusLine(message);
+    return outcome.isRestored;
+}
+
+void MainWindow::SaveBeforeEnd() {
+    recovery_.Update();
+    Windows().FreezeOpenStates();
+}
+
 void MainWindow::OpenOutputWindow() {
     AppState& app = *App();
     if (app.outputWindow) return;
@@ -284,6 +302,7 @@ void MainWindow::ShowTitle(bool modified) {
     setWindowTitle(
         QStringLiteral("%1%2 - Pixelgrove")
             .arg(modified ? QStringLiteral("*") : QString(), QFileInfo(App()->fileName).fileName()));
+    recovery_.NoteChange();
 }
 
 void MainWindow::LoadDocument(StageDocument& document) {
@@ -399,6 +418,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    recovery_.Finish();
     // Windows that are open now are to be open at the next start.
     Windows().FreezeOpenStates();
     StopRenderThread();

@@ -15,6 +15,7 @@
 #include "ui/Menus.h"
 #include "ui/Playback.h"
 #include "ui/ProjectCommands.h"
+#include "ui/RecoveryKeeper.h"
 #include "windows/widgets/FrameWindow.h"
 
 namespace Ui {
@@ -39,6 +40,14 @@ class MainWindow : public FrameWindow, public Host {
     // Shows the window where the layout has it, and the other windows that are to be open.
     void ShowWithLayout();
     void OpenOutputWindow();
+
+    // Keeps a recovery copy of unsaved changes in this folder from now on.
+    void StartRecovery(const QString& folder) { recovery_.Start(folder); }
+    // Asks about the copies of processes that died. True when one of them is shown now.
+    bool OfferRecovery();
+    // The program has to end without the user's wish: brings the recovery copy up to the project, and the
+    // windows' rows to what is open.
+    void SaveBeforeEnd();
 
     ProjectCommands& Projects() { return projects_; }
     LayoutCommands& Layouts() { return layouts_; }
@@ -99,6 +108,7 @@ class MainWindow : public FrameWindow, public Host {
     CommandQueue commands_;
     Playback playback_;
     ProjectCommands projects_;
+    RecoveryKeeper recovery_;
     ChannelPanel channelPanel_;
     LayoutCommands layouts_;
     FindReplace find_;

@@ -9,6 +9,9 @@ namespace pixelgrove {
 
 UserDialogs MakeUserDialogs(QWidget* window) {
     UserDialogs dialogs;
+    dialogs.ask = [window](const QString& caption, const QString& text) {
+        return AskYesNoCancel(window, caption, text);
+    };
     dialogs.confirm = [window](const QString& caption, const QString& text) {
         return AskYesNoCancel(window, caption, text) == Answer::Yes;
     };

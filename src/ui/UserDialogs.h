@@ -16,6 +16,7 @@ namespace pixelgrove {
 struct UserDialogs {
     // True for Yes.
     std::function<bool(const QString& caption, const QString& text)> confirm;
+    std::function<Answer(const QString& caption, const QString& text)> ask;
     // A message that waits to be read; above the owner's window.
     std::function<void(QWidget& owner, const QString& caption, const QString& text)> inform;
     // The chosen path, empty when cancelled.
