@@ -53,6 +53,11 @@ EdgeRect United(const EdgeRect& a, const EdgeRect& b) {
             std::max(a.bottom, b.bottom)};
 }
 
+EdgeRect Common(const EdgeRect& a, const EdgeRect& b) {
+    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+            std::min(a.bottom, b.bottom)};
+}
+
 std::optional<EdgeRect> DesktopRect(std::span<const EdgeRect> monitors) {
     EdgeRect all;
     for (const EdgeRect& monitor : monitors)

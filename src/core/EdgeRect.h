@@ -44,6 +44,9 @@ bool Contains(const EdgeRect& outer, const EdgeRect& inner);
 // The smallest rectangle around both; an empty one adds nothing.
 EdgeRect United(const EdgeRect& a, const EdgeRect& b);
 
+// What both have in common; empty, with whatever edges, when that is nothing.
+EdgeRect Common(const EdgeRect& a, const EdgeRect& b);
+
 // The union of all monitors' rectangles; nothing when there is no monitor with an area.
 std::optional<EdgeRect> DesktopRect(std::span<const EdgeRect> monitors);
 

@@ -17,6 +17,10 @@ namespace pixelgrove {
 
 inline constexpr int kSizingBorder = 5;
 
+// From the frame's upper edge to the menu bar or the content, the sizing border included.
+inline constexpr int kCaptionHeight = 30;
+inline constexpr int kCaptionButtonWidth = 34;
+
 // As painted; the innermost pixel lies below the client area's edge.
 inline constexpr int kPaintedBorder = 6;
 

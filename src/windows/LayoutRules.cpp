@@ -1,6 +1,9 @@
 #include "windows/LayoutRules.h"
 
+#include <algorithm>
 #include <limits>
+
+#include "windows/FrameGeometry.h"
 
 namespace pixelgrove {
 
@@ -21,6 +24,19 @@ int Pixel(double fraction, int64_t size, int origin, bool pulled) {
 // True when value * size, with value a difference of two ints, can't leave 64 bits.
 bool IsSaneSize(int64_t size) {
     return size > 0 && size <= std::numeric_limits<int>::max();
+}
+
+constexpr int kCaptionButtons = 3 * kCaptionButtonWidth + kSizingBorder;
+
+// How far the nearest point of the area is from the rectangle's middle, in the larger axis.
+int64_t DistanceTo(const EdgeRect& area, const EdgeRect& rect) {
+    const int64_t x = (int64_t{rect.left} + rect.right) / 2, y = (int64_t{rect.top} + rect.bottom) / 2;
+    return std::max({area.left - x, x - area.right, area.top - y, y - area.bottom, int64_t{0}});
+}
+
+// The nearest place for a span of that size between the two ends; at the first end if it is too long.
+int64_t MovedBetween(int64_t at, int64_t size, int64_t first, int64_t last) {
+    return std::max(first, std::min(at, last - size));
 }
 
 }  // namespace
@@ -57,10 +73,50 @@ WindowRows DefaultWindowRows(const EdgeRect& workArea, int64_t primaryPixels, in
         row.name = QString::fromUtf16(window.name);
         row.open = window.open;
         if (window.open) row.placement = DefaultPlacement(workArea, window.place, frameBorder);
-        row.defaultPlacement = row.placement;
         rows.push_back(row);
     }
+    LeaveRoomToDrag(rows, workArea);
+    for (WindowRecord& row : rows)
+        row.defaultPlacement = row.placement;
     return rows;
+}
+
+void LeaveRoomToDrag(WindowRows& rows, const EdgeRect& workArea) {
+    const int64_t highest = workArea.Height() - kDragRoom;
+    if (highest <= kDragRoom) return;
+    for (WindowRecord& row : rows) {
+        EdgeRect& rect = row.placement.normal;
+        if (row.placement.IsValid() && rect.Height() > highest) rect.bottom = Saturate(rect.top + highest);
+    }
+}
+
+bool IsInSight(const EdgeRect& rect, std::span<const EdgeRect> workAreas) {
+    const EdgeRect grip{rect.left, rect.top, Saturate(int64_t{rect.right} - kCaptionButtons),
+                        Saturate(int64_t{rect.top} + kCaptionHeight)};
+    return std::ranges::any_of(workAreas, [&grip](const EdgeRect& area) {
+        const EdgeRect seen = Common(grip, area);
+        return seen.Width() >= kCaptionGripWidth && seen.Height() >= kCaptionGripHeight;
+    });
+}
+
+EdgeRect BroughtIntoSight(const EdgeRect& rect, const QSize& smallest, std::span<const EdgeRect> workAreas) {
+    EdgeRect all;
+    for (const EdgeRect& area : workAreas)
+        all = United(all, area);
+    if (all.IsEmpty()) return rect;
+    int64_t width = std::max<int64_t>(rect.Width(), smallest.width());
+    int64_t height = std::max<int64_t>(rect.Height(), smallest.height());
+    const EdgeRect large{rect.left, rect.top, Saturate(rect.left + width), Saturate(rect.top + height)};
+    if (width <= 2 * all.Width() && height <= 2 * all.Height() && IsInSight(large, workAreas)) return large;
+
+    const EdgeRect& area = *std::ranges::min_element(
+        workAreas, {}, [&large](const EdgeRect& candidate) { return DistanceTo(candidate, large); });
+    width = std::clamp<int64_t>(width, smallest.width(), std::max<int64_t>(area.Width(), smallest.width()));
+    height =
+        std::clamp<int64_t>(height, smallest.height(), std::max<int64_t>(area.Height(), smallest.height()));
+    const int64_t left = MovedBetween(rect.left, width, area.left, area.right);
+    const int64_t top = MovedBetween(rect.top, height, area.top, area.bottom);
+    return {Saturate(left), Saturate(top), Saturate(left + width), Saturate(top + height)};
 }
 
 void RecoverRows(WindowRows& rows, const EdgeRect& workArea) {

@@ -2,6 +2,9 @@
 // desktop. How a layout is stored isn't known here. Main thread.
 #pragma once
 
+#include <QSize>
+#include <span>
+
 #include "core/WindowRecord.h"
 
 namespace pixelgrove {
@@ -20,8 +23,9 @@ inline constexpr int64_t kLargeScreenPixels = 2'073'600;
 WindowPlacement DefaultPlacement(const EdgeRect& workArea, const AreaFractions& fractions, int frameBorder);
 
 // The rows of a first start: editor, output, project search and audio window, in this order, none of them
-// live or with a window. primaryPixels: area of the primary screen. Below kLargeScreenPixels the search
-// window gets the audio window's part too, and the audio window has no placement and isn't open.
+// live or with a window, with room to drag. primaryPixels: area of the primary screen. Below
+// kLargeScreenPixels the search window gets the audio window's part too, and the audio window has no
+// placement and isn't open.
 WindowRows DefaultWindowRows(const EdgeRect& workArea, int64_t primaryPixels, int frameBorder);
 
 // For rows whose layout was stored when the union of the monitors was another than now; on the same desktop
@@ -32,6 +36,24 @@ WindowRows DefaultWindowRows(const EdgeRect& workArea, int64_t primaryPixels, in
 // offset so that these are centred. Closed windows don't count for the size, but go along. Rows without a
 // valid placement neither count nor change; nothing happens when no open one is left.
 void RecoverRows(WindowRows& rows, const EdgeRect& workArea);
+
+// A window as high as the work area can't be dragged down where the window manager keeps windows in it, and
+// some take it as maximised. Rows that are this much from it, or higher, lose it at the bottom.
+inline constexpr int kDragRoom = 32;
+void LeaveRoomToDrag(WindowRows& rows, const EdgeRect& workArea);
+
+// What must be seen of a frame's caption for the mouse to take hold of it, in pixels, buttons not counted.
+inline constexpr int kCaptionGripWidth = 48;
+inline constexpr int kCaptionGripHeight = 20;
+
+// Whether that much of the caption of a frame at "rect" lies on one of the work areas.
+bool IsInSight(const EdgeRect& rect, std::span<const EdgeRect> workAreas);
+
+// The place for a window whose stored one may be anything. It stays as it is when its caption is in sight,
+// but for a size below "smallest". Otherwise, and when it is beyond twice all work areas together, it is
+// moved into the nearest work area, and becomes no larger than that unless "smallest" is. As given without
+// work areas.
+EdgeRect BroughtIntoSight(const EdgeRect& rect, const QSize& smallest, std::span<const EdgeRect> workAreas);
 
 enum class LayoutAction {
     Nothing,

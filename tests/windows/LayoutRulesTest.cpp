@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <bit>
 #include <limits>
+#include <random>
 
 #include "windows/WindowsTestSupport.h"
 
@@ -54,7 +57,7 @@ TEST(LayoutRules, SmallScreensHaveNoAudioWindow) {
     const WindowRows large = DefaultWindowRows(area, 1920 * 1080, 0);
     const WindowRows small = DefaultWindowRows(area, 1920 * 1080 - 1, 0);
     ASSERT_TRUE(large.size() == 4 && small.size() == 4);
-    const EdgeRect edit{500, 0, 1000, 1000}, output{0, 0, 500, 500};
+    const EdgeRect edit{500, 0, 1000, 1000 - kDragRoom}, output{0, 0, 500, 500};
     for (const WindowRows* rows : {&large, &small}) {
         EXPECT_EQ((*rows)[0].placement.normal, edit);
         EXPECT_EQ((*rows)[1].placement.normal, output);
@@ -93,6 +96,52 @@ TEST(LayoutRules, RecoversOnAnotherDesktop) {
     rows[0].placement.normal = {7, 7, 7, 9};
     RecoverRows(rows, area);
     EXPECT_EQ(rows[0].placement.normal, (EdgeRect{7, 7, 7, 9})) << "nothing open has an area";
+}
+
+TEST(LayoutRules, AStoredPlaceComesIntoSight) {
+    // Two monitors, a panel above the left one.
+    const std::vector<EdgeRect> areas{{0, 30, 1600, 900}, {1600, 0, 2600, 800}};
+    const QSize smallest(200, 100);
+    const struct {
+        const char* what;
+        EdgeRect stored, shown;
+    } rows[] = {
+        {"partly outside", {-300, 700, 500, 1100}, {-300, 700, 500, 1100}},
+        {"across both", {1000, 100, 2400, 700}, {1000, 100, 2400, 700}},
+        {"twice as large, as a picture may be", {0, 40, 3200, 1600}, {0, 40, 3200, 1600}},
+        {"caption below the panel", {100, 0, 900, 500}, {100, 30, 900, 530}},
+        {"nothing but buttons", {-700, 100, 100, 400}, {0, 100, 800, 400}},
+        {"left of all", {-5000, 100, -4000, 400}, {0, 100, 1000, 400}},
+        {"in the corner that no monitor has", {2500, 850, 2900, 1200}, {2200, 450, 2600, 800}},
+        {"huge", {-90000, -90000, 90000, 90000}, {0, 30, 1600, 900}},
+        {"too small", {1700, 100, 1710, 90}, {1700, 100, 1900, 200}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(BroughtIntoSight(row.stored, smallest, areas), row.shown) << row.what;
+    EXPECT_EQ(BroughtIntoSight(rows[0].stored, smallest, {}), rows[0].stored);
+}
+
+// Placements as files may hold them after an accident: some bytes of good ones are others now.
+TEST(LayoutRules, NoMutatedSettingHidesAWindow) {
+    const std::vector<EdgeRect> areas{{0, 0, 1600, 1000}};
+    std::mt19937 random(20);
+    const auto below = [&random](size_t count) { return random() % count; };
+    int lost = 0;
+    for (int turn = 0; turn < 3000; ++turn) {
+        for (const WindowRecord& row : DefaultWindowRows(areas[0], kLargeScreenPixels, 0)) {
+            auto bytes = std::bit_cast<std::array<uint8_t, sizeof(EdgeRect)>>(row.placement.normal);
+            for (size_t i = below(4); i < 4; ++i)
+                bytes[below(bytes.size())] = uint8_t(random());
+            const auto stored = std::bit_cast<EdgeRect>(bytes);
+            const EdgeRect shown = BroughtIntoSight(stored, {390, 300}, areas);
+            lost += !IsInSight(stored, areas);
+            ASSERT_TRUE(IsInSight(shown, areas)) << turn << ": " << testing::PrintToString(stored);
+            ASSERT_TRUE(shown.Width() >= 390 && shown.Width() <= 3200);
+            ASSERT_TRUE(shown.Height() >= 300 && shown.Height() <= 2000);
+        }
+    }
+    EXPECT_GT(lost, 3000) << "that many of 12000 were out of sight";
+    RecordProperty("lost", lost);
 }
 
 TEST(WindowRows, NamesAreLookedUpOrAdded) {

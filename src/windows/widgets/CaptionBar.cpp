@@ -11,7 +11,6 @@ namespace pixelgrove {
 
 namespace {
 
-constexpr int kButtonWidth = 34;
 constexpr int kIconSize = 16;
 constexpr int kMargin = 6;
 constexpr int kLeastTitle = 40;
@@ -148,7 +147,7 @@ void CaptionBar::SetCanMinimise(bool can) {
 }
 
 int CaptionBar::SmallestWidth() const {
-    return (maximise_ ? 3 : 1) * kButtonWidth + kIconSize + 2 * kMargin + kLeastTitle;
+    return (maximise_ ? 3 : 1) * kCaptionButtonWidth + kIconSize + 2 * kMargin + kLeastTitle;
 }
 
 int CaptionBar::ContentHeight() const {
@@ -163,8 +162,8 @@ void CaptionBar::PlaceButtons() {
     buttonsLeft_ = width();
     for (CaptionButton* button : {close_, maximise_, minimise_}) {
         if (!button) continue;
-        buttonsLeft_ -= kButtonWidth;
-        button->setGeometry(buttonsLeft_, 0, kButtonWidth, ContentHeight());
+        buttonsLeft_ -= kCaptionButtonWidth;
+        button->setGeometry(buttonsLeft_, 0, kCaptionButtonWidth, ContentHeight());
     }
 }
 

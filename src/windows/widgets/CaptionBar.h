@@ -5,12 +5,11 @@
 #include <QIcon>
 #include <QWidget>
 
+#include "windows/FrameGeometry.h"
+
 class QAbstractButton;
 
 namespace pixelgrove {
-
-// Pixels from the frame's upper edge to the menu bar or the content, the sizing border included.
-inline constexpr int kCaptionHeight = 30;
 
 class CaptionBar : public QWidget {
     Q_OBJECT
