@@ -240,9 +240,8 @@ void MainWindow::OpenOutputWindow() {
         menus_->SetTick(kCmdAnimationWindow, false);
     });
     // Whoever opens it goes on typing here.
-    output->setAttribute(Qt::WA_ShowWithoutActivating);
+    output->LeaveFocusTo(*this);
     Windows().Present(*output, kOutputWin);
-    output->raise();
 }
 
 void MainWindow::RefreshLayoutMenu() {

@@ -82,7 +82,7 @@ TEST_F(PictureTest, BothPathsShowExactPixelsAtEverySize) {
     for (const bool readBack : {false, true, false}) {
         App()->useGdiDisplay = readBack;
         ASSERT_TRUE(PlayUntilRunning());
-        for (const QSize size : {QSize(640, 360), QSize(320, 241), QSize(801, 600), QSize(133, 77)}) {
+        for (const QSize size : {QSize(640, 360), QSize(320, 241), QSize(801, 600), QSize(173, 77)}) {
             Output().ResizeClient(size);
             EXPECT_TRUE(PumpUntil([&size] { return ShowsQuarters(size); }))
                 << "read back: " << readBack << ", " << size.width() << " by " << size.height();

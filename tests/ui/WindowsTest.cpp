@@ -18,6 +18,7 @@
 #include "platform/Files.h"
 #include "platform/SharedMemory.h"
 #include "render/widgets/OutputWindow.h"
+#include "windows/LayoutRules.h"
 #include "windows/widgets/WindowRegistry.h"
 
 namespace pixelgrove {
@@ -44,7 +45,7 @@ TEST_F(WindowsTest, TheFirstStartSharesTheScreen) {
     ShowLayout();
     const EdgeRect area = CurrentWorkArea();
     const int middle = RoundToInt(double(area.Width()) / 2);
-    EXPECT_EQ(window->FrameRect(), (EdgeRect{middle, 0, area.right, area.bottom}));
+    EXPECT_EQ(window->FrameRect(), (EdgeRect{middle, 0, area.right, area.bottom - kDragRoom}));
     EXPECT_EQ(Output().FrameRect(), (EdgeRect{0, 0, middle, RoundToInt(double(area.Height()) / 2)}));
     EXPECT_TRUE(Ticked(kCmdAnimationWindow));
     Output().close();

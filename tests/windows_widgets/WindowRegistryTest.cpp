@@ -1,12 +1,14 @@
 // The registry with real windows on the display: drags, groups, layouts.
 #include "windows/widgets/WindowRegistry.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 #include <map>
 
 #include "persist/SettingsRecords.h"
 #include "support/DisplayTest.h"
+#include "windows/LayoutRules.h"
 #include "windows/widgets/FrameWindow.h"
 
 namespace pixelgrove {
@@ -125,6 +127,7 @@ TEST_F(RegistryTest, ALayoutFileBringsEveryWindowBack) {
 
     windows.at(Name(kEditWin))->SetFrameRect({0, 0, 500, 500});
     windows.at(Name(kOutputWin))->SetMaximised(true);
+    ASSERT_TRUE(PumpUntil([this] { return windows.at(Name(kOutputWin))->IsMaximised(); }));
     windows.at(Name(kShadertoyWin))->close();
     PumpFor(30);
     EXPECT_FALSE(Row(kShadertoyWin).open);
@@ -173,19 +176,52 @@ TEST_F(RegistryTest, ALayoutOfALargerDesktopLeavesNoWindowOutside) {
     ASSERT_TRUE(Windows().LoadLayoutFile(path));
     Windows().ApplyLayout({});
     PumpFor(30);
-    EXPECT_EQ(Rect(kEditWin), (EdgeRect{area.right / 2, 0, area.right, area.bottom}));
+    EXPECT_EQ(Rect(kEditWin), (EdgeRect{area.right / 2, 0, area.right, area.bottom - kDragRoom}));
     EXPECT_EQ(Rect(kOutputWin), (EdgeRect{0, 0, area.right / 2, area.bottom / 2}));
 }
 
 TEST_F(RegistryTest, AbsurdPlacesInAFileAreNoHarm) {
-    for (const EdgeRect& rect :
-         {EdgeRect{INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, EdgeRect{5, 5, -9, -9}}) {
+    const EdgeRect absurd[] = {
+        {INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, {5, 5, -9, -9}, {-9000, 7000, -8000, 7500}};
+    const std::vector<EdgeRect> areas{CurrentWorkArea()};
+    for (const EdgeRect& rect : absurd) {
         FrameWindow window;
         Row(kOutputWin).placement = {WindowPlacement::kLength, 0, 1, -1, -1, -1, -1, rect};
         Windows().Present(window, kOutputWin);
         PumpFor(30);
-        EXPECT_GT(window.width(), 0);
+        EXPECT_TRUE(IsInSight(window.FrameRect(), areas));
         EXPECT_LE(window.FrameRect().Width(), 2 * CurrentDesktop()->Width());
+        Row(kOutputWin).placement.normal = rect;
+        Windows().ApplyLayout({});
+        EXPECT_TRUE(IsInSight(window.FrameRect(), areas));
+    }
+}
+
+// The layouts that come with the program, on the screens that people have: everything can be read.
+TEST(LayoutFiles, FitEveryScreen) {
+    const QDir folder(QStringLiteral(PIXELGROVE_SOURCE_DIR "/data/UI"));
+    const QStringList files = folder.entryList({QStringLiteral("*.STL")});
+    ASSERT_EQ(files.size(), 3);
+    for (const QString& file : files) {
+        for (const QSize& screen :
+             {QSize(1366, 768), QSize(1600, 1000), QSize(1920, 1080), QSize(2560, 1440)}) {
+            SCOPED_TRACE(file.toStdString() + " at " + std::to_string(screen.width()));
+            const EdgeRect area{0, 28, screen.width(), screen.height()};
+            const std::unique_ptr<XmlStore> store = XmlLoad(folder.filePath(file));
+            ASSERT_TRUE(store);
+            WindowLayout layout;
+            LoadLayout(*store, layout);
+            ASSERT_NE(layout.desktop, (EdgeRect{0, 0, screen.width(), screen.height()}));
+            RecoverRows(layout.windows, area);
+            LeaveRoomToDrag(layout.windows, area);
+            const EdgeRect edit = FindWindowRow(layout.windows, kEditWin)->placement.normal;
+            const EdgeRect output = FindWindowRow(layout.windows, kOutputWin)->placement.normal;
+            EXPECT_TRUE(Contains(area, edit) && Contains(area, output));
+            EXPECT_TRUE(Common(edit, output).IsEmpty());
+            // Of the form's base size of 760 by 870.
+            EXPECT_GE(edit.Width(), 540);
+            EXPECT_GE(edit.Height(), 700);
+        }
     }
 }
 

@@ -4,11 +4,12 @@
 #include <QMenuBar>
 #include <QPainter>
 #include <QPointer>
-#include <QScreen>
 #include <algorithm>
 #include <utility>
 
 #include "windows/widgets/CaptionBar.h"
+#include "windows/widgets/ManagerStates.h"
+#include "windows/widgets/ScreenAreas.h"
 #include "windows/widgets/Theme.h"
 #include "windows/widgets/WindowRegistry.h"
 #include "windows/widgets/WindowSystem.h"
@@ -21,8 +22,8 @@ constexpr int kShowNormal = 1;
 constexpr int kShowMinimised = 2;
 constexpr int kShowMaximised = 3;
 
-// A place that was taken up within this time before the window manager maximised the window is its doing: it
-// tells the new geometry before it tells the reason.
+// What the window manager does to a window by itself it does within this time. A place that was taken up
+// shortly before it maximised the window is its doing: it tells the new geometry before it tells the reason.
 constexpr int kSettleMs = 500;
 
 constexpr int kFarthest = 32000;  // device pixels; X11 counts with 16 bits
@@ -33,21 +34,6 @@ Qt::WindowFlags FlagsOf(FrameWindow::Kind kind) {
 
 QColor ThreeQuarters(const QColor& colour) {
     return {colour.red() * 3 / 4, colour.green() * 3 / 4, colour.blue() * 3 / 4};
-}
-
-// The work area of the screen that most of the rectangle is on, else of the fallback; empty without both.
-QRect WorkAreaOf(const QRect& rect, const QScreen* fallback) {
-    const QScreen* best = fallback;
-    int64_t most = 0;
-    for (const QScreen* screen : QGuiApplication::screens()) {
-        const QRect common = screen->geometry().intersected(rect);
-        const int64_t area = int64_t{common.width()} * common.height();
-        if (common.isValid() && area > most) {
-            most = area;
-            best = screen;
-        }
-    }
-    return best ? best->availableGeometry() : QRect();
 }
 
 }  // namespace
@@ -108,12 +94,15 @@ QSize FrameWindow::FrameExtra() const {
 }
 
 QSize FrameWindow::SmallestFrame() const {
-    const QSize smallest = minimumClient_ + FrameExtra();
+    FrameShape shape = Shape();
+    shape.sizable = true;
+    const QSize smallest = minimumClient_ + ExtraFor(shape);
     return smallest.expandedTo({caption_->SmallestWidth() + 2 * kSizingBorder, 0});
 }
 
 void FrameWindow::SetMinimumClientSize(const QSize& client) {
     minimumClient_ = client.expandedTo({0, 0});
+    LayOut();
 }
 
 void FrameWindow::ResizeClient(const QSize& client) {
@@ -161,6 +150,7 @@ WindowPlacement FrameWindow::Placement() const {
 
 void FrameWindow::LayOut() {
     if (!client_) return;
+    setMinimumSize(SmallestFrame());  // the window manager has ways of its own to size windows
     const FrameShape shape = Shape();
     const int border = shape.sizable ? kSizingBorder : 0;
     // The caption leaves the border free at the top as well, so that all sizing is the frame's own business.
@@ -195,19 +185,25 @@ void FrameWindow::ChangeMaximised(bool maximised) {
 }
 
 void FrameWindow::SetMaximised(bool maximised) {
-    if (maximised == maximised_) return;
+    if (maximised == maximised_ || (!maximised && restoring_)) return;
     FinishDrag();
-    if (maximised) {
-        normal_ = NormalRect();
-        ChangeMaximised(true);
-        const QRect area = WorkAreaOf(ToQRect(normal_), screen());
-        if (area.isValid()) setGeometry(area);
-    } else {
-        ChangeMaximised(false);
-        if (std::exchange(byManager_, false))
-            setWindowState(windowState() & ~(Qt::WindowMaximized | Qt::WindowFullScreen));
-        setGeometry(ToQRect(normal_));
+    if (maximised && isVisible() && ManagerMaximises()) {
+        placeBefore_ = NormalRect();
+        AskForMaximised(*this, true);  // FollowWindowManager hears of it
+        return;
     }
+    if (!maximised && byManager_) {
+        restoring_ = true;
+        if (windowState() & Qt::WindowFullScreen)
+            setWindowState(windowState() & ~Qt::WindowFullScreen);
+        else
+            AskForMaximised(*this, false);
+        return;
+    }
+    if (maximised) normal_ = NormalRect();
+    ChangeMaximised(maximised);
+    const EdgeRect area = maximised ? WorkAreaAround(normal_, screen()) : normal_;
+    if (!area.IsEmpty()) setGeometry(ToQRect(area));
     LayOut();
     update();
     NotePlace();
@@ -237,25 +233,36 @@ void FrameWindow::FollowWindowManager() {
     if (fullScreen_ && !isFullScreen()) ChangeFullScreen(false);
     const bool maximised =
         windowState() & (fullScreen_ ? Qt::WindowMaximized : Qt::WindowMaximized | Qt::WindowFullScreen);
+    const std::optional<EdgeRect> placeBefore = std::exchange(placeBefore_, std::nullopt);
+    const bool restoring = std::exchange(restoring_, false);
     if (maximised && !maximised_) {
         FinishDrag();
-        const bool coversScreen = Contains(FrameRect(), FromQRect(WorkAreaOf(geometry(), screen())));
-        if (coversScreen && normal_ == FrameRect() && sinceMove_.isValid() &&
-            sinceMove_.elapsed() <= kSettleMs && !settledNormal_.IsEmpty())
+        const bool coversScreen = Contains(FrameRect(), WorkAreaAround(FrameRect(), screen()));
+        if (placeBefore)
+            normal_ = *placeBefore;
+        else if (coversScreen && normal_ == FrameRect() && sinceMove_.isValid() &&
+                 sinceMove_.elapsed() <= kSettleMs && !settledNormal_.IsEmpty())
             normal_ = settledNormal_;
         byManager_ = true;
         ChangeMaximised(true);
     } else if (!maximised && byManager_) {
         byManager_ = false;
         ChangeMaximised(false);
+        if (restoring) setGeometry(ToQRect(normal_));  // the manager may remember another place
     }
     LayOut();
     update();
     NotePlace();
 }
 
+void FrameWindow::LeaveFocusTo(QWidget& other) {
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    keepsFocus_ = &other;
+}
+
 void FrameWindow::Minimise() {
-    if (HasWindowManager()) showMinimized();
+    if (!HasWindowManager()) return;
+    AskForMinimised(*this);
 }
 
 // Where no window manager does it, nobody else gives windows the focus, nor keeps dialogs above their owner.
@@ -293,7 +300,13 @@ bool FrameWindow::event(QEvent* event) {
             break;
         case QEvent::Show:
             caption_->SetCanMinimise(HasWindowManager());
-            if (!testAttribute(Qt::WA_ShowWithoutActivating)) ActivateAlone();
+            if (testAttribute(Qt::WA_ShowWithoutActivating)) {
+                sinceQuietShow_.start();
+                QMetaObject::invokeMethod(  // it is shown behind this event
+                    this, [this] { WithdrawAttention(*this); }, Qt::QueuedConnection);
+            } else {
+                ActivateAlone();
+            }
             break;
         case QEvent::Hide:
             PassActivationOn();
@@ -312,6 +325,11 @@ void FrameWindow::changeEvent(QEvent* event) {
     if (!client_) return;
     switch (event->type()) {
         case QEvent::ActivationChange:
+            // Not every window manager heeds that a window was to be shown without the focus.
+            if (isActiveWindow() && keepsFocus_ && sinceQuietShow_.isValid() &&
+                sinceQuietShow_.elapsed() <= kSettleMs)
+                keepsFocus_->activateWindow();
+            if (isActiveWindow()) sinceQuietShow_.invalidate();
             caption_->SetActive(isActiveWindow());
             if (isActiveWindow()) caption_->SetCanMinimise(HasWindowManager());
             update();

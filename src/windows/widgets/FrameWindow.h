@@ -8,8 +8,10 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QWidget>
 #include <memory>
+#include <optional>
 
 #include "core/WindowRecord.h"
 #include "windows/FrameGeometry.h"
@@ -43,30 +45,37 @@ class FrameWindow : public QWidget {
     // Makes the client area that large; the frame grows around it and stays where its top left corner is. Of
     // a maximised window, the area that it gets when it is restored.
     void ResizeClient(const QSize& client);
-    // The user can't size the client area below this.
+    // Neither the user nor the program can size the client area below this.
     void SetMinimumClientSize(const QSize& client);
     // What the frame adds to its client.
     QSize FrameExtra() const;
+    // The size of the frame around the smallest client; the caption's buttons have room too.
+    QSize SmallestFrame() const;
 
     // On the screen.
     EdgeRect FrameRect() const { return FromQRect(geometry()); }
     // Puts the frame there, also where the user couldn't; what X11 can't count is brought to the nearest that
-    // it can. A maximised window is so no longer.
+    // it can, and so is a size below SmallestFrame. A maximised window is so no longer.
     void SetFrameRect(const EdgeRect& rect);
     // The frame's place when it is neither maximised nor minimised.
     EdgeRect NormalRect() const;
     // A valid placement of how things are; its show command is 1 normal, 2 minimised, 3 maximised.
     WindowPlacement Placement() const;
 
-    // Over the work area of its screen; done here and not by the window manager, which may be missing.
-    // A window in full screen counts as maximised.
+    // Over the work area of its screen. The window manager is asked for it, or to end it, and the window is
+    // maximised or not when that says so, which it may also do by itself. A window that isn't shown, or one
+    // without a manager that maximises, is laid over the area at once. A window in full screen counts as
+    // maximised.
     bool IsMaximised() const { return maximised_ || fullScreen_; }
     void SetMaximised(bool maximised);
     // The client area alone, over all of its screen. What else gives the window a place ends it.
     bool IsFullScreen() const { return fullScreen_; }
     void SetFullScreen(bool fullScreen);
-    // Nothing without a window manager: nobody could bring the window back.
+    // The window manager is asked to. Nothing without one: nobody could bring the window back.
     void Minimise();
+    // When it is shown it takes neither the focus nor the user's attention, and the other window keeps the
+    // focus.
+    void LeaveFocusTo(QWidget& other);
     // Restore, Minimise, Maximise, Close, as far as the kind has them. Without a parent; it may outlive the
     // window.
     std::unique_ptr<QMenu> MakeWindowMenu();
@@ -90,7 +99,6 @@ class FrameWindow : public QWidget {
     FrameShape Shape() const;
     FrameZone ZoneOf(const QMouseEvent& event) const;
     QSize ExtraFor(const FrameShape& shape) const;
-    QSize SmallestFrame() const;
     void LayOut();
     void NotePlace();
     void ChangeMaximised(bool maximised);
@@ -111,11 +119,15 @@ class FrameWindow : public QWidget {
     QWidget* client_ = nullptr;
     QSize minimumClient_{120, 40};
 
-    EdgeRect normal_;         // the last place while plain
-    EdgeRect settledNormal_;  // the one before the changes of the last moments
+    EdgeRect normal_;                      // the last place while plain
+    EdgeRect settledNormal_;               // the one before the changes of the last moments
+    std::optional<EdgeRect> placeBefore_;  // while the window manager was asked to maximise
     QElapsedTimer sinceMove_;
+    QPointer<QWidget> keepsFocus_;
+    QElapsedTimer sinceQuietShow_;
     bool maximised_ = false;
     bool byManager_ = false;  // it was the window manager that maximised it
+    bool restoring_ = false;  // and it was asked to make it normal again
     bool fullScreen_ = false;
 
     // The drag in progress; every proposal is measured from its start. A maximised window that is pressed has

@@ -7,6 +7,7 @@
 #include "persist/SettingsRecords.h"
 #include "windows/LayoutRules.h"
 #include "windows/widgets/FrameWindow.h"
+#include "windows/widgets/ScreenAreas.h"
 
 namespace pixelgrove {
 
@@ -18,18 +19,16 @@ constexpr const char16_t* kLayoutWindows[] = {kEditWin, kOutputWin, kShadertoyWi
 // Frames have no border beyond what is seen of them, so windows that share an edge touch.
 constexpr int kHiddenBorder = 0;
 
-// What a file says, as a place that there is memory for: a size may be twice the desktop's.
-EdgeRect PlaceableRect(const EdgeRect& rect) {
-    const EdgeRect desktop = CurrentDesktop().value_or(EdgeRect{0, 0, 1920, 1080});
-    const int64_t width = std::clamp<int64_t>(rect.Width(), 1, desktop.Width() * 2);
-    const int64_t height = std::clamp<int64_t>(rect.Height(), 1, desktop.Height() * 2);
-    return {rect.left, rect.top, Saturate(rect.left + width), Saturate(rect.top + height)};
+// What a file says, as a place where the user finds the window.
+EdgeRect PlaceInSight(const FrameWindow& window, const WindowRecord& row) {
+    return BroughtIntoSight(row.placement.normal, window.SmallestFrame(), AllWorkAreas());
 }
 
 void Recover(WindowLayout& layout) {
     const std::optional<EdgeRect> desktop = CurrentDesktop();
     if (!desktop || layout.desktop == *desktop) return;
     RecoverRows(layout.windows, CurrentWorkArea());
+    LeaveRoomToDrag(layout.windows, CurrentWorkArea());
     layout.desktop = *desktop;
 }
 
@@ -44,7 +43,7 @@ std::optional<EdgeRect> CurrentDesktop() {
 
 EdgeRect CurrentWorkArea() {
     const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? FromQRect(screen->availableGeometry()) : EdgeRect{};
+    return screen ? WorkAreaOf(*screen) : EdgeRect{};
 }
 
 WindowRegistry& Windows() {
@@ -89,7 +88,7 @@ void WindowRegistry::Present(FrameWindow& window, QStringView name) {
     row->window = WindowPresence::Present;
     row->open = true;
     row->live = false;  // what the frame reports while it appears is not the user's doing
-    if (row->placement.IsValid()) window.SetFrameRect(PlaceableRect(row->placement.normal));
+    if (row->placement.IsValid()) window.SetFrameRect(PlaceInSight(window, *row));
     window.show();
     // Showing may have handled events, and with them anything.
     row = RowOf(window);
@@ -109,7 +108,7 @@ WindowRecord* WindowRegistry::RowOf(const FrameWindow& window) {
 }
 
 void WindowRegistry::Place(FrameWindow& window, const WindowRecord& row) {
-    const EdgeRect rect = PlaceableRect(row.placement.normal);
+    const EdgeRect rect = PlaceInSight(window, row);
     window.SetMaximised(false);
     if (window.FrameRect() != rect) window.SetFrameRect(rect);
 }
