@@ -25,6 +25,7 @@ std::atomic<int> wakeUp{-1};            // the pipe's end that wakes the main th
 
 // Main thread.
 int readEnd = -1;
+pid_t process;
 pthread_t mainThread;
 std::function<void()> saveAll;
 std::array<struct sigaction, std::size(kSignals)> formerActions;
@@ -56,7 +57,8 @@ extern "C" void OnPatienceGone(int) {
 }
 
 extern "C" void OnExit(int status, void*) {
-    if (wakeUp < 0) return;
+    // A child that was forked and not yet made another program has nothing to save.
+    if (wakeUp < 0 || getpid() != process) return;
     int none = kNoStatus;
     endStatus.compare_exchange_strong(none, status);
     // Saving may have come here itself; there is nothing more to be done then.
@@ -78,6 +80,7 @@ int MakePipe() {
 
 EndWatch::EndWatch(std::function<void()> save) : notifier_(MakePipe(), QSocketNotifier::Read) {
     if (readEnd < 0) return;
+    process = getpid();
     mainThread = pthread_self();
     saveAll = std::move(save);
     QObject::connect(&notifier_, &QSocketNotifier::activated, [] { SaveAndEnd(); });

@@ -73,8 +73,8 @@ QString RecoveryFile::CopyPath() const {
     return stem_ + kCopyEnding;
 }
 
-bool RecoveryFile::Write(QByteArrayView bytes) {
-    return WriteWholeFile(CopyPath(), bytes);
+bool RecoveryFile::Write(QByteArrayView bytes, QString* reason) {
+    return WriteWholeFile(CopyPath(), bytes, reason);
 }
 
 std::optional<QByteArray> RecoveryFile::Read() const {

@@ -29,8 +29,9 @@ class RecoveryFile {
     RecoveryFile(const RecoveryFile&) = delete;
     RecoveryFile& operator=(const RecoveryFile&) = delete;
 
-    // Replaces the copy whole; false, with the old one kept, when it can't be written.
-    bool Write(QByteArrayView bytes);
+    // Replaces the copy whole; false, with the old one kept, when it can't be written, for the system's
+    // reason.
+    bool Write(QByteArrayView bytes, QString* reason = nullptr);
     // Nothing when there is no copy or it can't be read.
     std::optional<QByteArray> Read() const;
     QDateTime WrittenAt() const;

@@ -43,7 +43,7 @@ void RecoveryKeeper::NoteChange() {
     timer_.start(int(std::clamp<qint64>(longest, 0, kQuietMs)));
 }
 
-bool RecoveryKeeper::Update() {
+bool RecoveryKeeper::Update(QString* reason) {
     timer_.stop();
     sinceFirstChange_.invalidate();
     if (folder_.isEmpty()) return true;
@@ -53,14 +53,17 @@ bool RecoveryKeeper::Update() {
     }
     const QByteArray bytes = WriteRecoveryCopy(TakeRecoveryCopy());
     if (!file_) file_ = RecoveryFile::Create(folder_);
-    return file_ && !bytes.isEmpty() && file_->Write(bytes);
+    return file_ && !bytes.isEmpty() && file_->Write(bytes, reason);
 }
 
 void RecoveryKeeper::OnTimer() {
-    if (Update() || failureTold_) return;
+    QString reason;
+    if (Update(&reason) || failureTold_) return;
     failureTold_ = true;
+    if (!reason.isEmpty()) reason = QStringLiteral(" (%1)").arg(reason);
     App()->host->SetStatusText(
-        QStringLiteral("No recovery copy can be written to \"%1\": save your work soon.").arg(folder_));
+        QStringLiteral("No recovery copy can be written to \"%1\"%2: save your work soon.")
+            .arg(folder_, reason));
 }
 
 void RecoveryKeeper::Finish() {

@@ -24,8 +24,9 @@ class RecoveryKeeper {
 
     // The project was changed, saved or replaced.
     void NoteChange();
-    // Brings the copy up to the project now. False when it can't be written.
-    bool Update();
+    // Brings the copy up to the project now. False when it can't be written, for the system's reason where it
+    // gives one.
+    bool Update(QString* reason = nullptr);
     // The project is given up or saved, by the user's wish: nothing is kept from here on.
     void Finish();
 
