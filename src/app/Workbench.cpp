@@ -1,12 +1,14 @@
-// pixelgrove [FILE]: the workbench. FILE is a project to open.
+// pixelgrove [FILE]: the workbench. FILE is a project to open, or a source file for a new one.
 
 #include <unistd.h>
 
 #include <QApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <QIcon>
 #include <cstdio>
 
+#include "app/WorkbenchOptions.h"
 #include "core/BaseFolders.h"
 #include "core/Commands.h"
 #include "core/SeedData.h"
@@ -26,6 +28,9 @@ using namespace pixelgrove;
 // Presses Play by itself once the windows stand.
 constexpr const char* kAutoplayVariable = "PIXELGROVE_AUTOPLAY";
 
+constexpr int kExitNoDisplay = 1;
+constexpr int kExitWrongUsage = 2;
+
 // Beside the settings; empty without a data folder, and then there are no recovery copies.
 QString RecoveryFolder() {
     const QString data = PathOf(PathId::DatBase);
@@ -43,10 +48,24 @@ void SaveWorkbenchSettings() {
         PrintError(QStringLiteral("the settings can't be saved: %1.").arg(reason));
 }
 
-void RunMainDialog(const QString& projectFile) {
+// What was wrong goes to the message pane and to stderr.
+bool OpenFiles(MainWindow& window, const QStringList& files) {
+    // Absolute, so that the name stays good wherever it is kept.
+    const bool opened = window.OpenInitialProject(
+        files.isEmpty() ? QString() : QFileInfo(files.constFirst()).absoluteFilePath());
+    if (!opened) PrintError(window.StatusText());
+    if (files.size() > 1) {
+        const QString text = QStringLiteral("Only the first of %1 files was opened.").arg(files.size());
+        PrintError(text);
+        window.AddStatusLine(text);
+    }
+    return opened;
+}
+
+void RunMainDialog(const QStringList& files) {
     MainWindow window;
     QObject::connect(&window, &MainWindow::Closed, [] { QCoreApplication::exit(0); });
-    const bool opened = window.OpenInitialProject(projectFile);
+    const bool opened = OpenFiles(window, files);
     window.StartRecovery(RecoveryFolder());
     const EndWatch watch([&window] {
         window.SaveBeforeEnd();
@@ -79,11 +98,25 @@ void LoadWorkbenchSettings() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QFile::decodeName(argv[i]));
+    const WorkbenchOptions options = ParseWorkbenchOptions(arguments);
+    if (!options.error.isEmpty()) {
+        PrintError(options.error + u'\n' + WorkbenchUsage().trimmed());
+        return kExitWrongUsage;
+    }
+    if (options.help || options.version) {
+        const QString text =
+            options.help ? WorkbenchUsage() : QStringLiteral("pixelgrove " PIXELGROVE_VERSION "\n");
+        std::fputs(qPrintable(text), stdout);
+        return 0;
+    }
     ChooseWindowPlatform();
     const QString missing = MissingDisplayText();
     if (!missing.isEmpty()) {
-        std::fprintf(stderr, "pixelgrove: %s\n", qPrintable(missing));
-        return 1;
+        PrintError(missing);
+        return kExitNoDisplay;
     }
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("pixelgrove"));
@@ -98,11 +131,11 @@ int main(int argc, char** argv) {
         ApplyTheme(application, StoredSettings().colours);
     };
     steps.saveSettings = SaveWorkbenchSettings;
-    steps.runMainDialog = [] { RunMainDialog(QCoreApplication::arguments().value(1)); };
+    steps.runMainDialog = [&options] { RunMainDialog(options.files); };
     steps.freeWindows = [] { Windows().Clear(); };
     const int result = ApplicationMain(steps);
     if (result == kExitNoSharedMemory) {
-        std::fprintf(stderr, "pixelgrove: the shared palette memory cannot be made\n");
+        PrintError(QStringLiteral("the shared palette memory cannot be made"));
         _exit(result);
     }
     // A thread that is stuck in the graphics driver must not see the process's objects taken apart.

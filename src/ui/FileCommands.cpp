@@ -107,15 +107,16 @@ void ProjectCommands::SaveFileAs() {
     Say(QStringLiteral("File saved.") + LostCharacters(lost, QStringLiteral("US-ASCII"), true));
 }
 
+bool ProjectCommands::LoadSource(const QString& path) {
+    const bool isLoaded = LoadSourceFile(path);
+    if (isLoaded) SetOpenFileName(path);
+    Say(isLoaded ? QStringLiteral("File loaded.") : QStringLiteral("Error loading file."));
+    return isLoaded;
+}
+
 void ProjectCommands::OpenRecentFile(int index) {
     const QString path = EntryOf(App()->recentFiles.get(), index);
-    if (path.isEmpty() || !ConfirmLoss()) return;
-    if (!LoadSourceFile(path)) {
-        Say(QStringLiteral("Error loading file."));
-        return;
-    }
-    SetOpenFileName(path);
-    Say(QStringLiteral("File loaded."));
+    if (!path.isEmpty() && ConfirmLoss()) LoadSource(path);
 }
 
 void ProjectCommands::OpenRecentProject(int index) {

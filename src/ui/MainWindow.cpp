@@ -191,11 +191,15 @@ void MainWindow::ProbeOutput() {
 }
 
 bool MainWindow::OpenInitialProject(const QString& path) {
-    const bool loaded = !path.isEmpty() && projects_.Load(path);
-    if (loaded) return true;
-    const QString complaint = form_->statusText->toPlainText();
+    const bool isSource = path.endsWith(QLatin1String(".glsl"), Qt::CaseInsensitive);
+    if (!path.isEmpty() && !isSource && projects_.Load(path)) return true;
+    QString complaint = StatusText();
     ClearProject(true);
     if (path.isEmpty()) return true;
+    if (isSource) {
+        if (projects_.LoadSource(path)) return true;
+        complaint = StatusText() + QStringLiteral("\nThe file \"%1\" can't be read.").arg(path);
+    }
     SetStatusText(complaint);
     return false;
 }
@@ -297,6 +301,10 @@ void MainWindow::AddStatusLine(const QString& text) {
     if (!text.isEmpty()) form_->statusText->appendPlainText(text);
 }
 
+QString MainWindow::StatusText() const {
+    return form_->statusText->toPlainText();
+}
+
 void MainWindow::ShowTitle(bool modified) {
     setWindowTitle(
         QStringLiteral("%1%2 - Pixelgrove")
@@ -311,7 +319,7 @@ void MainWindow::LoadDocument(StageDocument& document) {
 
 void MainWindow::MarkErrorLines() {
     AppState& app = *App();
-    const QString text = form_->statusText->toPlainText();
+    const QString text = StatusText();
     if (text.isEmpty() || !app.currentDocument) return;
     const std::vector<int> lines = ErrorLinesOf(text, StageName(app.currentStage));
     app.currentDocument->errorLines.lines.assign(lines.begin(), lines.end());

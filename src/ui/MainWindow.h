@@ -32,9 +32,9 @@ class MainWindow : public FrameWindow, public Host {
     // Ends the run if there is one.
     ~MainWindow() override;
 
-    // Loads the project file, or with an empty path or an unreadable file shows the default Image stage. The
-    // message pane says what was wrong with the file, and the result is false then. Once, before the window
-    // is shown.
+    // Loads the project file, or a source file, by its ending .glsl, into the Image stage of a new project.
+    // With an empty path or an unreadable file shows the default Image stage. The message pane says what was
+    // wrong with the file, and the result is false then. Once, before the window is shown.
     bool OpenInitialProject(const QString& path);
 
     // Shows the window where the layout has it, and the other windows that are to be open.
@@ -53,6 +53,8 @@ class MainWindow : public FrameWindow, public Host {
     LayoutCommands& Layouts() { return layouts_; }
     Playback& PlaybackControl() { return playback_; }
     const Menus& MenuEntries() const { return *menus_; }
+    // What the message pane says.
+    QString StatusText() const;
     // Goes where a line of the message pane points to: a line of the shown stage, or a file in the user's
     // text editor. Nothing for a line that points nowhere.
     void JumpToMessage(const QString& line);

@@ -39,6 +39,9 @@ class ProjectCommands {
     // the pane says why, the project stays as it was, and the result is false.
     bool Load(const QString& path, const LoadWords& words = {});
 
+    // Loads a source file into the shown stage under its own name and says so in the message pane. False when
+    // it can't be read, and then nothing changed.
+    bool LoadSource(const QString& path);
     // Asks for a source file and puts it into the shown stage.
     void OpenFile();
     // Asks for a path and writes the shown text there; the project stays unsaved, as the file is only a copy.

@@ -153,9 +153,22 @@ TEST_F(MainWindowTest, ABadFileLeavesTheProjectAlone) {
     Run(kCmdOpenProject);
     EXPECT_EQ(Status(), QStringLiteral("Error loading file."));
 
-    MakeWindow(folder.filePath(QStringLiteral("absent.json")));
-    EXPECT_EQ(Editor()->toPlainText(), good);
-    EXPECT_TRUE(Status().startsWith(QStringLiteral("Error loading project.")));
+    for (const auto& [name, words] : {std::pair("absent.json", "project"), {"absent.GLSL", "file"}}) {
+        const QString path = folder.filePath(QString::fromLatin1(name));
+        MakeWindow(path);
+        EXPECT_EQ(Editor()->toPlainText(), good);
+        EXPECT_EQ(Status(), QStringLiteral("Error loading %1.\nThe file \"%2\" can't be read.")
+                                .arg(QString::fromLatin1(words), path));
+    }
+}
+
+TEST_F(MainWindowTest, ASourceFileBeginsAProject) {
+    const QString path = FileWith("// mine", QStringLiteral("glsl"));
+    MakeWindow(path);
+    EXPECT_EQ(App()->documents[kStageImage].text, QStringLiteral("// mine"));
+    EXPECT_EQ(App()->fileName, path);
+    EXPECT_EQ(Status(), QStringLiteral("File loaded."));
+    EXPECT_EQ(Text("stageImageButton"), QStringLiteral("[ Image ]"));
 }
 
 TEST_F(MainWindowTest, ASavedProjectReadsBackTheSame) {
