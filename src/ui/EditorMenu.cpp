@@ -59,9 +59,8 @@ void AddEntry(QMenu& menu, int commandId, const QString& text) {
 QString IncludeNameOf(QStringView line) {
     const QStringView directive = u"#include";
     line = line.left(kMaxLineLength);
-    qsizetype position = line.indexOf(directive);
-    if (position < 0) return {};
-    position += directive.size();
+    if (!line.startsWith(directive)) return {};
+    qsizetype position = directive.size();
     SkipSpace(line, position);
     if (!SkipChar(line, position, u'"')) return {};
     const qsizetype end = line.indexOf(u'"', position);

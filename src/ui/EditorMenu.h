@@ -15,8 +15,8 @@ class CodeView;
 // editor of the name "editorMenu" and goes when it closes.
 void ShowEditorMenu(CodeView& editor, const QPoint& globalPosition);
 
-// The name between the quotes of #include "NAME", anywhere in the line's first 1023 code units; empty without
-// one. Pure.
+// The name between the quotes of a line that begins with #include "NAME", as far as the line's first 1023
+// code units go; empty for any other line. Pure.
 QString IncludeNameOf(QStringView line);
 
 // The include name of the line that the last menu was for; empty from the second call on.

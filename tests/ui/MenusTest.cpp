@@ -87,14 +87,16 @@ TEST_F(MenusTest, LayoutsHaveAHundredAndOneIds) {
 TEST(EditorMenuTest, IncludeNames) {
     const std::pair<QString, const char*> rows[] = {
         {QStringLiteral("#include \"a.glsl\""), "a.glsl"},
-        {QStringLiteral("x; #include\t \"b c.glsl\" // \"d\""), "b c.glsl"},
+        {QStringLiteral("#include\t \"b c.glsl\" // \"d\""), "b c.glsl"},
+        {QStringLiteral("  #include \"a\""), ""},
+        {QStringLiteral("x #include \"a\""), ""},
         {QStringLiteral("#include\"tight\""), "tight"},
         {QStringLiteral("#include \"open end"), "open end"},
         {QStringLiteral("#include \"\""), ""},
         {QStringLiteral("#include <a.glsl>"), ""},
         {QStringLiteral("# include \"a.glsl\""), ""},
-        {QString(1013, u' ') + QStringLiteral("#include \"abc\""), ""},
-        {QString(1012, u' ') + QStringLiteral("#include \"abc\""), "a"},
+        {QStringLiteral("#include") + QString(1014, u' ') + QStringLiteral("\"abc\""), ""},
+        {QStringLiteral("#include") + QString(1013, u' ') + QStringLiteral("\"abc\""), "a"},
     };
     for (const auto& [line, name] : rows)
         EXPECT_EQ(IncludeNameOf(line), QString::fromLatin1(name)) << qPrintable(line.trimmed());
