@@ -6,6 +6,7 @@
 #include <QTextLayout>
 #include <algorithm>
 
+#include "ui/CodeLayout.h"
 #include "windows/widgets/Theme.h"
 
 namespace pixelgrove {
@@ -13,13 +14,6 @@ namespace pixelgrove {
 namespace {
 
 using Formats = QList<QTextLayout::FormatRange>;
-
-const QTextCharFormat& FormatOf(uint32_t colour) {
-    static QHash<uint32_t, QTextCharFormat> formats;
-    QTextCharFormat& format = formats[colour];
-    if (!format.hasProperty(QTextFormat::ForegroundBrush)) format.setForeground(FromBgr(colour));
-    return format;
-}
 
 // The parts of the old colours inside [from, to), columns of the line.
 void Keep(const Formats& old, int from, int to, Formats& kept) {
@@ -31,6 +25,13 @@ void Keep(const Formats& old, int from, int to, Formats& kept) {
 }
 
 }  // namespace
+
+const QTextCharFormat& ColourFormat(uint32_t colour) {
+    static QHash<uint32_t, QTextCharFormat> formats;
+    QTextCharFormat& format = formats[colour];
+    if (!format.hasProperty(QTextFormat::ForegroundBrush)) format.setForeground(FromBgr(colour));
+    return format;
+}
 
 void ApplyColours(QTextDocument& document, qsizetype start, qsizetype end,
                   const std::vector<ColourSpan>& spans) {
@@ -50,17 +51,16 @@ void ApplyColours(QTextDocument& document, qsizetype start, qsizetype end,
         const Formats old = layout->formats();
         Formats formats;
         for (size_t i = next; i < spans.size() && spans[i].start < lineEnd; ++i) {
-            if (formats.size() == kMaxColoursPerLine) break;
             const qsizetype from = std::max(spans[i].start, lineStart) - lineStart;
             const qsizetype to = std::min(spans[i].end, lineEnd) - lineStart;
-            formats.append({int(from), int(to - from), FormatOf(spans[i].colour)});
+            formats.append({int(from), int(to - from), ColourFormat(spans[i].colour)});
         }
         if (start > lineStart || covered < lineEnd) {
             Formats merged;
             Keep(old, 0, int(std::max(start - lineStart, qsizetype(0))), merged);
             merged.append(formats);
             Keep(old, int(std::min(covered, lineEnd) - lineStart), int(lineEnd - lineStart), merged);
-            if (merged.size() <= kMaxColoursPerLine) formats = merged;
+            formats = merged;
         }
         if (formats == old) continue;
         layout->setFormats(formats);
@@ -74,6 +74,11 @@ void MoveColours(QTextDocument& document, int position, int removed, int added) 
     const QTextBlock block = document.findBlock(position);
     QTextLayout* layout = block.layout();
     if (!layout || !layout->preeditAreaText().isEmpty()) return;
+    if (IsLongLine(block)) {
+        // It may have become one just now.
+        if (!layout->formats().isEmpty()) layout->setFormats({});
+        return;
+    }
     const int from = position - block.position();
     const auto moved = [&](int column) {
         if (column >= from + removed) return column + added - removed;

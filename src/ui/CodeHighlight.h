@@ -6,13 +6,13 @@
 
 #include "ui/text/Colouring.h"
 
+class QTextCharFormat;
 class QTextDocument;
 
 namespace pixelgrove {
 
-// More coloured stretches than this one line doesn't get, the rest of it stays black: each costs its layout
-// time.
-constexpr qsizetype kMaxColoursPerLine = 2000;
+// The colour, 0x00BBGGRR, as a format.
+const QTextCharFormat& ColourFormat(uint32_t colour);
 
 // Gives [start, end) of the document the colours of the spans, black where there is none; also what the last
 // span covers beyond end. Other text keeps the colours that it has. Lines whose colours change are laid out

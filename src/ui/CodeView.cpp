@@ -39,7 +39,11 @@ QString WithoutLineSeparators(QString text) {
 
 }  // namespace
 
-CodeView::CodeView(QWidget* parent) : QPlainTextEdit(parent), normalFont_(CodeFont()) {
+CodeView::CodeView(QWidget* parent)
+    : QPlainTextEdit(parent), layout_(new CodeLayout(new QTextDocument(this))), normalFont_(CodeFont()) {
+    layout_->document()->setDocumentLayout(layout_);
+    layout_->caretPosition = [this] { return textCursor().position(); };
+    setDocument(layout_->document());
     setLineWrapMode(QPlainTextEdit::NoWrap);
     setStyleSheet(kStyle);
     setFont(normalFont_);
@@ -53,6 +57,13 @@ CodeView::CodeView(QWidget* parent) : QPlainTextEdit(parent), normalFont_(CodeFo
         if (marksAreStale_) RefreshErrorMarks();
     });
     connect(this, &QPlainTextEdit::updateRequest, this, &CodeView::ViewChanged);
+    // In a long line the toolkit knows too little to name what changed.
+    connect(this, &QPlainTextEdit::updateRequest, this, [this] {
+        if (IsLongLine(textCursor().block())) viewport()->update(cursorRect());
+    });
+    connect(this, &QPlainTextEdit::selectionChanged, this, [this] {
+        if (layout_->HasLongLines()) viewport()->update();
+    });
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, &CodeView::OnCaretMoved);
     for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()}) {
         const auto endScroll = [this] {
@@ -92,7 +103,8 @@ void CodeView::LoadDocument(StageDocument& incoming) {
     const QString text = TextRange(0, document()->characterCount() - 1);
     if (text != incoming.text) SetDocumentText(incoming, text);
     const bool colourAll = incoming.text.size() <= kMaxColouredAtOnce;
-    if (colourAll) Recolour(0, -1);
+    coloured_ = {};
+    if (colourAll) Recolour({0, text.size()});
     // The first text of a project is no change of it.
     needsRecolour_ = current || !colourAll;
     reportPending_ = false;
@@ -114,6 +126,7 @@ void CodeView::Forget() {
 }
 
 void CodeView::OnCaretMoved() {
+    if (edit_ != Edit::Loading) BringLongLineIntoView();
     if (edit_ != Edit::Loading && shown_ && shown_->onChange) shown_->onChange(false, false);
     Q_EMIT ViewChanged();
 }
@@ -133,6 +146,12 @@ QColor CodeView::ErrorColour() const {
     return FromBgr(shown_ ? shown_->errorLines.markerColour : ErrorLineList().markerColour);
 }
 
+QColor CodeView::ErrorGround() const {
+    QColor ground = ErrorColour();
+    ground.setAlpha(kErrorMarkAlpha);
+    return ground;
+}
+
 void CodeView::RefreshErrorMarks() {
     marksAreStale_ = false;
     ShowMarks();
@@ -142,15 +161,13 @@ void CodeView::RefreshErrorMarks() {
 void CodeView::ShowMarks() {
     QList<QTextEdit::ExtraSelection> marks;
     if (shown_) {
-        QColor ground = ErrorColour();
-        ground.setAlpha(kErrorMarkAlpha);
         // A line with several errors is named several times, and translucent grounds would add up.
         for (int line : std::set<int>(shown_->errorLines.lines.begin(), shown_->errorLines.lines.end())) {
             const QTextBlock block = document()->findBlockByNumber(line - 1);
-            if (!block.isValid()) continue;
+            if (!block.isValid() || IsLongLine(block)) continue;
             QTextEdit::ExtraSelection mark;
             mark.cursor = QTextCursor(block);
-            mark.format.setBackground(ground);
+            mark.format.setBackground(ErrorGround());
             mark.format.setProperty(QTextFormat::FullWidthSelection, true);
             marks.append(mark);
         }
@@ -165,7 +182,7 @@ void CodeView::ShowMarks() {
 }
 
 int CodeView::FullyVisibleLineCount() const {
-    return std::max(1, viewport()->height() / std::max(1, fontMetrics().lineSpacing()));
+    return std::max(1, viewport()->height() / LineHeight());
 }
 
 void CodeView::GoToLine(int line) {
@@ -187,12 +204,12 @@ QString CodeView::CaretStatus() const {
 
 std::vector<CodeView::VisibleLine> CodeView::VisibleLines() const {
     std::vector<VisibleLine> lines;
-    const int lineHeight = fontMetrics().lineSpacing();
     for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
         const QRectF area = blockBoundingGeometry(block).translated(contentOffset());
         if (area.top() >= viewport()->height()) break;
         // The last line's area also has the margin below the text.
-        lines.push_back({block.blockNumber() + 1, int(area.top()), std::min(int(area.height()), lineHeight)});
+        lines.push_back(
+            {block.blockNumber() + 1, int(area.top()), std::min(int(area.height()), LineHeight())});
     }
     return lines;
 }

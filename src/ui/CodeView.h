@@ -7,6 +7,8 @@
 // event that may have changed them. Caret, scroll and zoom are kept per document. Main thread.
 #pragma once
 
+#include <QBasicTimer>
+#include <QDeadlineTimer>
 #include <QPlainTextEdit>
 #include <QUrl>
 #include <optional>
@@ -14,6 +16,7 @@
 #include <vector>
 
 #include "core/AppState.h"
+#include "ui/CodeLayout.h"
 #include "ui/text/UndoHistory.h"
 
 namespace pixelgrove {
@@ -51,6 +54,11 @@ class CodeView : public QPlainTextEdit {
     // undo.
     void IndentLines(int firstLine, int lastLine, bool indent);
 
+    // As the toolkit's, which know nothing of places in long lines.
+    QTextCursor cursorForPosition(const QPoint& at) const;
+    QRect cursorRect(const QTextCursor& cursor) const;
+    QRect cursorRect() const { return cursorRect(textCursor()); }
+
     // Of the normal size of the text, in percent; SetZoom goes to the nearest that there is.
     static constexpr int kNormalZoom = 100;
     static constexpr int kZoomStep = 10;
@@ -61,6 +69,8 @@ class CodeView : public QPlainTextEdit {
     void RefreshErrorMarks();
     bool IsErrorLine(int line) const;
     QColor ErrorColour() const;
+    // As it lies below the text of such a line.
+    QColor ErrorGround() const;
 
     // Puts the caret at the start of the line (from 1; the last line for a number beyond it), scrolls only
     // when the line is out of view, and takes the focus.
@@ -70,6 +80,8 @@ class CodeView : public QPlainTextEdit {
     QString CaretStatus() const;
     int CaretLine() const { return textCursor().blockNumber() + 1; }
 
+    // Of a line on screen, in pixels.
+    int LineHeight() const { return layout_->Letters().LineHeight(); }
     // The lines on screen, for the gutter: number from 1, top and height in viewport pixels.
     struct VisibleLine {
         int line;
@@ -92,6 +104,8 @@ class CodeView : public QPlainTextEdit {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     QMimeData* createMimeDataFromSelection() const override;
     bool canInsertFromMimeData(const QMimeData* source) const override;
@@ -102,6 +116,10 @@ class CodeView : public QPlainTextEdit {
   private:
     // Whose the edit is that the document is about to report.
     enum class Edit { User, Unrecorded, Replayed, Loading };
+    struct Stretch {
+        qsizetype start = 0;
+        qsizetype end = 0;
+    };
     // In positions of the text before all edits of one call.
     struct LineEdit {
         int position;
@@ -120,9 +138,20 @@ class CodeView : public QPlainTextEdit {
 
     void FlagRecolour() { needsRecolour_ = true; }
     void FlagForKey(const QKeyEvent& event);
+    Stretch VisibleText() const;
     void RecolourVisible();
-    void Recolour(qsizetype start, qsizetype end);
+    void Recolour(Stretch stretch);
     void ReportPaintedChange();
+
+    // Long lines; see CodeLayout.
+    int PositionAt(const QPoint& at) const;
+    Stretch VisiblePart(const QTextBlock& block) const;
+    void PaintLongLines(const QRegion& region);
+    void PaintLongLine(QPainter& painter, const QTextBlock& block, qreal top);
+    void BringLongLineIntoView();
+    bool MoveInLongLine(const QKeyEvent& event);
+    bool PressInLongLine(const QMouseEvent& event);
+    void SelectUpTo(const QPoint& at);
 
     void BreakLine();
     void TabKey(bool indent);
@@ -136,6 +165,7 @@ class CodeView : public QPlainTextEdit {
     // Selects the address below the point; without a selection where there is none.
     QTextCursor LinkCursorAt(const QPoint& at) const;
 
+    CodeLayout* layout_;  // of the document, which owns it
     StageDocument* shown_ = nullptr;
     UndoHistory history_;
     Edit edit_ = Edit::User;
@@ -143,6 +173,7 @@ class CodeView : public QPlainTextEdit {
     bool marksAreStale_ = false;
 
     bool needsRecolour_ = false;
+    Stretch coloured_;  // what has the colours of the text as it is
     bool colouringInProgress_ = false;
     bool reportsPaint_ = false;  // off while a text that is no change waits for its first colours
     bool reportPending_ = false;
@@ -153,6 +184,9 @@ class CodeView : public QPlainTextEdit {
     int zoomPercent_ = kNormalZoom;
     QTextCursor hoveredLink_;
     QString pressedLink_;
+    bool isSelectingInLongLine_ = false;
+    QBasicTimer selectionScroll_;  // while the pointer is out of the view
+    QDeadlineTimer thirdPress_;    // until it ends, a press selects the line
 };
 
 }  // namespace pixelgrove

@@ -1,5 +1,6 @@
 // The editor's colouring passes: over a text that is loaded, and over what is on screen when it is painted.
 #include <QPaintEvent>
+#include <QTextBlock>
 #include <algorithm>
 
 #include "core/ProjectModel.h"
@@ -29,26 +30,49 @@ bool CodeView::RefreshStageText() {
     return true;
 }
 
-void CodeView::Recolour(qsizetype start, qsizetype end) {
+// What is on screen, from the top left to the bottom right. A word that the left edge cuts is looked at
+// whole.
+CodeView::Stretch CodeView::VisibleText() const {
+    qsizetype start = PositionAt(QPoint(0, 0));
+    const qsizetype end = PositionAt(QPoint(viewport()->width() - 1, viewport()->height() - 1));
+    const QStringView text = shown_->text;
+    for (int i = 0; i < kMaxWordLength && start > 0 && start <= text.size(); ++i, --start)
+        if (!IsWordCharacter(text[start - 1])) break;
+    return {start, end};
+}
+
+// Long lines get their colours as they are painted, and only there: from them it takes whether what is on
+// screen of them has a word that could be a control.
+void CodeView::Recolour(Stretch stretch) {
     // An empty text has no colours, and what the last pass saw stands.
     if (!RefreshStageText()) return;
-    if (end < 0) end = shown_->text.size();
-    const Colouring colouring = ColourText(shown_->text, shown_->commentMap, start, end);
-    controlWordsSeen_ = colouring.HasControlWords();
-    ApplyColours(*document(), start, end, colouring.spans);
+    controlWordsSeen_ = false;
+    for (QTextBlock block = document()->findBlock(int(stretch.start));
+         block.isValid() && block.position() <= stretch.end;) {
+        Stretch part{std::max(stretch.start, qsizetype(block.position())), stretch.end};
+        const bool isLong = IsLongLine(block);
+        if (isLong) {
+            part = VisiblePart(block);
+            block = block.next();
+        } else {
+            while (block.isValid() && block.position() <= stretch.end && !IsLongLine(block))
+                block = block.next();
+            if (block.isValid()) part.end = std::min(part.end, qsizetype(block.position()) - 1);
+        }
+        const Colouring colouring = ColourText(shown_->text, shown_->commentMap, part.start, part.end);
+        controlWordsSeen_ = controlWordsSeen_ || colouring.HasControlWords();
+        if (!isLong) ApplyColours(*document(), part.start, part.end, colouring.spans);
+    }
+    const bool meets = stretch.start <= coloured_.end && stretch.end >= coloured_.start;
+    coloured_ = meets
+                    ? Stretch{std::min(stretch.start, coloured_.start), std::max(stretch.end, coloured_.end)}
+                    : stretch;
 }
 
 void CodeView::RecolourVisible() {
     if (!shown_) return;
     colouringInProgress_ = true;
-    qsizetype start = cursorForPosition(QPoint(0, 0)).position();
-    const qsizetype end =
-        cursorForPosition(QPoint(viewport()->width() - 1, viewport()->height() - 1)).position();
-    // A word that the left edge cuts is looked at whole.
-    const QStringView text = shown_->text;
-    for (int i = 0; i < kMaxWordLength && start > 0 && start <= text.size(); ++i, --start)
-        if (!IsWordCharacter(text[start - 1])) break;
-    Recolour(start, end);
+    Recolour(VisibleText());
     needsRecolour_ = false;
     colouringInProgress_ = false;
     if (reportsPaint_) ReportPaintedChange();
@@ -71,8 +95,19 @@ void CodeView::ReportPaintedChange() {
 }
 
 void CodeView::paintEvent(QPaintEvent* event) {
-    if (needsRecolour_ && !colouringInProgress_ && !IsCaretOnly(event->region())) RecolourVisible();
+    if (shown_ && !colouringInProgress_ && !IsCaretOnly(event->region())) {
+        if (needsRecolour_) {
+            RecolourVisible();
+        } else if (const Stretch visible = VisibleText();
+                   visible.start < coloured_.start || visible.end > coloured_.end) {
+            // It came on screen without an event that may have changed its colours: no change to report.
+            colouringInProgress_ = true;
+            Recolour(visible);
+            colouringInProgress_ = false;
+        }
+    }
     QPlainTextEdit::paintEvent(event);
+    if (layout_->HasLongLines()) PaintLongLines(event->region());
 }
 
 }  // namespace pixelgrove

@@ -4,6 +4,7 @@
 #include <QTextBlock>
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "ui/CodeView.h"
 #include "ui/text/Indentation.h"
@@ -51,6 +52,7 @@ void CodeView::keyPressEvent(QKeyEvent* event) {
         redo();
         return;
     }
+    if (MoveInLongLine(*event)) return;
     const bool isPlain = !(event->modifiers() & kCommandModifiers);
     switch (event->key()) {
         case Qt::Key_Return:
@@ -155,17 +157,28 @@ void CodeView::mousePressEvent(QMouseEvent* event) {
         pressedLink_ = LinkCursorAt(event->position().toPoint()).selectedText();
         if (!pressedLink_.isEmpty()) return;
     }
+    if (PressInLongLine(*event)) return;
     QPlainTextEdit::mousePressEvent(event);
 }
 
 void CodeView::mouseMoveEvent(QMouseEvent* event) {
     UpdateHoveredLink(event->position().toPoint(), event->modifiers());
-    if (pressedLink_.isEmpty()) QPlainTextEdit::mouseMoveEvent(event);
+    if (!pressedLink_.isEmpty()) return;
+    if (isSelectingInLongLine_) {
+        SelectUpTo(event->position().toPoint());
+        return;
+    }
+    QPlainTextEdit::mouseMoveEvent(event);
+    // A selection that began elsewhere: the toolkit found the line, but not the place in it.
+    const QTextCursor caret = textCursor();
+    if (event->buttons().testFlag(Qt::LeftButton) && caret.hasSelection() && IsLongLine(caret.block()))
+        SelectUpTo(event->position().toPoint());
 }
 
 void CodeView::mouseReleaseEvent(QMouseEvent* event) {
+    selectionScroll_.stop();
     if (pressedLink_.isEmpty()) {
-        QPlainTextEdit::mouseReleaseEvent(event);
+        if (!std::exchange(isSelectingInLongLine_, false)) QPlainTextEdit::mouseReleaseEvent(event);
         return;
     }
     const QString pressed = pressedLink_;

@@ -64,6 +64,7 @@ void CodeView::OnContentsChange(int position, int removed, int added) {
     shown_->length = uint32_t(text.size());
     shown_->allocated = shown_->length;
     mapIsCurrent_ = false;
+    coloured_ = {};
     marksAreStale_ = !shown_->errorLines.lines.empty();
     FlagRecolour();
     reportsPaint_ = true;

@@ -30,12 +30,10 @@ LineGutter::LineGutter(QWidget* parent) : QWidget(parent) {
 void LineGutter::Attach(CodeView& editor) {
     editor_ = &editor;
     connect(&editor, &CodeView::ViewChanged, this, [this] {
-        const int lineHeight = std::max(3, editor_->fontMetrics().lineSpacing());
-        QFont wanted = editor_->font();
-        wanted.setPixelSize(lineHeight - 2);
-        if (wanted != font()) setFont(wanted);
+        font_ = editor_->font();
+        font_.setPixelSize(std::max(1, editor_->LineHeight() - 2));
         const int digits = std::max(kMinDigits, int(QString::number(editor_->blockCount()).size()));
-        const int wide = kLeftPadding + digits * fontMetrics().horizontalAdvance(u'0') + kNumberRight;
+        const int wide = kLeftPadding + digits * QFontMetrics(font_).horizontalAdvance(u'0') + kNumberRight;
         if (wide != width_) {
             width_ = wide;
             updateGeometry();
@@ -50,6 +48,7 @@ QSize LineGutter::sizeHint() const {
 
 void LineGutter::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    painter.setFont(font_);
     painter.fillRect(rect(), kGround);
     if (editor_) {
         // The strip and the editor stand side by side, but the editor's text begins below its frame.

@@ -2,6 +2,7 @@
 // their marker colour, the caret's line is inverted. Main thread.
 #pragma once
 
+#include <QFont>
 #include <QWidget>
 
 namespace pixelgrove {
@@ -25,6 +26,7 @@ class LineGutter : public QWidget {
 
   private:
     CodeView* editor_ = nullptr;
+    QFont font_;     // of the numbers; the widget's own follows the form's size
     int width_ = 0;  // wanted, in pixels
 };
 
