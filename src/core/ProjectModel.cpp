@@ -105,6 +105,20 @@ void AddStage(uint32_t id) {
     OnStageChanged(id);
 }
 
+void ShowStageErrors() {
+    AppState& app = *App();
+    if (!app.stageErrors[app.currentStage].isEmpty()) {
+        app.host->SetStatusText(app.stageErrors[app.currentStage]);
+        app.host->MarkErrorLines();
+        return;
+    }
+    QString text = QStringLiteral("[ %1 ] No errors.").arg(StageName(app.currentStage));
+    for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
+        if (!app.stageErrors[id].isEmpty()) text += QStringLiteral("\n%1 has errors.").arg(StageName(id));
+    }
+    app.host->SetStatusText(text);
+}
+
 void SelectStage(uint32_t id) {
     AppState& app = *App();
     if (id >= kStageCount || id == app.currentStage) return;
@@ -115,12 +129,7 @@ void SelectStage(uint32_t id) {
     app.host->LoadDocument(document);
     app.currentDocument = &document;
     app.currentStage = id;
-    if (app.stageErrors[id].isEmpty()) {
-        app.host->SetStatusText(QStringLiteral("[ %1 ] No errors.").arg(StageName(id)));
-    } else {
-        app.host->SetStatusText(app.stageErrors[id]);
-        app.host->MarkErrorLines();
-    }
+    ShowStageErrors();
     app.host->RefreshStageTabs();
     app.host->RefreshChannelPanel();
 }

@@ -23,6 +23,9 @@ void AddStage(uint32_t id);
 
 // Puts stage id into the editor, unless it is there already or is above 7.
 void SelectStage(uint32_t id);
+// Shows the errors of the stage in the editor and marks their lines; of a stage without any it says so, and
+// which others have some.
+void ShowStageErrors();
 
 // Removes a stage other than 0 and Image (for those nothing happens); falls back to Image when it was shown.
 void RemoveStage(uint32_t id);

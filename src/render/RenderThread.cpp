@@ -43,6 +43,7 @@ void SetForcedSize(RenderRun& run, bool recording) {
 void ReportFailure(RenderRun& run, const CompileOutcome& outcome) {
     run.errors = MapStageErrors(*run.context);
     run.failure = outcome.failure;
+    if (!run.failure.isEmpty()) run.errors[outcome.failedStage] = run.failure + u'\n';
     run.WithGate([&] {
         run.app.compileFailed = 1;
         run.app.host->PostCommand(kCmdCompileResult, 1);

@@ -59,7 +59,7 @@ struct RenderRun {
     // Per stage: compile errors in terms of the user's files and lines. The thread's until command 122 is
     // posted; main reads them through ReportedErrors.
     std::array<QString, kStageCount> errors;
-    QString failure;  // the same for what has no log: one plain sentence, or empty
+    QString failure;  // what has no log: one plain sentence, which is the stage's error too; or empty
 
     // Called on the render thread with a preview to show; may be empty. Set before the thread starts.
     std::function<void(ChannelPreview)> showPreview;

@@ -6,6 +6,7 @@
 #include "core/AppState.h"
 #include "core/Commands.h"
 #include "core/PlayTime.h"
+#include "core/ProjectModel.h"
 #include "platform/Clock.h"
 #include "render/RenderContext.h"
 #include "render/widgets/OffscreenOutput.h"
@@ -83,7 +84,9 @@ void Playback::Play() {
     app.paused = 0;
     app.recordFrameIndex = 1;
     app.host->RefreshStageTabs();
+    const bool onlyClears = app.renderThread != nullptr;
     ToggleRun();
+    if (onlyClears) app.host->SetStatusText(QStringLiteral("Press Play again to compile."));
 }
 
 void Playback::PlayAnew() {
@@ -169,14 +172,12 @@ void Playback::OnCompileResult() {
     } else {
         app.stageErrors = app.renderThread->ReportedErrors();
         SetButtonState(ButtonState::Idle);
-        const bool hasErrors =
-            std::ranges::any_of(app.stageErrors, [](const QString& errors) { return !errors.isEmpty(); });
-        const QString& shown = app.stageErrors[app.currentStage];
-        if (!shown.isEmpty()) {
-            app.host->SetStatusText(shown);
+        ShowStageErrors();
+        // Without a compiler's log there is one sentence, which names its stage: shown whatever the editor
+        // shows.
+        if (const QString failure = app.renderThread->ReportedFailure(); !failure.isEmpty()) {
+            app.host->SetStatusText(failure);
             app.host->MarkErrorLines();
-        } else if (!hasErrors && !app.renderThread->ReportedFailure().isEmpty()) {
-            app.host->SetStatusText(app.renderThread->ReportedFailure());
         }
         app.recordingActive = 0;
     }
