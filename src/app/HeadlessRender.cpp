@@ -115,7 +115,7 @@ int PrintSource(RenderContext& context, uint32_t stage) {
     const std::optional<QByteArray> text =
         AssembleStageSource(context.project, context.includeContext, stage, context.versionLine);
     if (!text) {
-        PrintError(QStringLiteral("pixelgrove-render: %1 can't be assembled.").arg(StageName(stage)));
+        PrintError(context.includeContext.failure);
         return kExitCompileFailed;
     }
     const bool written =

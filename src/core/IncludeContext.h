@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <memory>
 #include <vector>
 
@@ -30,6 +31,9 @@ struct IncludeContext {
     std::vector<VirtualInclude> virtualFiles;  // rebuilt for each assembly
     QString searchFolder;                      // may be empty
     std::vector<IncludedFile> includedFiles;
+    // Of the current assembly, in the form of compiler messages, "NAME(LINE): ...":
+    QString failure;           // why it failed
+    QStringList missingFiles;  // each #include that found no file
 };
 
 // A new context whose search folder is Shaders/Include in the data folder when that exists, else empty. After

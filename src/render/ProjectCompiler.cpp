@@ -9,6 +9,7 @@
 #include "render/LiveTextures.h"
 #include "render/StageTargets.h"
 #include "render/source/LogMapping.h"
+#include "render/source/OuterLines.h"
 #include "render/source/SourceAssembly.h"
 
 namespace pixelgrove {
@@ -157,11 +158,7 @@ bool CompileStage(RenderContext& context, uint32_t stageId, CompileOutcome& outc
     const std::optional<QByteArray> text =
         AssembleStageSource(context.project, context.includeContext, stageId, context.versionLine);
     if (!text) {
-        Fail(outcome, stageId,
-             QStringLiteral(
-                 "%1: an #include can't be expanded. It stands at the start of its line, with the name in "
-                 "double quotes.")
-                 .arg(StageName(stageId)));
+        Fail(outcome, stageId, context.includeContext.failure);
         return false;
     }
     bool linkFailed = false;
@@ -206,9 +203,18 @@ StageErrorArray MapStageErrors(RenderContext& context) {
     for (uint32_t id = kStageBufferA; id <= kStageImage; ++id) {
         const ShaderStage& stage = context.project.stages[id];
         if (stage.log.isEmpty()) continue;
-        const QString mapped = MapShaderLog(context.includeContext, FromCodePage(stage.log), StageName(id));
+        const std::optional<QByteArray> text =
+            AssembleStageSource(context.project, context.includeContext, id, context.versionLine);
+        const std::vector<IncludedFile> rows = context.includeContext.includedFiles;
+        const QString log = FromCodePage(stage.log);
+        QString mapped = MapShaderLog(context.includeContext, log, StageName(id));
         if (mapped.isEmpty()) continue;
-        const StageErrorTexts texts = SplitErrorText(ExplainUnsetChannels(mapped, StageName(id)));
+        if (text) mapped = ExplainOuterLines(mapped, log, *text, rows);
+        // First, where no message stands before them: a note goes with the one before it.
+        QString missing;
+        for (const QString& note : context.includeContext.missingFiles)
+            missing += note + u'\n';
+        const StageErrorTexts texts = SplitErrorText(missing + ExplainUnsetChannels(mapped, StageName(id)));
         errors[kStageCommon] += texts.common;
         errors[id] = texts.stage;
     }

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "render/source/OuterLines.h"
+#include "render/source/SourceAssembly.h"
+
 namespace pixelgrove {
 namespace {
 
@@ -60,11 +63,13 @@ TEST(MapShaderLogTest, Forms) {
 }
 
 TEST(SplitErrorTextTest, LinesGoByTheWord) {
-    const StageErrorTexts texts = SplitErrorText(QStringLiteral(
-        "Common(2): a\nImage(3): b\n\nlib/uncommon.glsl(1): c\nImage(4): no such COMMON thing\n"));
+    const StageErrorTexts texts =
+        SplitErrorText(QStringLiteral("Common(2): a\nImage(3): b\nCommon(4): note: "
+                                      "n\n\nlib/uncommon.glsl(1): c\nImage(4): no such COMMON thing\n"));
     EXPECT_EQ(texts.common,
               QStringLiteral("Common(2): a\nlib/uncommon.glsl(1): c\nImage(4): no such COMMON thing\n"));
-    EXPECT_EQ(texts.stage, QStringLiteral("Image(3): b\n\n"));
+    EXPECT_EQ(texts.stage, QStringLiteral("Image(3): b\nCommon(4): note: n\n\n"))
+        << "a note stays where it is";
 }
 
 TEST(ExplainUnsetChannelsTest, OneNoteForEachChannel) {
@@ -91,6 +96,60 @@ TEST(ExplainUnsetChannelsTest, OneNoteForEachChannel) {
     EXPECT_EQ(ExplainUnsetChannels(QString::fromStdString(mapped), QStringLiteral("Buffer B")).toStdString(),
               explained);
     EXPECT_TRUE(ExplainUnsetChannels(QString(), QStringLiteral("Image")).isNull());
+}
+
+TEST(ExplainOuterLinesTest, TheLikelyCauseAndItsPlace) {
+    struct Case {
+        const char* common;  // null: the stage isn't there
+        const char* image;
+        int line;  // of what stands behind the stage, from 1; 0 for the first line behind the prefix
+        const char* message;
+        const char* note;
+    };
+    const char* const syntax = "error: syntax error, unexpected '{'";
+    const char* const none = "error: no function with name 'mainImage'";
+    const Case cases[] = {
+        {nullptr, "bad\nx", 0, "error: `bad' undeclared",
+         "Image(1): note: the message above is about this line."},
+        {"bad", "x", 0, "error: `bad' undeclared", "Common(1): note: the message above is about this line."},
+        {nullptr, "a;\n#define color 3\n", 3, syntax,
+         "Image(2): note: the text clashes with what stands behind it: here is a macro named `color`."},
+        {"#define vec4 vec3", "x\ny", 9, "error: type mismatch",
+         "Common(1): note: the text clashes with what stands behind it: here is a macro named `vec4`."},
+        {nullptr, "#define color 3\n#undef color\n// #define main\nvoid f() {\n{ }\n", 2, syntax,
+         "Image(4): note: the brace that opens here is not closed."},
+        {nullptr, "f\n /* }\n", 10, "preprocessor error: Unterminated comment",
+         "Image(2): note: the comment that begins here has no end."},
+        {"int i; // \\", "f\ng", 4, none,
+         "Common(1): note: the backslash at the end of this line takes in the line behind it."},
+        {nullptr, "float f()\n{ return 1.0; }\n\n", 4, none,
+         "Image(2): note: a stage needs the function void mainImage(out vec4, in vec2)."},
+        {nullptr, "a;\nvec4 mainImage(vec2 p) { }", 4,
+         "error: no matching function for call to `mainImage(vec4, vec2)'",
+         "Image(2): note: a stage needs the function void mainImage(out vec4, in vec2)."},
+        {nullptr, "a;\nvoid main() {}", 1, "error: function `main' redefined",
+         "Image(2): note: main stands behind the text already, and calls mainImage."},
+        {nullptr, "a;\nfloat y = 1.0\n\n", 1, "error: syntax error, unexpected VOID_TOK",
+         "Image(2): note: the text ends too early: a semicolon may be missing."},
+        {nullptr, "a;\nb;", 7, "error: strange",
+         "Image(2): note: the text clashes with what stands behind it."},
+    };
+    for (const Case& item : cases) {
+        ShaderProject project;
+        if (item.common) project.stages[kStageCommon].kind = kStageCommon;
+        project.stages[kStageCommon].source = item.common;
+        project.stages[kStageImage].source = item.image;
+        IncludeContext context;
+        const auto text = AssembleStageSource(project, context, kStageImage, "#version 450");
+        const std::vector<IncludedFile>& rows = context.includedFiles;
+        const int line = item.line == 0 ? rows.front().endLine : rows.back().firstLine + item.line - 1;
+        // Twice the same, and one that needs no words.
+        const QString message = QStringLiteral("0:%1(1): %2\n").arg(line).arg(QLatin1String(item.message));
+        const QString plain = QStringLiteral("0:%1(1): error: a\n").arg(rows.back().firstLine - 1);
+        const QString log = message + message + (item.line == 0 ? QString() : plain) + message;
+        EXPECT_EQ(ExplainOuterLines(log, log, *text, rows).remove(message).remove(plain).toStdString(),
+                  std::string(item.note) + '\n');
+    }
 }
 
 }  // namespace

@@ -119,6 +119,30 @@ TEST(AssembleStageSourceTest, UserTexts) {
     }
 }
 
+TEST_F(Expansion, FailuresNameTheirLine) {
+    AddFile(QStringLiteral("bad"), "a\n#include <x>\n");
+    AddFile(QStringLiteral("loop"), "#include \"loop\"\n");
+    const std::pair<QByteArray, QByteArray> cases[] = {
+        {"a\n  #include \"x\"\n",
+         "Image(2): error: an #include stands at the start of its line: #include \"x\""},
+        {"#include \"none\"\n\n#include <x>\nb",
+         "Image(3): error: the name of an #include stands in double quotes: #include <x>"},
+        {"\n#include \"bad\"",
+         folder.path().toUtf8() +
+             "/bad(2): error: the name of an #include stands in double quotes: #include <x>"},
+    };
+    for (const auto& [image, expected] : cases) {
+        EXPECT_FALSE(AssembleStageSource(ProjectOf(image), context, kStageImage, "#version 460"));
+        EXPECT_EQ(context.failure.toStdString(), expected.toStdString());
+    }
+    ASSERT_TRUE(AssembleStageSource(ProjectOf("a\n#include \"none\"\n#include \"loop\"\n"), context,
+                                    kStageImage, "#version 460"));
+    EXPECT_EQ(context.failure, QString());
+    EXPECT_EQ(
+        context.missingFiles,
+        (QStringList{QStringLiteral("Image(2): note: no file was found for this line: #include \"none\"")}));
+}
+
 TEST(AssembleStageSourceTest, OnlyRenderedStages) {
     IncludeContext context;
     for (const uint32_t stage : {0u, 1u, 8u, 0xffffffffu}) {

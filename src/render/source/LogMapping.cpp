@@ -46,13 +46,9 @@ std::optional<PlacedMessage> ScanColumnForm(QStringView text) {
     return std::nullopt;
 }
 
-const IncludedFile* FileAt(const std::vector<IncludedFile>& rows, int line) {
-    const IncludedFile* best = nullptr;
-    for (const IncludedFile& row : rows) {
-        if (row.firstLine > line || row.endLine < line) continue;
-        if (!best || row.depth > best->depth) best = &row;
-    }
-    return best;
+std::optional<PlacedMessage> ScanPlaced(QStringView line) {
+    const std::optional<PlacedMessage> placed = ScanColonForm(line);
+    return placed ? placed : ScanColumnForm(line);
 }
 
 // 64-bit, since the line comes from outside and may be any int.
@@ -78,14 +74,21 @@ QStringView PlaceOf(QStringView line) {
 
 }  // namespace
 
+const IncludedFile* FileAt(const std::vector<IncludedFile>& rows, int line) {
+    const IncludedFile* best = nullptr;
+    for (const IncludedFile& row : rows) {
+        if (row.firstLine > line || row.endLine < line) continue;
+        if (!best || row.depth > best->depth) best = &row;
+    }
+    return best;
+}
+
 QString MapShaderLog(IncludeContext& context, const QString& log, const QString& defaultName) {
     const std::vector<IncludedFile> rows = std::exchange(context.includedFiles, {});
     const qsizetype zero = log.indexOf(QChar(u'\0'));
     QString result;
     ForEachLine(QStringView(log).first(zero < 0 ? log.size() : zero), [&](QStringView line) {
-        std::optional<PlacedMessage> placed = ScanColonForm(line);
-        if (!placed) placed = ScanColumnForm(line);
-        if (placed) {
+        if (const std::optional<PlacedMessage> placed = ScanPlaced(line)) {
             const IncludedFile* file = FileAt(rows, placed->line);
             result.append(file ? file->name : defaultName).append(u'(');
             result.append(QString::number(DisplayedLine(rows, placed->line))).append(QStringLiteral("): "));
@@ -94,6 +97,11 @@ QString MapShaderLog(IncludeContext& context, const QString& log, const QString&
         result.append(line).append(u'\n');
     });
     return result;
+}
+
+std::optional<int> LogLineOf(QStringView logLine) {
+    const std::optional<PlacedMessage> placed = ScanPlaced(logLine);
+    return placed ? std::optional(placed->line) : std::nullopt;
 }
 
 QString ExplainUnsetChannels(const QString& mapped, const QString& stageName) {
@@ -119,9 +127,12 @@ QString ExplainUnsetChannels(const QString& mapped, const QString& stageName) {
 
 StageErrorTexts SplitErrorText(const QString& mapped) {
     StageErrorTexts texts;
+    QString* last = nullptr;
     ForEachLine(mapped, [&](QStringView line) {
-        QString& text = line.contains(u"Common", Qt::CaseInsensitive) ? texts.common : texts.stage;
-        text.append(line).append(u'\n');
+        const bool isNote = line.sliced(PlaceOf(line).size()).startsWith(u"note: ");
+        if (!isNote || !last)
+            last = line.contains(u"Common", Qt::CaseInsensitive) ? &texts.common : &texts.stage;
+        last->append(line).append(u'\n');
     });
     return texts;
 }

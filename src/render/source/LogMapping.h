@@ -6,6 +6,8 @@
 #pragma once
 
 #include <QString>
+#include <optional>
+#include <vector>
 
 #include "core/IncludeContext.h"
 
@@ -24,6 +26,12 @@ namespace pixelgrove {
 // A null string when the log has no lines. context.includedFiles is always empty afterwards.
 QString MapShaderLog(IncludeContext& context, const QString& log, const QString& defaultName);
 
+// The row that a message about this line of the assembled text is counted to, by that rule; null for none.
+const IncludedFile* FileAt(const std::vector<IncludedFile>& rows, int line);
+
+// The line of the assembled text that a line of the log names; nothing for lines of no known shape.
+std::optional<int> LogLineOf(QStringView logLine);
+
 // Adds, behind the first line of a mapped log that calls the sampler iChannel0..3 undeclared, one line at
 // the same place that tells what to do: the channel has no input. At most one such line for each channel.
 // stageName is the stage that was compiled, which is the one whose channel is missing, also when the place
@@ -36,8 +44,8 @@ struct StageErrorTexts {
     QString stage;   // all others, empty ones among them
 };
 
-// Deals a mapped log out to the stage that was compiled and to Common. Each line ends in LF; a text
-// without lines is empty.
+// Deals a mapped log out to the stage that was compiled and to Common. A note goes with the message before
+// it. Each line ends in LF; a text without lines is empty.
 StageErrorTexts SplitErrorText(const QString& mapped);
 
 }  // namespace pixelgrove

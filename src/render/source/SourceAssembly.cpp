@@ -1,5 +1,7 @@
 #include "render/source/SourceAssembly.h"
 
+#include <algorithm>
+
 #include "platform/CodePage.h"
 #include "platform/Files.h"
 #include "render/source/SourceTexts.h"
@@ -8,6 +10,9 @@ namespace pixelgrove {
 namespace {
 
 constexpr QByteArrayView kIncludeWord("#include");
+constexpr qsizetype kMaxQuotedDirective = 80;
+static_assert(kMaxIncludeRows == 64 && kMaxIncludeDepth == 32 && kMaxAssembledBytes == 256 << 20,
+              "messages name these numbers");
 
 bool IsBlank(char c) {
     return c == ' ' || c == '\t';
@@ -86,31 +91,96 @@ bool IsCommentOpenAfter(QByteArrayView line, bool open) {
     return open;
 }
 
-// text begins with an #include line. Expands its file and gives the length to skip, or nothing on failure.
-std::optional<qsizetype> ExpandIncludeLine(IncludeContext& context, QByteArrayView text, QByteArray& output,
-                                           int& lineCounter, int depth) {
+// A text under expansion.
+struct Source {
+    QString name;  // as messages name it
+    QByteArrayView rest;
+    int line = 1;  // of rest's first character
+
+    void Skip(qsizetype length) {
+        line += int(rest.first(length).count('\n'));
+        rest = rest.sliced(length);
+    }
+    // "NAME(LINE): KIND: WHAT: the line itself".
+    QString Message(const char* what) const {
+        const qsizetype end = rest.indexOf('\n');
+        const QByteArrayView directive =
+            (end < 0 ? rest : rest.first(end))
+                .first(std::min(end < 0 ? rest.size() : end, kMaxQuotedDirective));
+        return QStringLiteral("%1(%2): %3: %4")
+            .arg(name)
+            .arg(line)
+            .arg(QLatin1String(what), FromCodePage(directive).trimmed());
+    }
+};
+
+bool Fail(IncludeContext& context, const Source& source, const char* what) {
+    if (context.failure.isEmpty()) context.failure = source.Message(what);
+    return false;
+}
+
+bool ExpandText(IncludeContext& context, Source source, QByteArray& output, int& lineCounter, int depth);
+
+// source begins with an #include line. Expands its file and moves behind the line; false on failure.
+bool ExpandIncludeLine(IncludeContext& context, Source& source, QByteArray& output, int& lineCounter,
+                       int depth) {
+    const QByteArrayView text = source.rest;
     const QByteArrayView argument = SkipBlanks(text.sliced(kIncludeWord.size()));
-    if (!argument.startsWith('"')) return std::nullopt;
     // The closing quote is sought up to the end of the text, not of the line.
-    const qsizetype closing = argument.indexOf('"', 1);
-    if (closing < 0 || closing - 1 > kMaxIncludeNameLength) return std::nullopt;
+    const qsizetype closing = argument.startsWith('"') ? argument.indexOf('"', 1) : -1;
+    if (closing < 0) return Fail(context, source, "error: the name of an #include stands in double quotes");
+    if (closing - 1 > kMaxIncludeNameLength)
+        return Fail(context, source, "error: the name of an #include is too long");
     const QString name = FromCodePage(argument.sliced(1, closing - 1));
 
     int entry = 0;
     bool error = false;
-    const std::optional<QByteArray> file = ResolveInclude(context, name, entry, error);
-    if (error) return std::nullopt;
+    bool missing = false;
+    const std::optional<QByteArray> file = ResolveInclude(context, name, entry, error, &missing);
+    if (error) return Fail(context, source, "error: more than 64 files are included");
+    if (missing) context.missingFiles.append(source.Message("note: no file was found for this line"));
     if (file) {
+        if (depth == kMaxIncludeDepth)
+            return Fail(context, source, "error: more than 32 files include each other");
         // By index: the table may move while the file's own includes are expanded.
         const auto row = static_cast<size_t>(entry);
         context.includedFiles[row].depth = depth;
         context.includedFiles[row].firstLine = lineCounter;
-        if (!ExpandIncludes(context, *file, output, lineCounter, depth + 1)) return std::nullopt;
+        if (!ExpandText(context, {context.includedFiles[row].name, UpToZero(*file)}, output, lineCounter,
+                        depth + 1)) {
+            return false;
+        }
         context.includedFiles[row].endLine = lineCounter;
     }
     const qsizetype behindQuote = text.size() - argument.size() + closing + 1;
     const qsizetype lineEnd = text.indexOf('\n', behindQuote);
-    return lineEnd < 0 ? text.size() : lineEnd + 1;
+    source.Skip(lineEnd < 0 ? text.size() : lineEnd + 1);
+    return true;
+}
+
+bool ExpandText(IncludeContext& context, Source source, QByteArray& output, int& lineCounter, int depth) {
+    bool inComment = false;
+    while (!source.rest.isEmpty()) {
+        const QByteArrayView text = source.rest;
+        if (!inComment) {
+            if (StartsWithIncludeWord(text)) {
+                if (!ExpandIncludeLine(context, source, output, lineCounter, depth)) return false;
+                continue;
+            }
+            // Refused rather than kept as text: the compiler would reject the directive anyway.
+            if (IsBlank(text.front()) && StartsWithIncludeWord(SkipBlanks(text)))
+                return Fail(context, source, "error: an #include stands at the start of its line");
+        }
+        const qsizetype lineEnd = text.indexOf('\n');
+        const QByteArrayView line = text.first(lineEnd < 0 ? text.size() : lineEnd + 1);
+        if (line.size() > kMaxAssembledBytes - output.size())
+            return Fail(context, source, "error: the whole text is longer than 256 MB");
+        output.append(line);
+        if (lineEnd >= 0) ++lineCounter;
+        inComment = IsCommentOpenAfter(line, inComment);
+        source.Skip(line.size());
+    }
+    return true;
 }
 
 bool WasIncluded(const IncludeContext& context, const QString& name) {
@@ -148,7 +218,7 @@ QByteArray NormalizeLineEnds(QByteArrayView source) {
 }
 
 std::optional<QByteArray> ResolveInclude(IncludeContext& context, const QString& name, int& entry,
-                                         bool& error) {
+                                         bool& error, bool* missing) {
     error = false;
     if (WasIncluded(context, name)) return std::nullopt;
 
@@ -164,7 +234,10 @@ std::optional<QByteArray> ResolveInclude(IncludeContext& context, const QString&
             text = ReadWholeFile(foundName, kMaxIncludeFileBytes);
         }
     }
-    if (!text) return std::nullopt;
+    if (!text) {
+        if (missing) *missing = true;
+        return std::nullopt;
+    }
 
     if (context.includedFiles.size() >= static_cast<size_t>(kMaxIncludeRows)) {
         error = true;
@@ -178,36 +251,15 @@ std::optional<QByteArray> ResolveInclude(IncludeContext& context, const QString&
 
 bool ExpandIncludes(IncludeContext& context, QByteArrayView text, QByteArray& output, int& lineCounter,
                     int depth) {
-    if (depth > kMaxIncludeDepth) return false;
-    text = UpToZero(text);
-    bool inComment = false;
-    while (!text.isEmpty()) {
-        if (!inComment) {
-            if (StartsWithIncludeWord(text)) {
-                const std::optional<qsizetype> skip =
-                    ExpandIncludeLine(context, text, output, lineCounter, depth);
-                if (!skip) return false;
-                text = text.sliced(*skip);
-                continue;
-            }
-            // Refused rather than kept as text: the compiler would reject the directive anyway.
-            if (IsBlank(text.front()) && StartsWithIncludeWord(SkipBlanks(text))) return false;
-        }
-        const qsizetype lineEnd = text.indexOf('\n');
-        const QByteArrayView line = text.first(lineEnd < 0 ? text.size() : lineEnd + 1);
-        if (line.size() > kMaxAssembledBytes - output.size()) return false;
-        output.append(line);
-        if (lineEnd >= 0) ++lineCounter;
-        inComment = IsCommentOpenAfter(line, inComment);
-        text = text.sliced(line.size());
-    }
-    return true;
+    return ExpandText(context, {QString(), UpToZero(text)}, output, lineCounter, depth);
 }
 
 std::optional<QByteArray> AssembleStageSource(const ShaderProject& project, IncludeContext& context,
                                               uint32_t stage, QByteArrayView versionLine) {
     context.virtualFiles.clear();
     context.includedFiles.clear();
+    context.failure.clear();
+    context.missingFiles.clear();
     if (!IsRenderedStage(stage)) return std::nullopt;
 
     const ShaderStage& own = project.stages[stage];

@@ -28,8 +28,8 @@ constexpr qsizetype kMaxIncludeNameLength = 260;                // a longer name
 // ended. versionLine is like "#version 460", without a line end. Channels of kind Unused are not declared.
 //
 // Nothing when the stage is no rendered one, an #include is malformed or indented, or a limit of the
-// context is exceeded. In both cases context.virtualFiles is empty afterwards, and context.includedFiles
-// holds what was expanded, for MapShaderLog.
+// context is exceeded: context.failure then says where and why. In both cases context.virtualFiles is empty
+// afterwards, and context.includedFiles holds what was expanded, for MapShaderLog.
 std::optional<QByteArray> AssembleStageSource(const ShaderProject& project, IncludeContext& context,
                                               uint32_t stage, QByteArrayView versionLine);
 
@@ -49,9 +49,9 @@ bool ExpandIncludes(IncludeContext& context, QByteArrayView text, QByteArray& ou
 //
 // Nothing, with error false, when the same name was expanded before, nothing could be read (a missing file
 // is no failure: the compiler complains about what is then undefined), or the file is empty. Nothing, with
-// error true, when the table of included files is full.
+// error true, when the table of included files is full. missing becomes true when nothing could be read.
 std::optional<QByteArray> ResolveInclude(IncludeContext& context, const QString& name, int& entry,
-                                         bool& error);
+                                         bool& error, bool* missing = nullptr);
 
 // CR LF, LF CR, CR and LF each become one LF. Stops at the first zero byte.
 QByteArray NormalizeLineEnds(QByteArrayView source);
