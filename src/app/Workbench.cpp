@@ -31,6 +31,13 @@ constexpr const char* kAutoplayVariable = "PIXELGROVE_AUTOPLAY";
 constexpr int kExitNoDisplay = 1;
 constexpr int kExitWrongUsage = 2;
 
+QIcon ProgramIcon() {
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/icons/pixelgrove-%1.png").arg(size));
+    return icon;
+}
+
 // Beside the settings; empty without a data folder, and then there are no recovery copies.
 QString RecoveryFolder() {
     const QString data = PathOf(PathId::DatBase);
@@ -122,7 +129,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(QStringLiteral("pixelgrove"));
     QGuiApplication::setApplicationDisplayName(QString());
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/pixelgrove.png")));
+    QGuiApplication::setWindowIcon(ProgramIcon());
 
     StartupSteps steps;
     steps.registerWindows = [] { Windows().RegisterDefaultWindows(); };

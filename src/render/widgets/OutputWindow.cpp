@@ -20,19 +20,25 @@ namespace {
 constexpr QSize kFirstClientSize(640, 360);
 
 QIcon MakeIcon() {
-    QPixmap pixmap(32, 32);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
     QLinearGradient sky(0, 4, 0, 28);
     sky.setColorAt(0, QColor(24, 40, 96));
     sky.setColorAt(1, QColor(240, 150, 60));
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(sky);
-    painter.drawRoundedRect(QRectF(1, 4, 30, 24), 4, 4);
-    painter.setBrush(QColor(20, 70, 40));
-    painter.drawPie(QRectF(-4, 18, 40, 20), 20 * 16, 140 * 16);
-    return QIcon(pixmap);
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(size / 32.0, size / 32.0);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(sky);
+        painter.drawRoundedRect(QRectF(1, 4, 30, 24), 4, 4);
+        painter.setBrush(QColor(20, 70, 40));
+        painter.drawPie(QRectF(-4, 18, 40, 20), 20 * 16, 140 * 16);
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
 }
 
 // Recording is not part of the program yet; its entries keep their places.

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Draws pixelgrove.png, the program's icon, from the grid below: one character a block of pixels."""
+"""Draws pixelgrove-SIZE.png, the program's icon, from the grid below: one character a block of pixels."""
+import math
 import pathlib
 import struct
 import zlib
@@ -34,23 +35,33 @@ COLOURS = {
     "h": (36, 92, 62, 255),
     "H": (58, 122, 78, 255),
 }
-BLOCK = 8
+SIZES = (16, 24, 32, 48, 64, 128, 256)
 
 
 def chunk(kind: bytes, data: bytes) -> bytes:
     return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
 
 
+def pixel(x: int, y: int, size: int) -> bytes:
+    """The mean colour of what the pixel covers of the grid, in points that divide both evenly."""
+    points = math.lcm(size, len(GRID))
+    step, block = points // size, points // len(GRID)
+    covered = [COLOURS[GRID[v // block][u // block]]
+               for v in range(y * step, (y + 1) * step) for u in range(x * step, (x + 1) * step)]
+    alpha = sum(c[3] for c in covered)
+    if alpha == 0:
+        return bytes(4)
+    return bytes([*(round(sum(c[i] * c[3] for c in covered) / alpha) for i in range(3)),
+                  round(alpha / len(covered))])
+
+
 def main() -> None:
-    side = len(GRID) * BLOCK
-    rows = b""
-    for line in GRID:
-        row = b"\0" + b"".join(bytes(COLOURS[c]) * BLOCK for c in line)
-        rows += row * BLOCK
-    png = b"\x89PNG\r\n\x1a\n"
-    png += chunk(b"IHDR", struct.pack(">IIBBBBB", side, side, 8, 6, 0, 0, 0))
-    png += chunk(b"IDAT", zlib.compress(rows, 9)) + chunk(b"IEND", b"")
-    pathlib.Path(__file__).with_name("pixelgrove.png").write_bytes(png)
+    for size in SIZES:
+        rows = b"".join(b"\0" + b"".join(pixel(x, y, size) for x in range(size)) for y in range(size))
+        png = b"\x89PNG\r\n\x1a\n"
+        png += chunk(b"IHDR", struct.pack(">IIBBBBB", size, size, 8, 6, 0, 0, 0))
+        png += chunk(b"IDAT", zlib.compress(rows, 9)) + chunk(b"IEND", b"")
+        pathlib.Path(__file__).with_name(f"pixelgrove-{size}.png").write_bytes(png)
 
 
 if __name__ == "__main__":
