@@ -15,6 +15,10 @@
 
 namespace pixelgrove {
 
+inline QString S(const char* text) {
+    return QString::fromLatin1(text);
+}
+
 class ImageFileTest : public testing::Test {
   protected:
     QString Path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }

@@ -7,17 +7,12 @@
 
 #include "ImageTestSupport.h"
 #include "persist/ImageFiles.h"
+#include "platform/Files.h"
 
 namespace pixelgrove {
 namespace {
 
-class SaveBitmapImageTest : public ImageFileTest {
-  protected:
-    static QByteArray Read(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-};
+using SaveBitmapImageTest = ImageFileTest;
 
 TEST_F(SaveBitmapImageTest, FirstRuleFoundAnywhereInPathDecides) {
     for (const char* folder : {"a.png", "a.jpg", "my.external", "x.TIFF"})
@@ -54,7 +49,7 @@ TEST_F(SaveBitmapImageTest, FirstRuleFoundAnywhereInPathDecides) {
         const QString onDisk = QString(path).replace(u'\\', u'/');
         EXPECT_EQ(SaveBitmapImage(*bitmap, path), !c.start.isEmpty()) << c.name;
         EXPECT_EQ(QFileInfo::exists(onDisk), !c.start.isEmpty()) << c.name;
-        EXPECT_TRUE(Read(onDisk).startsWith(c.start)) << c.name;
+        EXPECT_TRUE(ReadWholeFile(onDisk).value_or("").startsWith(c.start)) << c.name;
     }
 }
 
@@ -79,6 +74,8 @@ TEST_F(SaveBitmapImageTest, LossyFormatsComeClose) {
             SetPixel(*bitmap, x, y, qRgba(x * 3, y * 5, 128, 0));
     ASSERT_TRUE(SaveBitmapImage(*bitmap, Path("f.jpg")));
     EXPECT_LT(MeanError(QImage(Path("f.jpg")), *bitmap), 2.0);
+    const QByteArray jpeg = ReadWholeFile(Path("f.jpg")).value_or("");
+    EXPECT_EQ(jpeg.mid(jpeg.indexOf("\xFF\xDB") + 5, 3), QByteArray("\2\1\1")) << "the table of quality 95";
     ASSERT_TRUE(SaveBitmapImage(*bitmap, Path("f.gif")));
     EXPECT_LT(MeanError(QImage(Path("f.gif")), *bitmap), 20.0);
 }
@@ -88,7 +85,7 @@ TEST_F(SaveBitmapImageTest, PpmTakesMemoryForPixelsOfThreeBytes) {
     for (size_t i = 0; i < bitmap->bits.size(); ++i)
         bitmap->bits[i] = uint8_t('a' + i);
     ASSERT_TRUE(SaveBitmapImage(*bitmap, Path("f.ppm")));
-    EXPECT_EQ(Read(Path("f.ppm")), QByteArray("P6\n2 2\n255\ncbafedihglkj"));
+    EXPECT_EQ(ReadWholeFile(Path("f.ppm")), QByteArray("P6\n2 2\n255\ncbafedihglkj"));
 
     // An 8-bit bitmap has too few bytes for this treatment.
     EXPECT_FALSE(SaveBitmapImage(*PatternBitmap(8, 3, 8, false, false), Path("g.ppm")));
@@ -107,7 +104,7 @@ TEST_F(SaveBitmapImageTest, FailedWriteKeepsTheOlderFile) {
         setrlimit(RLIMIT_FSIZE, &limited);
         EXPECT_FALSE(SaveBitmapImage(*bitmap, Path(name))) << name;
         setrlimit(RLIMIT_FSIZE, &old);
-        EXPECT_EQ(Read(Path(name)), "older") << name;
+        EXPECT_EQ(ReadWholeFile(Path(name)), QByteArray("older")) << name;
     }
     std::signal(SIGXFSZ, oldHandler);
 }

@@ -12,10 +12,6 @@
 namespace pixelgrove {
 namespace {
 
-QString S(const char* text) {
-    return QString::fromLatin1(text);
-}
-
 class SettingsTest : public ImageFileTest {
   protected:
     void SetUp() override {
@@ -148,6 +144,9 @@ TEST_F(SettingsTest, KeepsNumbersInTheirRanges) {
         {"FPSTarget", "5", [&] { return app.fpsTarget.load(); }, 10},
         {"FPSTarget", "99999999999", [&] { return app.fpsTarget.load(); }, 240},
         {"FPSTarget", "-1", [&] { return app.fpsTarget.load(); }, 10},
+        {"FPSTarget", " \n+42kg", [&] { return app.fpsTarget.load(); }, 42},
+        {"FrameRecordDelay", "x7", [&] { return settings.recorder.frameDelayMs.load(); }, 0},
+        {"AudioHoming", "7.5e-1x", [&] { return settings.audio.homingFactor.load(); }, 0.75},
         {"FrameRecordWidth", "-1", [&] { return app.recordWidth.load(); }, 1920},
         {"FrameRecordDelay", "10000", [&] { return settings.recorder.frameDelayMs.load(); }, 10000},
         {"FrameRecordDelay", "10001", [&] { return settings.recorder.frameDelayMs.load(); }, 500},

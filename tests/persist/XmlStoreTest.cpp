@@ -2,17 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "ImageTestSupport.h"
 #include "platform/Files.h"
 
 namespace pixelgrove {
 namespace {
-
-QString S(const char* text) {
-    return QString::fromLatin1(text);
-}
 
 class XmlStoreTest : public ImageFileTest {
   protected:
@@ -77,30 +71,6 @@ TEST_F(XmlStoreTest, FindsTagsAsTextWhereTheyStand) {
     }
     XmlLeave(*store);
     EXPECT_EQ(XmlFind(*store, S("E")), S("3"));
-}
-
-TEST_F(XmlStoreTest, ReadsTheNumberAtTheStartOfAText) {
-    using Int = std::numeric_limits<int32_t>;
-    const double infinite = std::numeric_limits<double>::infinity();
-    const struct {
-        const char* text;
-        int32_t integer;
-        double real;
-    } rows[] = {
-        {"", 0, 0},
-        {"x7", 0, 0},
-        {" \n+42kg", 42, 42},
-        {"-7.5e1", -7, -75},
-        {"2147483648", Int::max(), 2147483648.0},
-        {"-99999999999999999999999", Int::min(), -99999999999999999999999.0},
-        {"1e999", 1, infinite},
-    };
-    for (const auto& row : rows) {
-        const auto store = Load(QByteArray("\n<V>") + row.text + "</V>");
-        ASSERT_TRUE(store);
-        EXPECT_EQ(XmlFindInt(*store, S("V")), row.integer) << row.text;
-        EXPECT_EQ(XmlFindReal(*store, S("V")), row.real) << row.text;
-    }
 }
 
 TEST_F(XmlStoreTest, StopsAtItsLimits) {
