@@ -30,31 +30,6 @@ class ProjectModelTest : public testing::Test {
     RecordingHost host_;
 };
 
-std::string MapOf(QStringView text) {
-    std::string digits;
-    for (uint8_t byte : BuildCommentMap(text))
-        digits += char('0' + byte);
-    return digits;
-}
-
-TEST(CommentMap, ClassesEachCodeUnit) {
-    const std::pair<const char16_t*, const char*> rows[] = {
-        {u"a//b\nc", "011110"},
-        {u"//x\r\ny", "111100"},  // the CR closes, the LF behind it is code
-        {u"a/*b*/c", "0222220"},
-        {u"/*/x*/y", "2222220"},  // the opener's star doesn't close
-        {u"//a/*b\nc", "11111110"},
-        {u"/*a//b*/c", "222222220"},
-        {u"/*open", "222222"},
-        {u"\"//\"", "0111"},  // strings are not known
-        {u"/", "0"},
-        {u"/*a*", "2222"},
-    };
-    for (const auto& [text, map] : rows)
-        EXPECT_EQ(MapOf(text), map) << QString::fromUtf16(text).toStdString();
-    EXPECT_EQ(MapOf(QStringView(u"//\0b", 4)), "1100");  // a NUL ends the text
-}
-
 TEST_F(ProjectModelTest, ANewProjectIsTheImageStageAlone) {
     State().documents[kStageBufferB].text = QStringLiteral("x");
     State().channels[3][1].kind = kChannelTexture;
@@ -101,27 +76,6 @@ TEST_F(ProjectModelTest, RemovingTheShownStageFallsBackToImage) {
     for (uint32_t id : {uint32_t(kStageNone), uint32_t(kStageImage), 8u})
         RemoveStage(id);
     EXPECT_TRUE(State().documents[kStageImage].hasText);
-}
-
-TEST_F(ProjectModelTest, APaintedTextRebuildsTheTreeWhenNeeded) {
-    struct Row {
-        bool textChanged, spanHasControls;
-        int32_t controls;
-        bool rebuilds;
-    };
-    const Row rows[] = {{true, true, 1, true},
-                        {true, false, 1, false},
-                        {true, false, 0, true},
-                        {false, true, 1, false},
-                        {false, false, 0, false}};
-    for (const Row& row : rows) {
-        Controls()->uniformCount = row.controls;
-        host_.Forget();
-        OnProjectChanged(row.textChanged, row.spanHasControls);
-        EXPECT_FALSE(shaderModified);
-        EXPECT_EQ(host_.CountOf("RebuildControlTree"), row.rebuilds ? 1 : 0);
-        EXPECT_EQ(host_.Names().back(), "RefreshCaretStatus");
-    }
 }
 
 TEST_F(ProjectModelTest, TheMarkStandsWhileAStageDiffersFromWhatWasSaved) {
@@ -237,20 +191,12 @@ TEST_F(ProjectModelTest, AdoptingTakesTextsAndChannelsOver) {
     EXPECT_THAT(AddableStages(), ElementsAre(1u, 3u, 5u, 6u));
     EXPECT_EQ(State().currentStage, kStageImage);
     EXPECT_FALSE(shaderModified);
-    EXPECT_EQ(State().projectInfo.name, QStringLiteral("Fog"));
-}
+    EXPECT_EQ(State().fileName, QStringLiteral("/p/fog.json"));
 
-TEST_F(ProjectModelTest, AServiceIdBecomesAReadableFileName) {
-    const std::pair<QString, QString> rows[] = {{QStringLiteral("XsXXDn"), QStringLiteral("Fog.json")},
-                                                {QString(), QStringLiteral("Fog.json")},
-                                                {QStringLiteral("ab.json"), QStringLiteral("ab.json")},
-                                                {QString(259, u'p'), QString(259, u'p')},
-                                                {QString(260, u'p'), QString()}};
-    for (const auto& [path, fileName] : rows) {
-        ShaderProject project;
-        project.info.name = QStringLiteral("Fog");
+    for (const auto& [path, name] : {std::pair{QStringLiteral("XsXXDn"), "Fog.json"},  // the id of a service
+                                     {QString(260, u'p'), ""}}) {
         AdoptProject(project, path);
-        EXPECT_EQ(State().fileName, fileName);
+        EXPECT_EQ(State().fileName, QLatin1String(name));
     }
 }
 
