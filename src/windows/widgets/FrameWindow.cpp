@@ -218,6 +218,7 @@ void FrameWindow::ChangeFullScreen(bool fullScreen) {
 void FrameWindow::SetFullScreen(bool fullScreen) {
     if (fullScreen == fullScreen_) return;
     FinishDrag();
+    asksFullScreen_ = fullScreen;
     if (fullScreen) normal_ = NormalRect();
     ChangeFullScreen(fullScreen);
     setWindowState(windowState().setFlag(Qt::WindowFullScreen, fullScreen));
@@ -230,7 +231,9 @@ void FrameWindow::SetFullScreen(bool fullScreen) {
 
 // The window manager has keys and menus of its own for the state of windows.
 void FrameWindow::FollowWindowManager() {
-    if (fullScreen_ && !isFullScreen()) ChangeFullScreen(false);
+    // A state from before the question may be told after it, so what was asked for is not given up for that.
+    const bool fullScreen = asksFullScreen_ && isFullScreen();
+    if (fullScreen != fullScreen_) ChangeFullScreen(fullScreen);
     const bool maximised =
         windowState() & (fullScreen_ ? Qt::WindowMaximized : Qt::WindowMaximized | Qt::WindowFullScreen);
     const std::optional<EdgeRect> placeBefore = std::exchange(placeBefore_, std::nullopt);

@@ -129,6 +129,7 @@ class FrameWindow : public QWidget {
     bool byManager_ = false;  // it was the window manager that maximised it
     bool restoring_ = false;  // and it was asked to make it normal again
     bool fullScreen_ = false;
+    bool asksFullScreen_ = false;  // the last thing asked of the window manager was full screen
 
     // The drag in progress; every proposal is measured from its start. A maximised window that is pressed has
     // a zone, but its drag begins only when it is pulled off its place.
