@@ -18,6 +18,7 @@
 #include "render/RenderThread.h"
 #include "ui/Display.h"
 #include "ui/MainWindow.h"
+#include "windows/widgets/KeyPositions.h"
 #include "windows/widgets/Theme.h"
 #include "windows/widgets/WindowRegistry.h"
 
@@ -130,6 +131,7 @@ int main(int argc, char** argv) {
     QGuiApplication::setApplicationDisplayName(QString());
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setWindowIcon(ProgramIcon());
+    new KeyPositions(&application);
 
     StartupSteps steps;
     steps.registerWindows = [] { Windows().RegisterDefaultWindows(); };

@@ -15,6 +15,7 @@
 #include "persist/SettingsRecords.h"
 #include "support/DisplayTest.h"
 #include "windows/widgets/CaptionBar.h"
+#include "windows/widgets/KeyPositions.h"
 #include "windows/widgets/Theme.h"
 #include "windows/widgets/WindowRegistry.h"
 #include "windows/widgets/WindowSystem.h"
@@ -242,6 +243,44 @@ TEST_F(FrameWindowTest, AltF4ClosesWhileAnEditorHasTheFocus) {
     EXPECT_EQ(frame.closed, 2);
     EXPECT_FALSE(frame.isVisible());
     EXPECT_TRUE(edit->toPlainText().isEmpty());
+}
+
+TEST_F(FrameWindowTest, ShortcutsGoByPositionWhereNoLayoutIsLatin) {
+    FrameWindow frame;
+    bool latin = false;
+    const KeyPositions positions(nullptr, [&latin] { return latin; });
+    QAction action;
+    int triggered = 0;
+    QObject::connect(&action, &QAction::triggered, [&triggered] { ++triggered; });
+    action.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
+    frame.addAction(&action);
+    ASSERT_TRUE(ShowAt(frame, kStart));
+    frame.activateWindow();
+    ASSERT_TRUE(PumpUntil([&] { return frame.isActiveWindow(); }));
+    constexpr int kYeru = 0x42b;
+    const struct {
+        bool latin;
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        quint32 scanCode;
+        int triggered;
+    } rows[] = {
+        {false, kYeru, Qt::ControlModifier, 39, 1},  // S stands there
+        {false, kYeru, Qt::ControlModifier, 40, 0},
+        {false, kYeru, Qt::ControlModifier, 23, 0},
+        {false, kYeru, Qt::NoModifier, 39, 0},
+        {false, Qt::Key_A, Qt::ControlModifier, 39, 0},  // the keyboard knows better
+        {true, kYeru, Qt::ControlModifier, 39, 0},
+    };
+    for (const auto& row : rows) {
+        latin = row.latin;
+        triggered = 0;
+        QKeyEvent event(QEvent::KeyPress, row.key, row.modifiers, row.scanCode, 0, 0);
+        QCoreApplication::sendEvent(frame.windowHandle(), &event);
+        EXPECT_EQ(triggered, row.triggered) << row.key << " at " << row.scanCode;
+    }
+    EXPECT_EQ(UsKeyAt(59), Qt::Key_Comma);
+    EXPECT_EQ(UsKeyAt(60 + 2), 0);
 }
 
 TEST_F(FrameWindowTest, OnlyAnAcceptedCloseIsNoted) {
