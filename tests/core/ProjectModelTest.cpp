@@ -5,29 +5,25 @@
 
 #include <functional>
 
-#include "support/RecordingHost.h"
+#include "core/AppState.h"
 
 namespace pixelgrove {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class ProjectModelTest : public testing::Test {
   protected:
     void SetUp() override {
         ASSERT_TRUE(AllocateGlobals());
-        App()->host = &host_;
         shaderModified = false;
         ClearProject(true);
-        host_.Forget();
     }
     void TearDown() override {
         ClearProject(false);
         FreeGlobals();
     }
     AppState& State() { return *App(); }
-    RecordingHost host_;
 };
 
 TEST_F(ProjectModelTest, ANewProjectIsTheImageStageAlone) {
@@ -38,40 +34,11 @@ TEST_F(ProjectModelTest, ANewProjectIsTheImageStageAlone) {
     ClearProject(true);
 
     EXPECT_THAT(AddableStages(), ElementsAre(1u, 2u, 3u, 4u, 5u, 6u));
-    EXPECT_EQ(State().currentStage, kStageImage);
     EXPECT_EQ(State().currentDocument, &State().documents[kStageImage]);
     EXPECT_EQ(State().currentDocument->text, DefaultSource(kStageImage));
     EXPECT_FALSE(State().documents[kStageBufferB].hasText);
     EXPECT_EQ(State().channels[3][1].kind, kChannelUnused);
-    EXPECT_EQ(host_.StatusText(), QStringLiteral("[ Image ] No errors."));
-    EXPECT_EQ(host_.Names().back(), "RebuildControlTree");
     EXPECT_TRUE(shaderModified);
-
-    host_.Forget();
-    for (uint32_t id : {uint32_t(kStageImage), 8u, 0xFFFFFFFFu})
-        SelectStage(id);
-    EXPECT_THAT(host_.Names(), IsEmpty());
-}
-
-TEST_F(ProjectModelTest, RemovingTheShownStageFallsBackToImage) {
-    AddStage(kStageBufferC);
-    SelectStage(kStageBufferC);
-    State().channels[kStageBufferC][2].kind = kChannelTexture;
-    // An editor saves the view of the stage it leaves.
-    host_.onLoadDocument = [&](StageDocument&) { State().currentDocument->caretPosition = 9; };
-    RemoveStage(kStageBufferC);
-    EXPECT_EQ(State().currentStage, kStageImage);
-    EXPECT_FALSE(State().documents[kStageBufferC].hasText);
-    EXPECT_EQ(State().documents[kStageBufferC].caretPosition, 0);
-    EXPECT_EQ(State().channels[kStageBufferC][2].kind, kChannelUnused);
-    EXPECT_FALSE(shaderModified);
-
-    // Another stage than the shown one: the editor stays as it is.
-    AddStage(kStageCommon);
-    host_.Forget();
-    RemoveStage(kStageCommon);
-    EXPECT_THAT(host_.Names(), ElementsAre("ShowTitle", "RefreshStageTabs"));
-    EXPECT_EQ(State().currentStage, kStageImage);
 
     for (uint32_t id : {uint32_t(kStageNone), uint32_t(kStageImage), 8u})
         RemoveStage(id);
@@ -153,14 +120,6 @@ TEST_F(ProjectModelTest, WhatIsThrownAwayWithItsChangesComesBackOnce) {
     }
 }
 
-TEST_F(ProjectModelTest, AChangeInsideAChangeIsIgnored) {
-    host_.onRebuildControlTree = [] { OnProjectChanged(true, true); };
-    OnProjectChanged(true, true);
-    OnProjectChanged(true, true);
-    EXPECT_EQ(host_.CountOf("RebuildControlTree"), 2);
-    EXPECT_EQ(host_.CountOf("RefreshCaretStatus"), 2);
-}
-
 TEST_F(ProjectModelTest, AdoptingTakesTextsAndChannelsOver) {
     ShaderProject project;
     project.info.name = QStringLiteral("Fog");
@@ -181,8 +140,6 @@ TEST_F(ProjectModelTest, AdoptingTakesTextsAndChannelsOver) {
 
     const StageDocument& image = State().documents[kStageImage];
     EXPECT_EQ(image.text, QStringLiteral("a\n\n\u20ac//"));
-    EXPECT_EQ(image.length, 6u);
-    EXPECT_EQ(image.allocated, 7u);
     EXPECT_EQ(image.commentMap, (std::vector<uint8_t>{0, 0, 0, 0, 1, 1}));
     EXPECT_EQ(State().channels[kStageImage][3].faces[0], face);
     EXPECT_EQ(stage.channels[3].faces[0], nullptr);

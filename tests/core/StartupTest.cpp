@@ -22,12 +22,11 @@ TEST(BaseFolders, ChoosesByTheProgramsPlace) {
     const QStringList known = {QStringLiteral("/usr"), QStringLiteral("/usr/local/"), QStringLiteral("/opt"),
                                QString()};
     const QString data = QStringLiteral("/home/u/.local/share//");
-    struct Row {
+    const struct {
         const char* program;
         const char* folders;  // exe, dll, dat
         const char* type;
-    };
-    const Row rows[] = {
+    } rows[] = {
         // /usr holds /usr/local too: the nearer one counts.
         {"/usr/local/bin/x/y",
          "/usr/local/share/orrisfield/moirelane /usr/local/share/orrisfield/moirelane/DLL "
@@ -42,7 +41,7 @@ TEST(BaseFolders, ChoosesByTheProgramsPlace) {
         {R"(/usr/d:\c\PROJECTS\p)", "/usr/d:/c/PROJECTS /usr/d:/c/PROJECTS D:/Moirelane", "Debugging"},
         {R"(D:\C\Projects)", "D:/C D:/C/DLL D:/C", "Portable\n"},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         const FolderChoice choice = ChooseFolders(QString::fromLatin1(row.program), known, data);
         const QStringList folders = {choice.exe, choice.dll, choice.dat};
         EXPECT_EQ(folders.join(u' '), QLatin1String(row.folders)) << row.program;
