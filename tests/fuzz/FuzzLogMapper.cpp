@@ -1,7 +1,5 @@
 // Any bytes as a table of included files and a compiler's log: the first byte tells how many rows, each row
 // takes four bytes, the rest is the log. What comes out is fed to the readers of the message pane.
-#include <QStringList>
-
 #include "FuzzTarget.h"
 #include "core/Stages.h"
 #include "platform/CodePage.h"
