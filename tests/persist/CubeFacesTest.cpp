@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QPainter>
-#include <tuple>
 
 #include "ImageTestSupport.h"
 #include "persist/ImageFiles.h"
@@ -30,16 +29,6 @@ QImage CrossImage(int faceWidth, int faceHeight, int leftMargin, int topMargin) 
         painter.fillRect(inner.adjusted(0, inner.height() / 2, 0, 0), QColor(kFaceColours[i]).darker(200));
     }
     return image;
-}
-
-TEST(CubeFacePath, NumbersGoBeforeTheExtension) {
-    const std::tuple<QString, int, QString> cases[] = {
-        {QStringLiteral("/a/sky.jpg"), 5, QStringLiteral("/a/sky_5.jpg")},
-        {QStringLiteral("/a.b/sky"), 1, QStringLiteral("/a.b/sky_1")},
-        {QStringLiteral("a/sky."), 3, QStringLiteral("a/sky_3.")},
-    };
-    for (const auto& [path, n, result] : cases)
-        EXPECT_EQ(CubeFacePath(path, n), result);
 }
 
 TEST(SplitCubeCross, CutsMarginAndSeamsAndKeepsFacesUpright) {

@@ -57,28 +57,5 @@ TEST_F(RecentListTest, MergesWhatTwoInstancesOpened) {
             << row.own << ' ' << row.stored;
 }
 
-TEST_F(RecentListTest, IsStoredOldestFirstAndForgetsWhatIsGone) {
-    StringList list;
-    for (const char* name : {"a", "b", "c"})
-        ASSERT_TRUE(PushRecent(&list, Make(QString::fromLatin1(name))));
-    const QString element = QStringLiteral("Recent"), none = QStringLiteral("None");
-    const auto writer = XmlCreate();
-    EXPECT_TRUE(WriteRecent(&list, *writer, element));
-    EXPECT_TRUE(WriteRecent(nullptr, *writer, none));
-    EXPECT_TRUE(writer->text.contains(QStringLiteral("\t<File_00>%1</File_00>\n").arg(Path("a"))));
-    EXPECT_TRUE(writer->text.endsWith(QStringLiteral("</Recent>\n<None>\n</None>\n")));
-    ASSERT_TRUE(XmlSave(*writer, Path("list.xml")));
-
-    ASSERT_TRUE(QFile::remove(Path("b")));
-    const auto reader = XmlLoad(Path("list.xml"));
-    ASSERT_TRUE(reader);
-    LoadRecent(&list, *reader, QStringLiteral("Missing"));
-    EXPECT_EQ(list.entries.size(), 3);
-    LoadRecent(&list, *reader, element);
-    EXPECT_EQ(list.entries, QStringList({Path("c"), Path("a")}));
-    LoadRecent(&list, *reader, none);
-    EXPECT_TRUE(list.entries.isEmpty());
-}
-
 }  // namespace
 }  // namespace pixelgrove

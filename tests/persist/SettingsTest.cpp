@@ -246,6 +246,9 @@ TEST_F(SettingsTest, RecentEntriesOfAnotherInstanceStay) {
     EXPECT_TRUE(SaveSettings(Path("s.xml"))) << "once more";
     LoadSettings(Path("s.xml"), QString());
     EXPECT_EQ(list.entries, QStringList({paths[1], paths[2], paths[0]}));
+    ASSERT_TRUE(QFile::remove(paths[2]));
+    LoadSettings(Path("s.xml"), QString());
+    EXPECT_EQ(list.entries, QStringList({paths[1], paths[0]})) << "what is gone is forgotten";
 }
 
 TEST_F(SettingsTest, MergesKeyCombinationsByName) {
