@@ -15,7 +15,6 @@
 
 #include "platform/Files.h"
 #include "platform/SharedMemory.h"
-#include "platform/Thread.h"
 
 namespace pixelgrove {
 namespace {
@@ -125,16 +124,6 @@ TEST_F(FilesTest, RefusesWhatIsNoPlainFile) {
     EXPECT_EQ(ReadWholeFile(At("x")), QByteArray("x"));
 }
 
-TEST_F(FilesTest, MakesOneLevelOfFolders) {
-    EXPECT_FALSE(MakeFolder(At("a/b")));
-    EXPECT_TRUE(MakeFolder(At("a")));
-    EXPECT_TRUE(MakeFolder(At("a")));
-    EXPECT_TRUE(MakeCompressedFolder(folder_.path() + QStringLiteral("\\a\\b")));
-    EXPECT_TRUE(IsFolder(At("a/b")));
-    ASSERT_TRUE(WriteWholeFile(At("file"), QByteArrayView("x")));
-    EXPECT_FALSE(MakeFolder(At("file")));
-}
-
 TEST(SharedMemory, OnlyABlockOfThisUserAloneIsRead) {
     const std::string name = "/pg-test-" + std::to_string(getpid());
     const auto open = [&name](size_t bytes) { return SharedMemory::CreateOrOpen(name.c_str(), bytes); };
@@ -164,24 +153,6 @@ TEST(SharedMemory, OnlyABlockOfThisUserAloneIsRead) {
     EXPECT_FALSE(SharedMemory::CreateOrOpen("/no/such/name", 16));
     block = SharedMemory::CreatePrivate(16);
     EXPECT_TRUE(block && block->Read(bytes.data(), 16));
-}
-
-// Takes about a kilobyte of stack a level.
-int Deep(int levels) {
-    volatile char room[1000];
-    room[0] = char(levels);
-    return levels == 0 ? room[0] : Deep(levels - 1) + room[0] % 2;
-}
-
-TEST(ThreadTest, HasTheStackThatItWasGivenOrSaysThatItCannotStart) {
-    int sum = 0;
-    Thread thread;
-    ASSERT_TRUE(thread.Start(size_t(64) << 20, [&sum] { sum = Deep(30000); }));
-    thread.Join();
-    EXPECT_NE(sum, 0);
-    Thread impossible;
-    EXPECT_FALSE(impossible.Start(size_t(1) << 50, [&sum] { sum = 0; }));
-    EXPECT_NE(sum, 0);
 }
 
 }  // namespace

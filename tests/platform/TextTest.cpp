@@ -23,15 +23,6 @@ TEST(CodePage, EveryByteSurvivesTheRoundTrip) {
     EXPECT_EQ(ToCodePage(text), all);
 }
 
-TEST(CodePage, KnownCharactersAndQuestionMarksForOthers) {
-    EXPECT_EQ(FromCodePage("\x41\x80\x81\x8c\x9d\x9f\xa0\xff"),
-              QStringLiteral("A\u20ac\u0081\u0152\u009d\u0178\u00a0\u00ff"));
-    EXPECT_EQ(ToCodePage(u"a\u03b1\u0080\u0192\uffff"), QByteArray("a??\x83?"));
-    EXPECT_EQ(ToCodePage(u"\U0001F333!"), QByteArray("?"
-                                                     "?!"));
-    EXPECT_EQ(CountLackingCharacters(u"a\u03b1\u0080\u0192\uffff\U0001F333!\u20ac"), 4);
-}
-
 TEST(Environment, ExpandsKnownNamesOnly) {
     SetVariable("PG_TEST_FOLDER", QStringLiteral("/tmp/gr\u00fcn %x%"));
     SetVariable("PG_TEST_EMPTY", QString());
