@@ -11,6 +11,7 @@ namespace {
 
 using test::Engine;
 using test::Pixel;
+using test::SetKind;
 
 constexpr const char* kShowChannel0 =
     "void mainImage(out vec4 c, in vec2 p) { c = texture(iChannel0, p / iResolution.xy); }";
@@ -35,8 +36,7 @@ BitmapRef MakePicture(int width, int height, int bitsPerPixel) {
 }
 
 void SetPicture(ChannelInput& channel, const BitmapRef& picture, bool vflip, uint32_t filter = gl::kNearest) {
-    channel.kind = kChannelTexture;
-    DefaultSampler(channel);
+    SetKind(channel, kChannelTexture);
     channel.faces[0] = picture;
     channel.vflip = vflip;
     channel.filter = filter;
@@ -50,10 +50,8 @@ TEST(Channel, RowsStandUprightWithVflipAndUpsideDownWithout) {
     for (const int bits : {8, 24, 32}) {
         for (const bool vflip : {true, false}) {
             Engine engine;
-            engine.SetText(kStageImage, kShowChannel0);
             SetPicture(engine.Channel(kStageImage, 0), MakePicture(4, 3, bits), vflip);
-            ASSERT_EQ(engine.Start(4, 3).result, CompileResult::Good);
-            ASSERT_TRUE(engine.Draw(1));
+            ASSERT_TRUE(engine.Play(kShowChannel0, 4, 3));
             const std::vector<Pixel> pixels = engine.Read(kStageImage);
             for (int y = 0; y < 3; ++y) {
                 const int fileRow = vflip ? 2 - y : y;
@@ -75,37 +73,32 @@ TEST(Channel, RowsStandUprightWithVflipAndUpsideDownWithout) {
 
 TEST(Channel, WrapAndFilterModes) {
     // One row of four columns 0, 10, 20, 30, looked up one and a half columns beyond the right edge.
-    struct Case {
+    const struct {
         uint32_t wrap, filter;
         float u;
         float expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {gl::kClampToEdge, gl::kNearest, 1.375f, 30},    {gl::kRepeat, gl::kNearest, 1.375f, 10},
         {gl::kMirroredRepeat, gl::kNearest, 1.375f, 20}, {gl::kClampToEdge, gl::kLinear, 0.5f, 15},
         {gl::kClampToEdge, gl::kNearest, -0.4f, 0},      {gl::kRepeat, gl::kLinear, 0.0f, 15},
         {gl::kMirroredRepeat, gl::kLinear, 1.0f, 30},
     };
-    for (const Case& item : cases) {
+    for (const auto& item : cases) {
         Engine engine;
         const std::string text = "void mainImage(out vec4 c, in vec2 p) { c = texture(iChannel0, vec2(" +
                                  std::to_string(item.u) + ", 0.5)); }";
-        engine.SetText(kStageImage, text.c_str());
         SetPicture(engine.Channel(kStageImage, 0), MakePicture(4, 1, 32), true, item.filter);
         engine.Channel(kStageImage, 0).wrap = item.wrap;
-        ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
-        ASSERT_TRUE(engine.Draw(1));
+        ASSERT_TRUE(engine.Play(text, 2, 2));
         EXPECT_NEAR(engine.ReadFirst()[0] * 255, item.expected, 0.6f) << text << " wrap " << item.wrap;
     }
 }
 
 TEST(Channel, MipmapsAreMade) {
     Engine engine;
-    engine.SetText(kStageImage,
-                   "void mainImage(out vec4 c, in vec2 p) { c = textureLod(iChannel0, vec2(0.5), 2.0); }");
     SetPicture(engine.Channel(kStageImage, 0), MakePicture(4, 4, 32), true, gl::kLinearMipmapLinear);
-    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
-    ASSERT_TRUE(engine.Draw(1));
+    ASSERT_TRUE(engine.Play(
+        "void mainImage(out vec4 c, in vec2 p) { c = textureLod(iChannel0, vec2(0.5), 2.0); }", 2, 2));
     EXPECT_NEAR(engine.ReadFirst()[0] * 255, 15.0f, 1.0f);  // the mean of 0, 10, 20, 30
 }
 
@@ -117,8 +110,7 @@ TEST(Channel, CubemapTakesSixFacesAndVflipSwapsTopAndBottom) {
                        "vec3(-1,0.5,0), vec3(0,1,-0.5), vec3(0,-1,0.5), vec3(0,0.5,1), vec3(0,0.5,-1)); "
                        "c = texture(iChannel0, d[int(p.x)]); }");  // the second row of every face
         ChannelInput& channel = engine.Channel(kStageImage, 0);
-        channel.kind = kChannelCubemap;
-        DefaultSampler(channel);
+        SetKind(channel, kChannelCubemap);
         channel.filter = gl::kNearest;
         channel.vflip = vflip;
         for (int face = 0; face < 6; ++face) {
@@ -141,12 +133,10 @@ TEST(Channel, CubemapTakesSixFacesAndVflipSwapsTopAndBottom) {
 
 TEST(Channel, ASamplerIsAppliedAnewOnlyWhileItsCountdownRuns) {
     Engine engine;
-    engine.SetText(kStageImage,
-                   "void mainImage(out vec4 c, in vec2 p) { c = texture(iChannel0, vec2(1.5, 0.5)); }");
     SetPicture(engine.Channel(kStageImage, 0), MakePicture(4, 1, 32), true, gl::kNearest);
     engine.Channel(kStageImage, 0).wrap = gl::kClampToEdge;
-    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
-    ASSERT_TRUE(engine.Draw(3));
+    ASSERT_TRUE(engine.Play(
+        "void mainImage(out vec4 c, in vec2 p) { c = texture(iChannel0, vec2(1.5, 0.5)); }", 2, 2, 3));
     EXPECT_EQ(Byte(engine.ReadFirst()[0]), 30);
 
     ChannelInput& running = engine.Context().project.stages[kStageImage].channels[0];
@@ -165,8 +155,7 @@ TEST(Channel, ASamplerIsAppliedAnewOnlyWhileItsCountdownRuns) {
 
 TEST(Channel, ARefusedSourceKeepsItsKindAndNothingElse) {
     Engine engine;
-    engine.SetText(kStageImage, kShowChannel0);
-    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
+    ASSERT_TRUE(engine.Play(kShowChannel0, 2, 2));
     RenderContext& context = engine.Context();
     ChannelInput source;
     SetPicture(source, MakePicture(4, 4, 32), true);
@@ -207,54 +196,17 @@ VolumeRef MakeVolume(uint32_t x, uint32_t y, uint32_t z, uint32_t kind, std::vec
     return std::make_shared<const std::vector<uint8_t>>(std::move(file));
 }
 
-TEST(Channel, VolumesOfKindOneAndTwoAreReadOthersFailTheCompile) {
-    std::vector<uint8_t> bytes(4 * 2 * 2);
-    for (size_t i = 0; i < bytes.size(); ++i)
-        bytes[i] = uint8_t(3 * i);
-    std::vector<uint8_t> words(bytes.size() * 2);
-    for (size_t i = 0; i < bytes.size(); ++i) {
-        words[2 * i] = 0;
-        words[2 * i + 1] = bytes[i];
-    }
-    const std::vector<uint8_t> fourByteTexels(bytes.size() * 4, 9);
-    struct Case {
-        VolumeRef volume;
-        CompileResult expected;
-    };
-    const Case cases[] = {
-        {MakeVolume(4, 2, 2, 1, bytes), CompileResult::Good},
-        {MakeVolume(4, 2, 2, 2, words), CompileResult::Good},
-        {MakeVolume(4, 2, 2, 4, fourByteTexels), CompileResult::Good},
-        {MakeVolume(4, 2, 2, 3, bytes), CompileResult::Failed},
-        {MakeVolume(1024, 1024, 4096, 1, bytes), CompileResult::Failed},  // asks for 4 GB, holds 16 bytes
-        {MakeVolume(4, 2, 2, 1, {1, 2, 3}), CompileResult::Failed},
-        {nullptr, CompileResult::Failed},
-    };
-    for (const Case& item : cases) {
-        Engine engine;
+TEST(Channel, VolumesStandStraightOrFailTheCompile) {
+    const auto start = [](Engine& engine, const VolumeRef& volume, int width) {
         engine.SetText(
             kStageImage,
-            "void mainImage(out vec4 c, in vec2 p) { c = texelFetch(iChannel0, ivec3(p, 1), 0); }");
-        ChannelInput& channel = engine.Channel(kStageImage, 0);
-        channel.kind = kChannelVolume;
-        DefaultSampler(channel);
-        channel.filter = gl::kNearest;
-        channel.volumeData = item.volume;
-        const CompileOutcome outcome = engine.Start(4, 2);
-        EXPECT_EQ(outcome.result, item.expected) << outcome.failure.toStdString();
-        if (outcome.result != CompileResult::Good) {
-            EXPECT_FALSE(outcome.failure.isEmpty()) << "a failure without a log has a sentence";
-            continue;
-        }
-        ASSERT_TRUE(engine.Draw(1));
-        if (item.volume->size() > 80) continue;  // kind 4 reads one component a texel: no picture to check
-        const std::vector<Pixel> pixels = engine.Read(kStageImage);
-        for (int i = 0; i < 8; ++i)
-            EXPECT_NEAR(pixels[size_t(i)][0] * 255, 3 * (8 + i), 0.2f);
-    }
-}
-
-TEST(Channel, VolumesOfAnyRowLengthStandStraight) {
+            "void mainImage(out vec4 c, in vec2 p) { ivec3 s = textureSize(iChannel0, 0); int i = "
+            "int(p.x); c = texelFetch(iChannel0, ivec3(i % s.x, i / s.x % s.y, i / (s.x * s.y)), 0); }");
+        SetKind(engine.Channel(kStageImage, 0), kChannelVolume);
+        engine.Channel(kStageImage, 0).filter = gl::kNearest;
+        engine.Channel(kStageImage, 0).volumeData = volume;
+        return engine.Start(width, 1);
+    };
     // Every sample is its place in the file: x, then y, then z.
     for (const auto& [x, y, z, kind] :
          {std::tuple{5u, 3u, 2u, 1u}, {3u, 2u, 2u, 2u}, {1u, 3u, 2u, 1u}, {8u, 2u, 2u, 1u}}) {
@@ -264,66 +216,45 @@ TEST(Channel, VolumesOfAnyRowLengthStandStraight) {
             samples.push_back(uint8_t(i));
         }
         Engine engine;
-        engine.SetText(
-            kStageImage,
-            "void mainImage(out vec4 c, in vec2 p) { ivec3 s = textureSize(iChannel0, 0); int i = "
-            "int(p.x); c = texelFetch(iChannel0, ivec3(i % s.x, i / s.x % s.y, i / (s.x * s.y)), 0); }");
-        ChannelInput& channel = engine.Channel(kStageImage, 0);
-        channel.kind = kChannelVolume;
-        DefaultSampler(channel);
-        channel.filter = gl::kNearest;
-        channel.volumeData = MakeVolume(x, y, z, kind, samples);
         const int count = int(x * y * z);
-        ASSERT_EQ(engine.Start(count, 1).result, CompileResult::Good) << x << ' ' << z;
+        ASSERT_EQ(start(engine, MakeVolume(x, y, z, kind, samples), count).result, CompileResult::Good);
         ASSERT_TRUE(engine.Draw(1));
         const std::vector<Pixel> pixels = engine.Read(kStageImage);
         for (int i = 0; i < count; ++i)
-            ASSERT_NEAR(pixels[size_t(i)][0] * 255, i % 256, 1.1) << x << ' ' << z << " at " << i;
+            ASSERT_NEAR(pixels[size_t(i)][0] * 255, i, 1.1) << x << ' ' << z << " at " << i;
+    }
+    const std::vector<uint8_t> bytes(64, 9);
+    Engine engine;
+    EXPECT_EQ(start(engine, MakeVolume(4, 2, 2, 4, bytes), 2).result, CompileResult::Good);
+    for (const VolumeRef& volume : {MakeVolume(4, 2, 2, 3, bytes), MakeVolume(4, 2, 2, 1, {1, 2, 3}),
+                                    MakeVolume(1024, 1024, 4096, 1, bytes), VolumeRef()}) {
+        const CompileOutcome outcome = start(engine, volume, 2);
+        EXPECT_EQ(outcome.result, CompileResult::Failed);
+        EXPECT_FALSE(outcome.failure.isEmpty()) << "a failure without a log has a sentence";
     }
 }
 
 TEST(Channel, KeyboardRowsReachTheShader) {
     Engine engine;
-    engine.SetText(kStageImage,
-                   "void mainImage(out vec4 c, in vec2 p) { for (int y = 0; y < 3; ++y) c[y] = "
-                   "texelFetch(iChannel0, ivec2(65, y), 0).x; }");
-    engine.Channel(kStageImage, 0).kind = kChannelKeyboard;
-    DefaultSampler(engine.Channel(kStageImage, 0));
+    SetKind(engine.Channel(kStageImage, 0), kChannelKeyboard);
     engine.SetText(kStageBufferA, kShowChannel0);
     engine.Channel(kStageBufferA, 0) = engine.Channel(kStageImage, 0);
     KeyPressed(65);  // before the play: creating the texture clears the rows
-    ASSERT_EQ(engine.Start(1, 2).result, CompileResult::Good);
-    const auto shown = [&engine] {
-        engine.Draw(1);
-        const Pixel pixel = engine.ReadFirst();
-        return std::array<int, 3>{int(pixel[0]), int(pixel[1]), int(pixel[2])};
-    };
-    using Rows = std::array<int, 3>;
-    EXPECT_EQ(shown(), (Rows{0, 0, 0}));
+    ASSERT_TRUE(
+        engine.Play("void mainImage(out vec4 c, in vec2 p) { for (int y = 0; y < 3; ++y) c[y] = "
+                    "texelFetch(iChannel0, ivec2(65, y), 0).x; c.w = 0.0; }",
+                    1, 2));
+    EXPECT_EQ(engine.ReadFirst(), (Pixel{0, 0, 0, 0}));
     KeyReleased(65);
     KeyPressed(65);
-    EXPECT_EQ(shown(), (Rows{1, 1, 1}));
-    KeyPressed(65);  // auto-repeat
-    EXPECT_EQ(shown(), (Rows{1, 1, 0}));
-    KeyReleased(65);
-    EXPECT_EQ(shown(), (Rows{0, 0, 0}));
-    KeyPressed(65);
-    EXPECT_EQ(shown(), (Rows{1, 1, 1}));
+    for (const Pixel& rows : {Pixel{1, 1, 1, 0}, Pixel{1, 1, 0, 0}}) {
+        ASSERT_TRUE(engine.Draw(1));
+        EXPECT_EQ(engine.ReadFirst(), rows);
+        KeyPressed(65);  // auto-repeat
+    }
     KeyPressed(256);
     KeyPressed(-1);  // codes of no row
     KeyReleased(65);
-}
-
-TEST(Channel, MissingPictureFailsWithItsName) {
-    Engine engine;
-    engine.SetText(kStageImage, kShowChannel0);
-    ChannelInput& channel = engine.Channel(kStageImage, 0);
-    channel.kind = kChannelTexture;
-    DefaultSampler(channel);
-    const CompileOutcome outcome = engine.Start(2, 2);
-    EXPECT_EQ(outcome.result, CompileResult::Failed);
-    EXPECT_EQ(outcome.failedStage, uint32_t(kStageImage));
-    EXPECT_TRUE(outcome.failure.contains(QLatin1String("texture of channel 0")));
 }
 
 TEST(Channel, ASourceThatDoesNotExistReadsBlack) {
@@ -335,14 +266,12 @@ TEST(Channel, ASourceThatDoesNotExistReadsBlack) {
         Engine engine;
         const std::string text = std::string("void mainImage(out vec4 c, in vec2 p) { c = vec4(0.25) + ") +
                                  lookUp + " + 0.5 * texture(iChannel0, p); }";
-        engine.SetText(kStageImage, text.c_str());
         auto picture = CreateBitmap(2, 2, 32, false);
         picture->bits.assign(picture->bits.size(), 255);
         SetPicture(engine.Channel(kStageImage, 0), picture, true);
         engine.Connect(kStageImage, 1, source);
         engine.Channel(kStageImage, 1).kind = kind;
-        ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
-        ASSERT_TRUE(engine.Draw(3));
+        ASSERT_TRUE(engine.Play(text, 2, 2, 3));
         EXPECT_EQ(engine.ReadFirst()[0], 0.75f) << source << lookUp;
     }
 }

@@ -11,73 +11,58 @@ using test::Engine;
 constexpr const char* kGoodImage = "void mainImage(out vec4 c, in vec2 p) { c = vec4(1.0); }";
 
 TEST(Compile, MistakesNameTheStageAndTheLine) {
-    struct Case {
+    const struct {
         const char* name;
-        uint32_t stage;  // where the broken text stands
+        uint32_t stage;  // where the broken text stands, and whose error text names it
         const char* text;
-        uint32_t shownIn;  // whose error text names it
         std::vector<const char*> expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"image line 4",
          kStageImage,
          "void mainImage(out vec4 c, in vec2 p)\n{\n    float x = 1.0;\n    c = vec4(y);\n}",
-         kStageImage,
          {"Image(4): error: "}},
-        {"several",
-         kStageImage,
-         "void mainImage(out vec4 c, in vec2 p)\n{\n    c = vec4(a1);\n\n    c += vec4(b1);\n    c += c1;\n}",
-         kStageImage,
-         {"Image(3): error: ", "Image(5): error: ", "Image(6): error: "}},
         {"buffer",
          kStageBufferC,
          "\nvoid mainImage(out vec4 c, in vec2 p)\n{\n    c = vec4(1.0)\n}",
-         kStageBufferC,
          {"Buffer C(5): error: "}},
         {"common",
          kStageCommon,
          "float f() {\n  return 1.0;\n}\nfloat g() { return h; }\n",
-         kStageCommon,
          {"Common(4): error: "}},
         {"cube",
          kStageCubeA,
          "void mainCubemap(out vec4 c, in vec2 p, in vec3 o, in vec3 d)\n{ c = d; }",
-         kStageCubeA,
          {"Cube A(2): error: "}},
         {"preprocessor",
          kStageImage,
          "void mainImage(out vec4 c, in vec2 p)\n{\n#if NOT(\n#endif\n c = vec4(1.0);\n}",
-         kStageImage,
          {"Image(3): "}},
         {"macro of the text behind",
          kStageImage,
          "float f() { return 1.0; }\n#define color 3\nvoid mainImage(out vec4 c, in vec2 p) { c = vec4(1.0); "
          "}",
-         kStageImage,
          {"SUFFIX(3): ", "Image(2): note: "}},
         {"missing file",
          kStageImage,
          "\n#include \"gone.glsl\"\nvoid mainImage(out vec4 c, in vec2 p)\n{ c = gone(); }",
-         kStageImage,
          {"Image(2): note: no file was found for this line: #include \"gone.glsl\"", "Image(3): error: "}},
         {"unset channel",
          kStageImage,
          "void mainImage(out vec4 c, in vec2 p)\n{\n c = texture(iChannel2, p);\n}",
-         kStageImage,
          {"Image(3): error: ", "iChannel2 "}},
     };
-    for (const Case& item : cases) {
+    for (const auto& item : cases) {
         Engine engine;
         if (item.stage != kStageImage) engine.SetText(kStageImage, kGoodImage);
         engine.SetText(item.stage, item.text);
         ASSERT_EQ(engine.Start(8, 8).result, CompileResult::Failed) << item.name;
         const StageErrorArray errors = MapStageErrors(engine.Context());
         for (const char* expected : item.expected) {
-            EXPECT_TRUE(errors[item.shownIn].contains(QString::fromLatin1(expected)))
-                << item.name << ": " << errors[item.shownIn].toStdString();
+            EXPECT_TRUE(errors[item.stage].contains(QString::fromLatin1(expected)))
+                << item.name << ": " << errors[item.stage].toStdString();
         }
         for (uint32_t other = 0; other < kStageCount; ++other) {
-            if (other == item.shownIn) continue;
+            if (other == item.stage) continue;
             EXPECT_TRUE(errors[other].trimmed().isEmpty()) << item.name << other;
         }
     }

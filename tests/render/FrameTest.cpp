@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "render/FrameRenderer.h"
 #include "render/GlSetup.h"
 #include "render/InputState.h"
@@ -63,13 +61,11 @@ TEST(Frame, NumberCountsFromTwoZeroesAndRestartsOnResize) {
 
 TEST(Frame, FirstFreeChannelReadsTheStagesLastFrame) {
     Engine engine;
-    engine.SetText(
-        kStageImage,
-        "void mainImage(out vec4 c, in vec2 p) {"
-        "  c = iFrame == 0 ? vec4(1.0) : texelFetch(iChannel1, ivec2(p), 0) + vec4(1.0, 10.0, 0.0, 0.0); }");
     engine.Connect(kStageImage, 0, kStageBufferA);  // taken, so channel 1 is the first free one
-    ASSERT_EQ(engine.Start(3, 3).result, CompileResult::Good);
-    ASSERT_TRUE(engine.Draw(2 + 5));
+    ASSERT_TRUE(engine.Play(
+        "void mainImage(out vec4 c, in vec2 p) {"
+        "  c = iFrame == 0 ? vec4(1.0) : texelFetch(iChannel1, ivec2(p), 0) + vec4(1.0, 10.0, 0.0, 0.0); }",
+        3, 3, 2 + 5));
     EXPECT_EQ(engine.ReadFirst(), (Pixel{6, 51, 1, 1}));
     EXPECT_EQ(engine.Channel(kStageImage, 1).kind, kChannelUnused)
         << "the editing form keeps its free channel";
@@ -82,15 +78,13 @@ TEST(Frame, StagesReadEarlierOnesNowAndLaterOnesAFrameAgo) {
                    "void mainImage(out vec4 c, in vec2 p) { c = texelFetch(iChannel0, ivec2(p), 0); }");
     engine.SetText(kStageBufferB,
                    "void mainImage(out vec4 c, in vec2 p) { c = vec4(100.0 + float(iFrame)); }");
-    engine.SetText(kStageImage,
-                   "void mainImage(out vec4 c, in vec2 p) {"
-                   "  c = vec4(texelFetch(iChannel0, ivec2(p), 0).x, texelFetch(iChannel1, ivec2(p), 0).x, "
-                   "0.0, 0.0); }");
     engine.Connect(kStageBufferA, 0, kStageBufferB);
     engine.Connect(kStageImage, 0, kStageBufferA);
     engine.Connect(kStageImage, 1, kStageBufferB);
-    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
-    ASSERT_TRUE(engine.Draw(2));
+    ASSERT_TRUE(
+        engine.Play("void mainImage(out vec4 c, in vec2 p) { c = vec4(texelFetch(iChannel0, ivec2(p), 0).x, "
+                    "texelFetch(iChannel1, ivec2(p), 0).x, 0.0, 0.0); }",
+                    2, 2, 2));
     for (int frame = 1; frame < 5; ++frame) {
         ASSERT_TRUE(engine.Draw(1));
         const Pixel pixel = engine.ReadFirst();
@@ -130,55 +124,12 @@ TEST(Frame, CubeFacesFollowTheCornerTable) {
     }
 }
 
-TEST(Frame, MouseFollowsItsRule) {
-    const auto expect = [](std::array<float, 4> wanted) { EXPECT_EQ(TakeMouse(), wanted); };
-    MousePressed(10, 80, 100);  // 20 from the bottom
-    expect({10, 20, 10, 20});
-    expect({10, 20, 10, -20});
-    MouseMoved(15, 70, 100);
-    expect({15, 30, 10, -20});
-    MouseReleased();
-    expect({15, 30, -10, -20});
-    MouseMoved(50, 50, 100);
-    expect({15, 30, -10, -20});
-    MousePressed(7, 91, 100);
-    MouseReleased();  // released before a frame came
-    expect({7, 9, -7, -9});
-    expect({7, 9, -7, -9});
-}
-
-TEST(Frame, LiveUniformsArriveByType) {
-    Engine engine;
-    engine.SetText(
-        kStageImage,
-        "uniform float f; uniform int i; uniform uint u; uniform bool b;"
-        "void mainImage(out vec4 c, in vec2 p) { c = vec4(f, float(i), float(u), b ? 1.0 : 0.0); }");
-    const std::tuple<const char*, ControlValueType, float> values[] = {{"f", kControlFloat, 0.5f},
-                                                                       {"i", kControlInt, -7.0f},
-                                                                       {"u", kControlUint, 9.0f},
-                                                                       {"gone", kControlInt, 1.0f}};
-    ControlSet& controls = *Controls();
-    for (const auto& [name, type, value] : values) {
-        UniformControl& control = controls.uniforms[size_t(controls.uniformCount++)];
-        control.type = type;
-        control.displayName = QString::fromLatin1(name);
-        control.range.value = value;
-    }
-    ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
-    ASSERT_TRUE(engine.Draw(1));
-    const Pixel pixel = engine.ReadFirst();
-    EXPECT_EQ(pixel[0], 0.5f);
-    EXPECT_NEAR(pixel[1], -7.0f, 1.0f);  // rounding of negatives is the controls' business
-    EXPECT_EQ(pixel[2], 9.0f);
-}
-
 TEST(Frame, AssertionsPaintTheirColour) {
     Engine engine;
-    engine.SetText(kStageImage,
-                   "void mainImage(out vec4 c, in vec2 p) { c = vec4(0.5); st_assert(p.x > 1.0); "
-                   "st_assert(p.x < 2.0, 1); }");
-    ASSERT_EQ(engine.Start(3, 1).result, CompileResult::Good);
-    ASSERT_TRUE(engine.Draw(1));
+    ASSERT_TRUE(
+        engine.Play("void mainImage(out vec4 c, in vec2 p) { c = vec4(0.5); st_assert(p.x > 1.0); "
+                    "st_assert(p.x < 2.0, 1); }",
+                    3, 1));
     const std::vector<Pixel> pixels = engine.Read(kStageImage);
     EXPECT_EQ(pixels[0], (Pixel{1, 0, 0, 1}));
     EXPECT_EQ(pixels[1], (Pixel{0.5f, 0.5f, 0.5f, 0.5f}));
@@ -195,15 +146,14 @@ TEST(GlContextChoice, CoreWhereThePlainOneIsTooOld) {
         void Detach() override {}
         GlVersion version;
     };
-    struct Case {
+    const struct {
         GlVersion plain, core;  // what the system gives
         GlVersion chosen;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{4, 5}, {4, 6}, {4, 5}}, {{4, 2}, {4, 6}, {4, 2}}, {{4, 1}, {4, 3}, {4, 3}},
         {{3, 1}, {4, 6}, {4, 6}}, {{3, 1}, {4, 1}, {3, 1}}, {{0, 0}, {4, 5}, {4, 5}},
     };
-    for (const Case& item : cases) {
+    for (const auto& item : cases) {
         const auto make = [&item](std::optional<GlVersion> core) -> std::unique_ptr<GlContext> {
             const GlVersion most = core ? item.core : item.plain;
             if (most < core.value_or(GlVersion{1, 0})) return nullptr;
@@ -213,25 +163,6 @@ TEST(GlContextChoice, CoreWhereThePlainOneIsTooOld) {
             ChooseGlContext(make, [](GlContext& context) { return static_cast<Fake&>(context).version; });
         ASSERT_TRUE(chosen);
         EXPECT_TRUE(static_cast<Fake&>(*chosen).version == item.chosen) << item.plain.major;
-    }
-}
-
-TEST(Frame, AnErrorIsSaidTenTimesARun) {
-    for (int run = 0; run < 2; ++run) {
-        Engine engine;
-        engine.SetText(kStageImage, "void mainImage(out vec4 c, in vec2 p) { c = vec4(0.5); }");
-        ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
-        testing::internal::CaptureStderr();
-        for (int i = 0; i < 30; ++i) {
-            glEnable(GL_TRIANGLES);
-            EXPECT_EQ(ShowGLError(), GLenum(GL_INVALID_ENUM));
-        }
-        glBindTexture(GL_TEXTURE_2D, 1u << 30);
-        glBindTexture(GL_TEXTURE_3D, 1u << 30);
-        ShowGLError();
-        const std::string said = testing::internal::GetCapturedStderr();
-        EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 11) << said;
-        EXPECT_THAT(said, testing::HasSubstr("not again in this run"));
     }
 }
 

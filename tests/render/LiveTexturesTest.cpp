@@ -11,22 +11,17 @@ namespace {
 
 using test::Engine;
 using test::Pixel;
-
-void SetKind(ChannelInput& channel, uint32_t kind) {
-    channel.kind = kind;
-    DefaultSampler(channel);
-}
+using test::SetKind;
 
 TEST(LiveTextures, AudioShowsTheLatestBlockInEveryFrame) {
     Engine engine;
-    engine.SetText(kStageImage,
-                   "void mainImage(out vec4 c, in vec2 p) { c = texelFetch(iChannel2, ivec2(p), 0); }");
     SetKind(engine.Channel(kStageImage, 2), kChannelAudio);
     PublishAudioBlock({});
-    ASSERT_EQ(engine.Start(kAudioColumns, kAudioRows).result, CompileResult::Good);
+    ASSERT_TRUE(
+        engine.Play("void mainImage(out vec4 c, in vec2 p) { c = texelFetch(iChannel2, ivec2(p), 0); }",
+                    kAudioColumns, kAudioRows));
     EXPECT_EQ(engine.Context().project.stages[kStageImage].channelResolution[2],
               (std::array<float, 3>{512, 2, 1}));
-    ASSERT_TRUE(engine.Draw(1));
     EXPECT_EQ(engine.ReadFirst()[0], 0.0f);
 
     for (const int step : {3, 5}) {

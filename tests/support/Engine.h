@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstring>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "controls/LiveValues.h"
@@ -51,6 +52,11 @@ class ResizableSurface : public OutputSurface {
 
 using Pixel = std::array<float, 4>;
 
+inline void SetKind(ChannelInput& channel, uint32_t kind) {
+    channel.kind = kind;
+    DefaultSampler(channel);
+}
+
 class Engine {
   public:
     Engine() {
@@ -70,10 +76,8 @@ class Engine {
     ChannelInput& Channel(uint32_t stage, int index) { return App()->channels[stage][size_t(index)]; }
     // A channel that reads another stage.
     void Connect(uint32_t stage, int index, uint32_t source) {
-        ChannelInput& channel = Channel(stage, index);
-        channel.kind = source == kStageCubeA ? kChannelCubeA : kChannelBuffer;
-        DefaultSampler(channel);
-        channel.sourceStage = int32_t(source);
+        SetKind(Channel(stage, index), source == kStageCubeA ? kChannelCubeA : kChannelBuffer);
+        Channel(stage, index).sourceStage = int32_t(source);
     }
 
     CompileOutcome Start(int width, int height, float startTime = 0.1f, uint32_t sampleExponent = 0) {
@@ -86,6 +90,11 @@ class Engine {
         if (!PrepareRenderContext(*run_)) return {CompileResult::Failed, 0, QStringLiteral("no GL context")};
         run_->context->sampleExponent = sampleExponent;
         return CompileProject(*run_->context);
+    }
+    // Starts with this text as the Image stage and draws so many frames.
+    bool Play(const std::string& image, int width, int height, int frames = 1) {
+        SetText(kStageImage, image.c_str());
+        return Start(width, height).result == CompileResult::Good && Draw(frames);
     }
     bool Draw(int frames) {
         for (int i = 0; i < frames; ++i) {
