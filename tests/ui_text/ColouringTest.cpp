@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <map>
 
 #include "core/ProjectModel.h"
@@ -36,13 +35,7 @@ std::string Describe(const QString& text, qsizetype start = 0, qsizetype end = -
     return Describe(text, Pass(text, start, end));
 }
 
-TEST(GlslWordsTest, TheTableHasItsGroups) {
-    std::map<uint32_t, int> rows;
-    for (const KeywordRow& row : KeywordRows())
-        ++rows[row.colour];
-    const std::map<uint32_t, int> expected = {{0x50c850, 4},  {0x646464, 14},  {0xff0000, 118},
-                                              {0xff0082, 34}, {0x5050c8, 189}, {0x329600, 2}};
-    EXPECT_EQ(rows, expected);
+TEST(GlslWordsTest, EveryWordOfTheTableIsFound) {
     EXPECT_EQ(std::ranges::adjacent_find(KeywordRows(), std::ranges::greater_equal(), &KeywordRow::word),
               KeywordRows().end())
         << "ascending, and none twice";

