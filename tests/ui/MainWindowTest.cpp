@@ -6,7 +6,6 @@
 #include <QTextBlock>
 
 #include "WindowFixture.h"
-#include "ui/StageButtons.h"
 
 namespace pixelgrove {
 namespace {
@@ -49,16 +48,6 @@ TEST_F(MainWindowTest, AddedStagesKeepTheirTextsAndViews) {
     EXPECT_EQ(Editor()->toPlainText(), lines);
     EXPECT_EQ(Editor()->CaretLine(), 120);
     EXPECT_EQ(Editor()->verticalScrollBar()->value(), scroll);
-
-    // Removing the shown stage falls back to Image.
-    Control<StageButtons>("stageButtons")->PopUpRemoveMenu(kStageBufferA, QPoint(100, 100));
-    menu = window->findChild<QMenu*>(QStringLiteral("removeStageMenu"));
-    ASSERT_NE(menu, nullptr);
-    EXPECT_EQ(menu->actions().at(0)->text(), QStringLiteral("Remove Buffer"));
-    menu->actions().at(0)->trigger();
-    menu->close();
-    EXPECT_EQ(App()->currentStage, uint32_t(kStageImage));
-    EXPECT_FALSE(Control<QPushButton>("stageBufferAButton")->isVisible());
 }
 
 TEST_F(MainWindowTest, TheTextReachesTheDocumentUnchanged) {
@@ -77,8 +66,7 @@ TEST_F(MainWindowTest, AMessageLeadsToItsLine) {
     const std::pair<const char*, int> rows[] = {
         {"Image(200): error: x", 200},      {"Buffer B(30): on the stage that is shown", 30},
         {"Image(1): line 1 stays put", 30}, {"no place at all", 30},
-        {"Image(2000000000): beyond", 301}, {"Image(-4): before", 301},
-        {"/no/such/file(7): dropped", 301},
+        {"Image(2000000000): beyond", 301}, {"/no/such/file(7): dropped", 301},
     };
     for (const auto& [message, line] : rows) {
         window->JumpToMessage(QString::fromLatin1(message));
@@ -209,15 +197,6 @@ TEST_F(MainWindowTest, MenuChoicesReachTheRunsSettings) {
     EXPECT_EQ(App()->frameBufferFormat, 0x8058u) << "GL_RGB16F is not accepted";
     EXPECT_TRUE(ticked(118)) << "but ticked";
     EXPECT_FALSE(ticked(115));
-
-    for (const bool expected : {true, false}) {
-        choose(kCmdUseGdiDisplay);
-        EXPECT_EQ(App()->useGdiDisplay, uint32_t(expected));
-        EXPECT_EQ(ticked(kCmdUseGdiDisplay), expected);
-        choose(kCmdShowChannelBuffers);
-        EXPECT_EQ(App()->showChannelBuffers, uint32_t(expected));
-        EXPECT_EQ(ticked(kCmdShowChannelBuffers), expected);
-    }
 }
 
 TEST_F(MainWindowTest, PostedCommandsCanBeDroppedUntilTheyRun) {

@@ -1,15 +1,8 @@
 // What stands on the screen while a project plays: both present paths, several sizes, windows that come and
 // go, a shader that hangs.
-#include <QScreen>
-#include <cmath>
-
-#include "platform/Clock.h"
-#include "render/RenderThread.h"
-#include "render/widgets/OutputView.h"
-#include "render/widgets/OutputWindow.h"
+#include "OutputFixture.h"
 #include "support/HeavyShader.h"
 #include "support/Memory.h"
-#include "ui/WindowFixture.h"
 
 namespace pixelgrove {
 namespace {
@@ -24,33 +17,12 @@ const QString kQuarters = QStringLiteral(
     "  if (min(p.x, p.y) < 1.0 || p.x > s.x - 1.0 || p.y > s.y - 1.0) c = vec4(1);\n"
     "}\n");
 
-class PictureTest : public WindowTest {
+class PictureTest : public OutputTest {
   protected:
     void SetUp() override {
-        WindowTest::SetUp();
-        if (IsSkipped() || !qApp) return;
-        window->OpenOutputWindow();
-        // Side by side: what is covered can't be seen on a screenshot.
-        Output().move(8, 40);
-        window->move(900, 380);
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(App()->outputWindow));
+        OutputTest::SetUp();
+        if (App()) OpenOutput();
     }
-    void TearDown() override {
-        if (qApp && App()) StopRenderThread();
-        EXPECT_TRUE(AbandonedRuns() == 0 || WaitAbandoned()) << "a thread outlives the test";
-        WindowTest::TearDown();
-    }
-    static bool WaitAbandoned() {
-        for (int i = 0; i < 1200 && AbandonedRuns() > 0; ++i)
-            SleepMs(100);
-        return AbandonedRuns() == 0;
-    }
-    bool PlayUntilRunning() {
-        Run(kCmdPlay);
-        return PumpUntil([this] { return Enabled().contains(QLatin1Char('S')); });
-    }
-    static OutputWindow& Output() { return static_cast<OutputWindow&>(*App()->outputWindow); }
-    static QImage Screenshot() { return Output().screen()->grabWindow(Output().View()->winId()).toImage(); }
     static bool ShowsQuarters(const QSize& size) {
         const QImage image = Screenshot();
         if (image.size() != size) return false;

@@ -12,6 +12,7 @@
 
 #include "core/Commands.h"
 #include "core/ProjectModel.h"
+#include "platform/Files.h"
 #include "support/DisplayTest.h"
 #include "ui/CodeView.h"
 #include "ui/MainWindow.h"
@@ -89,9 +90,7 @@ class WindowTest : public DisplayTest {
     }
     QString FileWith(const QByteArray& bytes, const QString& ending = QStringLiteral("json")) {
         QString path = folder.filePath(QStringLiteral("file%1.%2").arg(++filesMade).arg(ending));
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        EXPECT_TRUE(WriteWholeFile(path, bytes));
         return path;
     }
 

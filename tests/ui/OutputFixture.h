@@ -1,0 +1,38 @@
+// A main window with the output window beside it, and the picture on the screen.
+#pragma once
+
+#include <QScreen>
+
+#include "WindowFixture.h"
+#include "platform/Clock.h"
+#include "render/RenderThread.h"
+#include "render/widgets/OutputView.h"
+#include "render/widgets/OutputWindow.h"
+
+namespace pixelgrove {
+
+class OutputTest : public WindowTest {
+  protected:
+    void TearDown() override {
+        if (App()) StopRenderThread();
+        for (int i = 0; i < 1200 && AbandonedRuns() > 0; ++i)
+            SleepMs(100);
+        EXPECT_EQ(AbandonedRuns(), 0) << "a thread outlives the test";
+        WindowTest::TearDown();
+    }
+    // Side by side: what is covered can't be seen on a screenshot.
+    void OpenOutput() {
+        window->OpenOutputWindow();
+        Output().move(8, 40);
+        window->move(900, 20);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(App()->outputWindow));
+    }
+    bool PlayUntilRunning() {
+        Run(kCmdPlay);
+        return PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); });
+    }
+    static OutputWindow& Output() { return static_cast<OutputWindow&>(*App()->outputWindow); }
+    static QImage Screenshot() { return Output().screen()->grabWindow(Output().View()->winId()).toImage(); }
+};
+
+}  // namespace pixelgrove
