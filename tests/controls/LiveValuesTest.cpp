@@ -9,16 +9,15 @@ namespace pixelgrove {
 namespace {
 
 TEST(LiveValues, FramesSeeWhatWasPublishedWithDefinedWholeForms) {
-    struct Row {
+    const struct {
         float value;
         int32_t intValue;
         uint32_t uintValue;
-    };
-    const Row rows[] = {{0.5f, 1, 1},
-                        {2.49f, 2, 2},
-                        {-3.0f, -2, 4294967294u},  // half up and then cut towards zero
-                        {3e9f, -1294967296, 3000000000u},
-                        {std::nanf(""), 0, 0}};
+    } rows[] = {{0.5f, 1, 1},
+                {2.49f, 2, 2},
+                {-3.0f, -2, 4294967294u},  // half up and then cut towards zero
+                {3e9f, -1294967296, 3000000000u},
+                {std::nanf(""), 0, 0}};
     auto controls = std::make_unique<ControlSet>();
     auto table = std::make_unique<UniformTable>();
     InitialiseSpeed(*controls);
@@ -29,7 +28,7 @@ TEST(LiveValues, FramesSeeWhatWasPublishedWithDefinedWholeForms) {
     EXPECT_EQ(table->values[0].name, QStringLiteral("Speed"));
     EXPECT_EQ(table->values[0].floatValue, 0.03f);
 
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         controls->uniforms[0].range.value = row.value;
         PublishControlValues(*controls);
         UpdateUniformValues(*table, 0.0f);

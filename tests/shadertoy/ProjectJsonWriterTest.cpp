@@ -16,23 +16,21 @@ std::string Text(const JsonObject& object, QStringView key) {
 }
 
 TEST(WriteInput, TypeIdAndSampler) {
-    struct Row {
+    const struct {
         uint32_t kind;
         int32_t sourceStage;
         uint32_t filter, wrap, flag, internalFormat;
         const char* texts;  // ctype, filter, wrap, vflip, srgb, internal
         double id;
-    };
-    const Row rows[] = {
-        {0, 2, 0, 0, 0, 0, "unknown linear clamp false true (none)", 666},
-        {1, 3, gl::kNearest, gl::kRepeat, 1, 1, "texture nearest repeat true false byte", 666},
-        {2, 2, gl::kLinearMipmapLinear, gl::kMirroredRepeat, 7, 2, "buffer mipmap clamp true false (none)",
-         257},
-        {2, -1, 0, 0, 0, 0, "buffer linear clamp false true (none)", 254},
-        {2, INT32_MAX, 0, 0, 0, 0, "buffer linear clamp false true (none)", 2147483902.0},
-        {3, 6, 0, 0, 0, 0, "cubemap linear clamp false true (none)", 41},
-        {4, -1, 0, 0, 0, 0, "cubemap linear clamp false true (none)", 666}};
-    for (const Row& row : rows) {
+    } rows[] = {{0, 2, 0, 0, 0, 0, "unknown linear clamp false true (none)", 666},
+                {1, 3, gl::kNearest, gl::kRepeat, 1, 1, "texture nearest repeat true false byte", 666},
+                {2, 2, gl::kLinearMipmapLinear, gl::kMirroredRepeat, 7, 2,
+                 "buffer mipmap clamp true false (none)", 257},
+                {2, -1, 0, 0, 0, 0, "buffer linear clamp false true (none)", 254},
+                {2, INT32_MAX, 0, 0, 0, 0, "buffer linear clamp false true (none)", 2147483902.0},
+                {3, 6, 0, 0, 0, 0, "cubemap linear clamp false true (none)", 41},
+                {4, -1, 0, 0, 0, 0, "cubemap linear clamp false true (none)", 666}};
+    for (const auto& row : rows) {
         ChannelInput channel;
         channel.kind = row.kind;
         channel.sourceStage = row.sourceStage;
