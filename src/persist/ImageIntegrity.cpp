@@ -30,10 +30,13 @@ class Reader {
 };
 
 // Walks the segments to the end-of-image marker. A search for its two bytes alone would find the one of a
-// thumbnail inside a segment.
+// thumbnail inside a segment, or of whatever stands behind a picture that is cut: there the walk meets a
+// second start of an image, or a marker that no picture has.
 bool IsJpegWhole(QByteArrayView file) {
+    constexpr uint32_t kFill = 0xFF, kStart = 0xD8, kEnd = 0xD9, kScan = 0xDA;
     Reader in(file);
     qint64 at = 2;
+    bool hasScan = false;
     while (in.ok) {
         if (in.U8(at) != 0xFF) {
             // Entropy-coded data, or filling between segments, up to the next marker.
@@ -42,12 +45,15 @@ bool IsJpegWhole(QByteArrayView file) {
             continue;
         }
         const uint32_t marker = in.U8(at + 1);
-        if (marker == 0xD9) return in.ok;
-        if (marker == 0xFF) {
+        if (marker == kEnd) return in.ok && hasScan;
+        if (marker == kFill) {
             at += 1;
-        } else if (marker == 0x00 || marker == 0x01 || (marker >= 0xD0 && marker <= 0xD8)) {
+        } else if (marker == 0x00 || marker == 0x01 || (marker >= 0xD0 && marker < kStart)) {
             at += 2;  // a data byte of 255, or a marker without a segment
+        } else if (marker == kStart || marker < 0xC0) {
+            return false;
         } else {
+            hasScan |= marker == kScan;
             at += 2 + std::max<uint32_t>(in.Big16(at + 2), 2);
         }
     }

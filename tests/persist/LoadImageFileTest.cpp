@@ -79,7 +79,13 @@ TEST_F(LoadImageFileTest, EndMarkOfThumbnailDoesNotMakeJpegWhole) {
     QByteArray file = Encode(PatternImage(64, 48), "jpeg");
     file.insert(2, segment + thumbnail);
     EXPECT_TRUE(LoadBytes(file));
+    EXPECT_TRUE(LoadBytes(file + thumbnail));
     EXPECT_FALSE(LoadBytes(file.left(file.size() / 2)));
+    // Behind the cut stands something else that has an end mark.
+    const QByteArray cut = file.chopped(2);
+    for (const QByteArray& rest : {QByteArray("\xFF\x20\xFF\xD9", 4), thumbnail})
+        EXPECT_FALSE(IsImageFileWhole(cut + rest, "jpeg"));
+    EXPECT_FALSE(IsImageFileWhole(QByteArray("\xFF\xD8\xFF\xD9", 4), "jpeg"));
 }
 
 // The width and height in a file, overwritten; the bytes behind stay few.
