@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/TextScan.h"
+
 namespace pixelgrove {
 
 std::array<StageTabRow, kStageCount> stageTabs = {{
@@ -112,6 +114,16 @@ bool DefaultSampler(ChannelInput& channel) {
     channel.samplerCountdown = 2;
     channel.srgb = 0;
     return true;
+}
+
+QString UnusableMedium(uint32_t stageId, uint32_t index, const ChannelInput& channel) {
+    QString reason = channel.mediaProblem;
+    if (reason.isEmpty())
+        reason = channel.fileName.isEmpty()
+                     ? QStringLiteral("it names no file")
+                     : QStringLiteral("the graphics driver refuses %1").arg(InQuotes(channel.fileName));
+    return QStringLiteral("%1: the %2 of channel %3 can't be used: %4.")
+        .arg(StageName(stageId), ChannelTypeName(channel.kind).toLower(), QString::number(index), reason);
 }
 
 }  // namespace pixelgrove

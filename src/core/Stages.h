@@ -93,7 +93,13 @@ struct ChannelInput {
     int32_t sourceStage = -1;       // StageId for Buffer and Cube A
     uint32_t channelIndex = 0;
     QString fileName;  // path or cache name of the medium; empty for live kinds
+    // What is wrong with the medium, as a clause for the user that names the file; empty when nothing is.
+    QString mediaProblem;
 };
+
+// "Image: the texture of channel 1 can't be used: " and why, for a Texture, Cubemap or Volume channel that
+// has no picture to show.
+QString UnusableMedium(uint32_t stageId, uint32_t index, const ChannelInput& channel);
 
 using StageChannels = std::array<std::array<ChannelInput, kChannelCount>, kStageCount>;
 

@@ -8,6 +8,7 @@
 
 #include "persist/ImageFiles.h"
 #include "platform/Files.h"
+#include "platform/TextScan.h"
 
 namespace pixelgrove {
 namespace {
@@ -108,14 +109,17 @@ std::shared_ptr<Bitmap> StretchToSquare(const Bitmap& bitmap, const Area& area, 
     return face;
 }
 
-bool SplitContent(const Bitmap& bitmap, const Area& content, std::array<BitmapRef, 6>& faces) {
+enum class Split { Done, NoCross, TooLarge, NoMemory };
+
+Split SplitContent(const Bitmap& bitmap, const Area& content, std::array<BitmapRef, 6>& faces,
+                   qint64 maxBytes) {
     const int faceWidth = content.width / 4;
     const int faceHeight = content.height / 3;
-    if (faceWidth <= 2 * kSeamInset || faceHeight <= 2 * kSeamInset) return false;
+    if (faceWidth <= 2 * kSeamInset || faceHeight <= 2 * kSeamInset) return Split::NoCross;
 
     // A long thin strip would otherwise blow up into faces far larger than the picture.
     const int side = std::max(faceWidth, faceHeight);
-    if (size_t(side) * size_t(side) * 4 * faces.size() > kMaxBitmapBytes) return false;
+    if (qint64(side) * side * 4 * qint64(faces.size()) > maxBytes) return Split::TooLarge;
 
     constexpr std::array<std::array<int, 2>, 6> kCells = {{{2, 1}, {0, 1}, {1, 0}, {1, 2}, {1, 1}, {3, 1}}};
     for (size_t i = 0; i < faces.size(); ++i) {
@@ -123,18 +127,49 @@ bool SplitContent(const Bitmap& bitmap, const Area& content, std::array<BitmapRe
                         content.y + kCells[i][1] * faceHeight + kSeamInset, faceWidth - 2 * kSeamInset,
                         faceHeight - 2 * kSeamInset};
         faces[i] = StretchToSquare(bitmap, area, side);
-        if (!faces[i]) return false;
+        if (!faces[i]) return Split::NoMemory;
     }
-    return true;
+    return Split::Done;
+}
+
+Split SplitCross(const Bitmap& bitmap, std::array<BitmapRef, 6>& faces, qint64 maxBytes) {
+    faces.fill(nullptr);
+    const int depth = bitmap.bitsPerPixel;
+    if ((depth != 8 && depth != 24 && depth != 32) || !bitmap.IsComplete()) return Split::NoCross;
+    const std::optional<Area> content = FindContent(bitmap);
+    if (!content) return Split::NoCross;
+
+    Split split = Split::NoMemory;
+    try {
+        split = SplitContent(bitmap, *content, faces, maxBytes);
+    } catch (const std::bad_alloc&) {
+        split = Split::NoMemory;
+    }
+    if (split != Split::Done) faces.fill(nullptr);
+    return split;
+}
+
+QString WordsFor(Split split, const QString& path, qint64 maxBytes) {
+    if (split == Split::NoCross) return QStringLiteral("%1 is no unfolded cube").arg(InQuotes(path));
+    if (split == Split::NoMemory)
+        return QStringLiteral("there is not enough memory for %1").arg(InQuotes(path));
+    if (maxBytes < qint64(kMaxBitmapBytes)) return BeyondMediaMemory(path);
+    return QStringLiteral("the faces of %1 are too large").arg(InQuotes(path));
 }
 
 // False when a file is there but can't be read.
-bool LoadSeparateFaces(const QString& path, std::array<BitmapRef, 6>& faces) {
+bool LoadSeparateFaces(const QString& path, std::array<BitmapRef, 6>& faces, QString* reason,
+                       qint64 maxBytes) {
     for (int n = 0; n < int(faces.size()); ++n) {
         const QString facePath = CubeFacePath(path, n);
-        if (!IsPlainFile(facePath)) continue;
-        faces[size_t(n)] = LoadImageFile(facePath);
-        if (!faces[size_t(n)]) return false;
+        if (!IsPlainFile(facePath)) {
+            if (reason) *reason = QStringLiteral("%1 is missing").arg(InQuotes(facePath));
+            continue;
+        }
+        const BitmapRef face = LoadImageFile(facePath, reason, maxBytes);
+        if (!face) return false;
+        maxBytes -= qint64(face->bits.size());
+        faces[size_t(n)] = face;
     }
     return true;
 }
@@ -149,32 +184,24 @@ QString CubeFacePath(const QString& path, int n) {
     return path.left(stemEnd) + u'_' + QString::number(n) + path.mid(stemEnd);
 }
 
-bool LoadCubemapFaces(const QString& path, std::array<BitmapRef, 6>& faces) {
+bool LoadCubemapFaces(const QString& path, std::array<BitmapRef, 6>& faces, QString* reason,
+                      qint64 maxBytes) {
     faces.fill(nullptr);
     if (IsPlainFile(CubeFacePath(path, 1))) {
-        if (LoadSeparateFaces(path, faces)) return true;
+        if (LoadSeparateFaces(path, faces, reason, maxBytes)) return true;
         faces.fill(nullptr);
         return false;
     }
-    const BitmapRef cross = LoadImageFile(path);
-    return cross && SplitCubeCross(*cross, faces);
+    const BitmapRef cross = LoadImageFile(path, reason);
+    if (!cross) return false;
+    const Split split = SplitCross(*cross, faces, std::min(maxBytes, qint64(kMaxBitmapBytes)));
+    if (split == Split::Done) return true;
+    if (reason) *reason = WordsFor(split, path, maxBytes);
+    return false;
 }
 
 bool SplitCubeCross(const Bitmap& bitmap, std::array<BitmapRef, 6>& faces) {
-    faces.fill(nullptr);
-    const int depth = bitmap.bitsPerPixel;
-    if ((depth != 8 && depth != 24 && depth != 32) || !bitmap.IsComplete()) return false;
-    const std::optional<Area> content = FindContent(bitmap);
-    if (!content) return false;
-
-    bool split = false;
-    try {
-        split = SplitContent(bitmap, *content, faces);
-    } catch (const std::bad_alloc&) {
-        split = false;
-    }
-    if (!split) faces.fill(nullptr);
-    return split;
+    return SplitCross(bitmap, faces, qint64(kMaxBitmapBytes)) == Split::Done;
 }
 
 }  // namespace pixelgrove

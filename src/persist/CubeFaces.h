@@ -8,6 +8,7 @@
 #include <array>
 
 #include "core/Bitmap.h"
+#include "persist/ImageFiles.h"
 
 namespace pixelgrove {
 
@@ -18,8 +19,11 @@ QString CubeFacePath(const QString& path, int n);
 
 // Fills the faces. With the file of face 1 present, each face is its own file, in that file's own depth and
 // size: a missing file leaves its face null, a file that can't be read fails the whole. Without it, the path
-// is one picture for SplitCubeCross. False on failure, with all faces null.
-bool LoadCubemapFaces(const QString& path, std::array<BitmapRef, 6>& faces);
+// is one picture for SplitCubeCross. False on failure, with all faces null. maxBytes is the most that the
+// faces may take together. The optional reason gets a clause for the user, as LoadImageFile's, when anything
+// is wrong, a missing file too.
+bool LoadCubemapFaces(const QString& path, std::array<BitmapRef, 6>& faces, QString* reason = nullptr,
+                      qint64 maxBytes = kMaxMediaBytes);
 
 // Cuts a horizontal cross, four columns by three rows, into six 32-bit square faces of equal size. A margin
 // in the colour of the picture's bottom left pixel is cut away first. Pictures without alpha give opaque

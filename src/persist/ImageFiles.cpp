@@ -9,10 +9,12 @@
 #include <mutex>
 #include <new>
 #include <optional>
+#include <utility>
 
 #include "persist/GifWriter.h"
 #include "persist/ImageIntegrity.h"
 #include "platform/Files.h"
+#include "platform/TextScan.h"
 
 namespace pixelgrove {
 namespace {
@@ -33,39 +35,38 @@ bool IsAcceptedSize(QSize size) {
            size.height() <= kMaxBitmapSide && qint64(size.width()) * size.height() * 4 <= kMaxImageBytes;
 }
 
-// The first picture as Qt decodes it, or a null image.
-QImage DecodeImage(const QByteArray& file) {
-    static std::once_flag limitSet;
-    std::call_once(limitSet, [] { QImageReader::setAllocationLimit(kMaxImageMegabytes); });
+enum class Fault { None, NoPicture, Damaged, TooLarge, NoRoom, NoMemory };
 
-    QBuffer buffer;
-    buffer.setData(file);
-    if (!buffer.open(QIODevice::ReadOnly)) return {};
-    QImageReader reader(&buffer);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(false);
-    const QByteArray format = reader.format();
-    if (!IsAcceptedFormat(format) || !IsImageFileWhole(file, format)) return {};
-
-    // A format that can't tell its size beforehand is held by Qt's own limit.
-    const QSize size = format == "gif" ? GifScreenSize(file) : reader.size();
-    if (size.isValid() && (!IsAcceptedSize(size) || !IsPlausibleImageSize(size, file.size()))) return {};
-    QImage image = reader.read();
-    return IsAcceptedSize(image.size()) ? image : QImage();
+QString WordsFor(Fault fault, const QString& path) {
+    const QString name = InQuotes(path);
+    switch (fault) {
+        case Fault::NoPicture:
+            return QStringLiteral("%1 is no picture that can be read").arg(name);
+        case Fault::Damaged:
+            return QStringLiteral("%1 is damaged or cut short").arg(name);
+        case Fault::TooLarge:
+            return QStringLiteral("%1 has more pixels than a picture may have").arg(name);
+        case Fault::NoRoom:
+            return BeyondMediaMemory(path);
+        case Fault::NoMemory:
+            return QStringLiteral("there is not enough memory for %1").arg(name);
+        case Fault::None:
+            break;
+    }
+    return {};
 }
 
 bool IsOpaqueGrey(QRgb colour) {
     return qAlpha(colour) == 255 && qRed(colour) == qGreen(colour) && qGreen(colour) == qBlue(colour);
 }
 
-int OwnDepth(const QImage& image) {
-    switch (image.format()) {
+// Of an Indexed8 picture the least, which the palette decides.
+int LeastDepth(QImage::Format format) {
+    switch (format) {
+        case QImage::Format_Invalid:  // the decoder doesn't tell beforehand
         case QImage::Format_Grayscale8:
+        case QImage::Format_Indexed8:
             return 8;
-        case QImage::Format_Indexed8: {
-            const QList<QRgb> palette = image.colorTable();
-            return std::all_of(palette.begin(), palette.end(), IsOpaqueGrey) ? 8 : 32;
-        }
         case QImage::Format_RGB32:
         case QImage::Format_RGB888:
         case QImage::Format_BGR888:
@@ -74,6 +75,58 @@ int OwnDepth(const QImage& image) {
         default:
             return 32;
     }
+}
+
+int OwnDepth(const QImage& image) {
+    const QList<QRgb> palette = image.colorTable();
+    if (image.format() == QImage::Format_Indexed8 && !std::ranges::all_of(palette, IsOpaqueGrey)) return 32;
+    return LeastDepth(image.format());
+}
+
+// The depth of a bitmap of that width, whose rows have no padding.
+int FittingDepth(int depth, int width) {
+    return qint64(width) * (depth / 8) % 4 == 0 ? depth : 32;
+}
+
+qint64 BitmapBytes(QSize size, int depth) {
+    return qint64(size.width()) * size.height() * (depth / 8);
+}
+
+// A size that the header tells, or that came out.
+Fault FaultOfSize(QSize size, qint64 fileBytes) {
+    if (size.width() < 1 || size.height() < 1) return Fault::Damaged;
+    if (!IsAcceptedSize(size)) return Fault::TooLarge;
+    return IsPlausibleImageSize(size, fileBytes) ? Fault::None : Fault::Damaged;
+}
+
+// The first picture as Qt decodes it, or a null image and the fault.
+QImage DecodeImage(const QByteArray& file, qint64 maxBytes, Fault& fault) {
+    static std::once_flag limitSet;
+    std::call_once(limitSet, [] { QImageReader::setAllocationLimit(kMaxImageMegabytes); });
+
+    QBuffer buffer;
+    buffer.setData(file);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(false);
+    const QByteArray format = reader.format();
+    fault = !IsAcceptedFormat(format)         ? Fault::NoPicture
+            : !IsImageFileWhole(file, format) ? Fault::Damaged
+                                              : Fault::None;
+    if (fault != Fault::None) return {};
+
+    // A format that can't tell its size beforehand is held by Qt's own limit.
+    const QSize size = format == "gif" ? GifScreenSize(file) : reader.size();
+    if (size.isValid()) {
+        fault = FaultOfSize(size, file.size());
+        const int leastDepth = FittingDepth(LeastDepth(reader.imageFormat()), size.width());
+        if (fault == Fault::None && BitmapBytes(size, leastDepth) > maxBytes) fault = Fault::NoRoom;
+        if (fault != Fault::None) return {};
+    }
+    QImage image = reader.read();
+    fault = FaultOfSize(image.size(), file.size());
+    return fault == Fault::None ? image : QImage();
 }
 
 QImage::Format FormatOfDepth(int depth) {
@@ -88,11 +141,11 @@ void MapGreyRow(const QImage& image, const QList<QRgb>& palette, int row, uint8_
         out[x] = in[x] < palette.size() ? uint8_t(qBlue(palette[in[x]])) : uint8_t(0);
 }
 
-// Null for a null image, or when memory is short.
-BitmapRef ToBitmap(QImage image) {
-    if (image.isNull()) return nullptr;
-    int depth = OwnDepth(image);
-    if (qint64(image.width()) * (depth / 8) % 4 != 0) depth = 32;
+// Null, with the fault, for a picture that would pass maxBytes, or when memory is short.
+BitmapRef ToBitmap(QImage image, qint64 maxBytes, Fault& fault) {
+    const int depth = FittingDepth(OwnDepth(image), image.width());
+    fault = BitmapBytes(image.size(), depth) > maxBytes ? Fault::NoRoom : Fault::NoMemory;
+    if (fault == Fault::NoRoom) return nullptr;
     const std::shared_ptr<Bitmap> bitmap = CreateBitmap(image.width(), image.height(), depth, false);
     if (!bitmap) return nullptr;
 
@@ -189,13 +242,29 @@ QByteArray EncodePpm(const Bitmap& bitmap) {
 
 }  // namespace
 
-BitmapRef LoadImageFile(const QString& path) {
+QString BeyondMediaMemory(const QString& path) {
+    return QStringLiteral("%1 would take the media of the project beyond %2 GB of memory")
+        .arg(InQuotes(path))
+        .arg(kMaxMediaGigabytes);
+}
+
+BitmapRef LoadImageFile(const QString& path, QString* reason, qint64 maxBytes) {
+    Fault fault = Fault::NoMemory;
+    ReadFailure failure;
     try {
-        const std::optional<QByteArray> file = ReadWholeFile(path, kMaxImageBytes);
-        return file ? ToBitmap(DecodeImage(*file)) : nullptr;
+        if (const std::optional<QByteArray> file = ReadWholeFile(path, kMaxImageBytes, &failure)) {
+            QImage image = DecodeImage(*file, maxBytes, fault);
+            BitmapRef bitmap = image.isNull() ? nullptr : ToBitmap(std::move(image), maxBytes, fault);
+            if (bitmap) return bitmap;
+        }
     } catch (const std::bad_alloc&) {
-        return nullptr;
+        fault = Fault::NoMemory;
     }
+    if (reason)
+        *reason = failure.reason.isEmpty()
+                      ? WordsFor(fault, path)
+                      : QStringLiteral("%1 can't be read: %2").arg(InQuotes(path), failure.reason);
+    return nullptr;
 }
 
 bool SaveBitmapImage(const Bitmap& bitmap, const QString& path, QString* reason) {

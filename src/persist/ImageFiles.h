@@ -12,6 +12,13 @@ namespace pixelgrove {
 // The most that a file may have, and that its picture may need decoded at 32 bits.
 constexpr int kMaxImageMegabytes = 512;
 
+// The most memory that the media of one project may take together.
+constexpr int kMaxMediaGigabytes = 2;
+constexpr qint64 kMaxMediaBytes = qint64(kMaxMediaGigabytes) << 30;
+
+// What a loader says of a file that would pass that.
+QString BeyondMediaMemory(const QString& path);
+
 // The first picture of a BMP, PNG, JPEG, GIF, TIFF, WebP or PBM/PGM/PPM file, top-down. The content decides
 // what the file is, never its name. Backslashes in the path count as '/'.
 //
@@ -22,8 +29,11 @@ constexpr int kMaxImageMegabytes = 512;
 //
 // Null when the file is missing, is none of these, is damaged or cut short, or is too large: a side above
 // kMaxBitmapSide, more than kMaxImageMegabytes decoded, or a size that the few bytes of the file can't hold.
-// The size is checked before the picture is decoded.
-BitmapRef LoadImageFile(const QString& path);
+// The size is checked before the picture is decoded. maxBytes is the most that the bitmap may take.
+//
+// On failure the optional reason gets a clause for the user that names the file, without a full stop:
+// "\"a.png\" is damaged or cut short".
+BitmapRef LoadImageFile(const QString& path, QString* reason = nullptr, qint64 maxBytes = kMaxMediaBytes);
 
 // Writes the bitmap, whose kind of file the first of these that occurs anywhere in the path decides, whatever
 // the case: .jpg .jpeg (quality 95), .png, .gif (256 colours, dithered when there are more), .tif .tiff,

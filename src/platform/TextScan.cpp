@@ -34,6 +34,19 @@ locale_t PlainLocale() {
     return plain;
 }
 
+QString InQuotes(QStringView name) {
+    constexpr qsizetype kMaxUnits = 300;
+    QString text = name.left(kMaxUnits).toString();
+    for (QChar& unit : text) {
+        const QChar::Category category = unit.category();
+        const bool breaksLine = category == QChar::Other_Control || category == QChar::Separator_Line ||
+                                category == QChar::Separator_Paragraph;
+        if (breaksLine) unit = u'?';
+    }
+    const QString rest = name.size() > kMaxUnits ? QStringLiteral("...") : QString();
+    return u'"' + text + rest + u'"';
+}
+
 bool SkipChar(QStringView text, qsizetype& position, char16_t expected) {
     if (position >= text.size() || text[position] != expected) return false;
     ++position;

@@ -1,11 +1,12 @@
 // Small scanners for texts that other programs and people write: lines, characters, numbers, by the rules of
-// C and whatever the user's locale says.
+// C and whatever the user's locale says. And how messages show such texts.
 //
 // Pure; any thread.
 #pragma once
 
 #include <locale.h>
 
+#include <QString>
 #include <QStringView>
 #include <optional>
 
@@ -33,6 +34,9 @@ std::optional<int> ScanInt(QStringView text, qsizetype& position);
 // The C locale, for the conversions whose names end in _l: files have a decimal point. Lives for the whole
 // process.
 locale_t PlainLocale();
+
+// A name from outside as a message shows it: in double quotes, on one line, and cut when it is very long.
+QString InQuotes(QStringView name);
 
 // True, and position moved by one, when text has this character at position.
 bool SkipChar(QStringView text, qsizetype& position, char16_t expected);

@@ -200,20 +200,11 @@ QStringList LoadMedia(EditedProject& edited) {
         project.stages[id].channels = std::move(edited.channels[id]);
     }
     const QFileInfo file(edited.projectFile);
-    PrepareProjectChannels(project, file.isAbsolute() ? file.absolutePath() : QString());
-    QStringList missing;
-    for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
+    QStringList unusable =
+        PrepareProjectChannels(project, file.isAbsolute() ? file.absolutePath() : QString());
+    for (uint32_t id = kStageCommon; id < kStageCount; ++id)
         edited.channels[id] = std::move(project.stages[id].channels);
-        for (const ChannelInput& channel : edited.channels[id]) {
-            const bool isPicture = channel.kind == kChannelTexture || channel.kind == kChannelCubemap;
-            const bool isVolume = channel.kind == kChannelVolume;
-            if ((!isPicture || channel.faces[0]) && (!isVolume || channel.volumeData)) continue;
-            missing += QStringLiteral("Channel %1 of %2 is empty: \"%3\" can't be loaded.")
-                           .arg(channel.channelIndex)
-                           .arg(StageName(id), channel.fileName);
-        }
-    }
-    return missing;
+    return unusable;
 }
 
 }  // namespace
@@ -252,14 +243,14 @@ RecoveryCopy TakeRecoveryCopy() {
 
 QStringList ShowRecoveryCopy(RecoveryCopy copy) {
     AppState& app = *App();
-    QStringList missing = LoadMedia(copy.project);
+    QStringList unusable = LoadMedia(copy.project);
     app.previousProject = std::make_unique<EditedProject>(std::move(copy.project));
     RestorePreviousProject();
     if (copy.previous) {
         LoadMedia(*copy.previous);
         app.previousProject = std::make_unique<EditedProject>(*std::move(copy.previous));
     }
-    return missing;
+    return unusable;
 }
 
 }  // namespace pixelgrove

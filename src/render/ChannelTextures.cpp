@@ -148,9 +148,10 @@ bool SetChannel(RenderContext& context, uint32_t stage, uint32_t channelIndex, c
     switch (source.kind) {
         case kChannelTexture:
         case kChannelCubemap: {
+            channel.fileName = source.fileName;
+            channel.mediaProblem = source.mediaProblem;
             const BitmapRef& first = source.faces[0];
             if (!first || !first->IsComplete()) return false;
-            channel.fileName = source.fileName;
             if (source.kind == kChannelTexture) {
                 channel.faces[0] = first;
             } else {
@@ -173,8 +174,9 @@ bool SetChannel(RenderContext& context, uint32_t stage, uint32_t channelIndex, c
             resolution = {float(kCubeSide), float(kCubeSide), 1.0f};
             return true;
         case kChannelVolume: {
-            if (!source.volumeData) return false;
             channel.fileName = source.fileName;
+            channel.mediaProblem = source.mediaProblem;
+            if (!source.volumeData) return false;
             channel.volumeData = source.volumeData;
             const VolumeHeader header = ReadVolumeHeader(*source.volumeData).value_or(VolumeHeader{});
             resolution = {float(header.x), float(header.y), float(header.z)};

@@ -11,7 +11,7 @@ namespace pixelgrove {
 
 // Installs a copy of source into a stage's channel. False for a stage above 7, a channel above 3, a kind
 // outside 1..8, missing bitmaps or volume data, or a source stage above 7; the kind is set all the same once
-// stage and channel are good.
+// stage and channel are good, and the medium's name and problem too.
 bool SetChannel(RenderContext& context, uint32_t stage, uint32_t channelIndex, const ChannelInput& source);
 
 // Makes the GL texture of a Texture, Cubemap or Volume channel. False, with texture name 0, when the data is

@@ -106,12 +106,7 @@ bool PrepareChannels(RenderContext& context, uint32_t stageId, CompileOutcome& o
             case kChannelCubemap:
             case kChannelVolume:
                 if (!UploadChannelTexture(context, stageId, i)) {
-                    Fail(outcome, stageId,
-                         QStringLiteral("%1: the %2 of channel %3 can't be used (%4).")
-                             .arg(StageName(stageId), ChannelTypeName(channel.kind).toLower())
-                             .arg(i)
-                             .arg(channel.fileName.isEmpty() ? QStringLiteral("no file was found")
-                                                             : channel.fileName));
+                    Fail(outcome, stageId, UnusableMedium(stageId, i, channel));
                     return false;
                 }
                 break;

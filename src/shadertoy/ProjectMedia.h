@@ -5,8 +5,10 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include "core/ShaderProject.h"
+#include "persist/ImageFiles.h"
 
 namespace pixelgrove {
 
@@ -18,20 +20,31 @@ constexpr qint64 kMaxVolumeFileBytes = qint64(1) << 30;
 // control character, so that no name leads out of the folder. The file need not exist.
 QString MediumCachePath(const QString& name);
 
-// The local file that a channel's name means: name itself if it is a plain file (backslashes read as '/');
-// else the file at that place below projectFolder, for a relative name and a folder that isn't empty; else
-// MediumCachePath. Empty when none of them is a plain file.
-QString ResolveMedium(const QString& name, const QString& projectFolder);
+// The local file that a channel's name means, the first of these that is a plain file:
+// - name itself, unless it is relative and there is a projectFolder: then name below projectFolder, name
+// below
+//   its folder "media", and name below the current folder (backslashes read as '/');
+// - what follows the last '/' of name, in projectFolder and in its folder "media", under the rules of
+//   MediumCachePath;
+// - MediumCachePath.
+// Empty when there is none; the optional reason then gets a clause for the user that says where it was
+// sought.
+QString ResolveMedium(const QString& name, const QString& projectFolder, QString* reason = nullptr);
 
 // A volume file's bytes, header included. Null when it is no plain file, can't be read, exceeds
-// kMaxVolumeFileBytes, is shorter than its header, does not begin with "BIN", or memory is short.
-// That its samples are all there is not checked: see IsVolumeComplete.
-VolumeRef LoadVolumeFile(const QString& path);
+// kMaxVolumeFileBytes or maxBytes, is shorter than its header, does not begin with "BIN", or memory is short.
+// The optional reason gets a clause for the user, as LoadImageFile's, when anything is wrong; also when the
+// samples are not all there, which is no failure.
+VolumeRef LoadVolumeFile(const QString& path, QString* reason = nullptr, qint64 maxBytes = kMaxMediaBytes);
 
 // Opens the media of all Texture, Cubemap and Volume channels of a project that was just read: faces or
 // volumeData, sourceStage, channelResolution (x, y, z in pixels; 1 for the depth of pictures), and fileName
-// becomes the local path where it fits. A medium that isn't found or can't be read leaves its channel with
-// its kind and no data. Channels with the same medium share its pixels.
-void PrepareProjectChannels(ShaderProject& project, const QString& projectFolder);
+// becomes the local path where it fits. A medium that isn't found, can't be read or would take all of them
+// beyond maxBytes leaves its channel with its kind, no data and a mediaProblem. Channels with the same
+// medium share its pixels, however they spell its path.
+//
+// Returns a sentence for each channel whose medium can't be used.
+QStringList PrepareProjectChannels(ShaderProject& project, const QString& projectFolder,
+                                   qint64 maxBytes = kMaxMediaBytes);
 
 }  // namespace pixelgrove

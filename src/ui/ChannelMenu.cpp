@@ -51,10 +51,11 @@ bool ChoosePicture(ChannelInput& channel, uint32_t kind, const UserDialogs& dial
     const QString path = PickImageFile(dialogs, channel.fileName, CacheRoot());
     if (path.isEmpty()) return false;
     if (channel.kind != kind) ReleaseChannel(channel);
+    channel.mediaProblem.clear();
     if (kind == kChannelCubemap) {
-        LoadCubemapFaces(path, channel.faces);
+        LoadCubemapFaces(path, channel.faces, &channel.mediaProblem);
     } else {
-        channel.faces[0] = LoadImageFile(path);
+        channel.faces[0] = LoadImageFile(path, &channel.mediaProblem);
     }
     channel.fileName = FittedName(path);
     if (!channel.faces[0]) return true;
@@ -72,8 +73,10 @@ bool ChooseVolume(ChannelInput& channel, const UserDialogs& dialogs) {
     if (path.isEmpty()) return false;
     channel.fileName = FittedName(path);
     ReleaseChannel(channel);
-    VolumeRef volume = LoadVolumeFile(channel.fileName);
+    QString problem;
+    VolumeRef volume = LoadVolumeFile(channel.fileName, &problem);
     if (!volume) return true;
+    channel.mediaProblem = problem;
     channel.volumeData = std::move(volume);
     UseKind(channel, kChannelVolume);
     return true;

@@ -125,13 +125,37 @@ TEST_F(LoadImageFileTest, LargePicturesNeedBytesToMatch) {
 }
 
 TEST_F(LoadImageFileTest, RefusesWhatIsNoPicture) {
-    EXPECT_FALSE(LoadImageFile(Path("missing.png")));
     EXPECT_FALSE(LoadImageFile(dir.path()));
     EXPECT_FALSE(LoadBytes("<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'/>", "drawing.png"));
     // A format that the decoders know and this program does not take.
     const QByteArray icon = Encode(PatternImage(16, 16), "ico");
     ASSERT_FALSE(icon.isEmpty());
     EXPECT_FALSE(LoadBytes(icon));
+}
+
+TEST_F(LoadImageFileTest, FailuresNameTheFileAndSayWhy) {
+    const QByteArray png = Encode(PatternImage(64, 48), "png");  // 24 bits
+    const QByteArray wide = Encode(QImage(kMaxBitmapSide + 1, 1, QImage::Format_Mono), "png");
+    const struct {
+        QByteArray bytes;
+        qint64 maxBytes;
+        const char* words;  // empty: it loads
+    } cases[] = {{png, 64 * 48 * 3, ""},
+                 {png, 64 * 48 * 3 - 1, "would take the media of the project beyond 2 GB of memory"},
+                 {png.chopped(20), kMaxMediaBytes, "is damaged or cut short"},
+                 {"text", kMaxMediaBytes, "is no picture that can be read"},
+                 {wide, kMaxMediaBytes, "has more pixels than a picture may have"}};
+    const QString path = Path("a\nb.png");
+    for (const auto& c : cases) {
+        ASSERT_TRUE(WriteBytes(path, c.bytes));
+        QString reason;
+        EXPECT_EQ(LoadImageFile(path, &reason, c.maxBytes) != nullptr, *c.words == 0);
+        const QString words = u'"' + Path("a?b.png") + QStringLiteral("\" ") + QLatin1String(c.words);
+        EXPECT_EQ(reason, *c.words == 0 ? QString() : words);
+    }
+    QString reason;
+    EXPECT_FALSE(LoadImageFile(Path("missing.png"), &reason));
+    EXPECT_TRUE(reason.endsWith(QStringLiteral("missing.png\" can't be read: No such file or directory")));
 }
 
 }  // namespace

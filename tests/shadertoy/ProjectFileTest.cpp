@@ -41,6 +41,8 @@ TEST_F(ProjectFileTest, NamesLeadToLocalFiles) {
     const QString secret = At("sub/a.png");
     ASSERT_TRUE(QDir().mkpath(assets) && QDir().mkpath(At("sub")));
     ASSERT_TRUE(WritePicture(cached, 8, 4) && WritePicture(secret, 2, 2));
+    ASSERT_TRUE(QDir().mkpath(At("media")) && WritePicture(At("media/m.png"), 2, 2));
+    ASSERT_TRUE(WritePicture(At("media/n.png"), 2, 2) && WritePicture(At("n.png"), 2, 2));
     // Leads from the assets folder to a file outside it.
     const QString climbing = QDir(assets).relativeFilePath(secret);
     ASSERT_TRUE(IsPlainFile(assets + u'/' + climbing));
@@ -49,6 +51,9 @@ TEST_F(ProjectFileTest, NamesLeadToLocalFiles) {
         {secret, secret},
         {QStringLiteral("sub\\a.png"), folder_.path() + QStringLiteral("/sub/a.png")},
         {QStringLiteral("https://host/media/a/") + cachedName, cached},
+        {QStringLiteral("m.png"), At("media/m.png")},
+        {QStringLiteral("/media/a/m.png"), At("media/m.png")},
+        {QStringLiteral("https://host/media/a/n.png"), At("n.png")},
         {QStringLiteral("/media/a/"), {}},
         {QStringLiteral("/sub/a.png"), {}},
         {QStringLiteral("/media/a/") + QString(climbing).replace(u'/', u'\\'), {}},
@@ -57,6 +62,15 @@ TEST_F(ProjectFileTest, NamesLeadToLocalFiles) {
     for (const auto& [name, expected] : rows)
         EXPECT_EQ(ResolveMedium(name, folder_.path()), expected) << name.toStdString();
     QFile::remove(cached);
+    for (const auto& [name, start] :
+         {std::pair{"none.png", "no file \"none.png\" was found in"},
+          {"/media/a/none.png", "no file \"/media/a/none.png\" was found, nor \"none.png\" in"}}) {
+        QString reason;
+        EXPECT_EQ(ResolveMedium(QString::fromLatin1(name), folder_.path(), &reason), QString());
+        const QString places =
+            QLatin1String(start) + QStringLiteral(" \"%1\", \"%1/media\"").arg(folder_.path());
+        EXPECT_TRUE(reason.startsWith(places) && reason.endsWith(u'"' + assets + u'"')) << qPrintable(reason);
+    }
 
     for (const char* refused : {"", "a/", "..", ".hidden", "..\\x.png", "a\x01.png", "a\x7f"})
         EXPECT_EQ(MediumCachePath(QString::fromLatin1(refused)), QString()) << refused;
@@ -64,7 +78,7 @@ TEST_F(ProjectFileTest, NamesLeadToLocalFiles) {
 }
 
 TEST_F(ProjectFileTest, ChannelsGetTheirMedia) {
-    ASSERT_TRUE(WritePicture(At("tex.png"), 12, 5));
+    ASSERT_TRUE(WritePicture(At("tex.png"), 12, 5) && QDir().mkpath(At("media")));
     for (const char* face : {"sky.png", "sky_1.png", "sky_2.png", "sky_4.png", "sky_5.png"})
         ASSERT_TRUE(WritePicture(At(face), 16, 16));
     // A volume of 4 x 3 x 2 bytes.
@@ -85,11 +99,23 @@ TEST_F(ProjectFileTest, ChannelsGetTheirMedia) {
     set(kStageImage, 0, kChannelTexture, QStringLiteral("tex.png"));
     set(kStageImage, 1, kChannelCubemap, QStringLiteral("sky.png"));
     set(kStageImage, 2, kChannelVolume, QStringLiteral("vol.bin"));
-    set(kStageBufferA, 0, kChannelTexture, QStringLiteral("tex.png"));
+    set(kStageBufferA, 0, kChannelTexture, QStringLiteral("./media/../tex.png"));
     set(kStageBufferA, 1, kChannelVolume, QStringLiteral("bad.bin"));
     set(kStageBufferA, 2, kChannelTexture, QStringLiteral("bad.bin"));
     set(kStageBufferA, 3, kChannelVolume, QStringLiteral("huge.bin"));
-    PrepareProjectChannels(project, folder_.path());
+    const QStringList unusable = PrepareProjectChannels(project, folder_.path());
+    const QString words = QStringLiteral("%1: the %2 of channel %3 can't be used: \"%4\" %5.");
+    const auto sentence = [&](const char* stage, const char* kind, const char* index, const char* file,
+                              const char* why) {
+        return words.arg(QLatin1String(stage), QLatin1String(kind), QLatin1String(index), At(file),
+                         QLatin1String(why));
+    };
+    EXPECT_EQ(unusable.join(u'\n'),
+              QStringList({sentence("Buffer A", "volume", "1", "bad.bin", "is no volume file"),
+                           sentence("Buffer A", "texture", "2", "bad.bin", "is no picture that can be read"),
+                           sentence("Buffer A", "volume", "3", "huge.bin", "is too large for a volume"),
+                           sentence("Image", "cubemap", "1", "sky_3.png", "is missing")})
+                  .join(u'\n'));
 
     const auto& image = project.stages[kStageImage];
     ASSERT_TRUE(image.channels[0].faces[0]);
@@ -110,6 +136,33 @@ TEST_F(ProjectFileTest, ChannelsGetTheirMedia) {
     EXPECT_FALSE(bufferA.channels[2].faces[0]);
     EXPECT_EQ(bufferA.channelResolution[2], (std::array<float, 3>{0, 0, 0}));
     EXPECT_FALSE(bufferA.channels[3].volumeData);
+}
+
+TEST_F(ProjectFileTest, MediaTogetherHaveABound) {
+    // 24 bits a pixel: 3000, 6000 and 300 bytes. Each counts once, however it is spelled.
+    ASSERT_TRUE(WritePicture(At("a.png"), 100, 10) && WritePicture(At("b.png"), 100, 20));
+    ASSERT_TRUE(WritePicture(At("c.png"), 100, 1) && QFile::link(At("a.png"), At("link.png")));
+    ShaderProject project;
+    const auto& image = project.stages[kStageImage].channels;
+    const auto set = [&](StageId stage, std::array<const char*, kChannelCount> files) {
+        project.stages[stage].kind = stage;
+        for (size_t i = 0; i < files.size(); ++i) {
+            project.stages[stage].channels[i].kind = kChannelTexture;
+            project.stages[stage].channels[i].fileName = QString::fromLatin1(files[i]);
+        }
+    };
+    set(kStageBufferA, {"a.png", "./a.png", "x/../a.png", "link.png"});
+    set(kStageImage, {"b.png", "c.png", ".//a.png", "a.png"});
+    ASSERT_TRUE(QDir().mkpath(At("x")));
+    const QStringList unusable = PrepareProjectChannels(project, folder_.path(), 3300);
+    EXPECT_EQ(
+        unusable.join(u'\n'),
+        QStringLiteral("Image: the texture of channel 0 can't be used: \"%1\" would take the media of the "
+                       "project beyond 2 GB of memory.")
+            .arg(At("b.png")));
+    for (size_t i = 0; i < kChannelCount; ++i)
+        EXPECT_EQ(image[i].faces[0] != nullptr, i != 0) << i;
+    EXPECT_EQ(image[2].faces[0], project.stages[kStageBufferA].channels[3].faces[0]);
 }
 
 TEST_F(ProjectFileTest, StatusTellsWhatAFileIs) {
