@@ -40,6 +40,8 @@ void PrintError(const QString& text) {
 int LoadIntoEditingForm(const QString& path) {
     ShaderProject project;
     const ProjectFileResult read = LoadProjectFile(path, project);
+    for (const QString& warning : read.warnings)
+        PrintError(QStringLiteral("pixelgrove-render: %1: %2").arg(path, warning));
     if (read.status != ProjectFileStatus::Loaded) {
         PrintError(QStringLiteral("pixelgrove-render: %1: %2").arg(path, read.message));
         return kExitUsage;

@@ -8,6 +8,7 @@
 #include "platform/CodePage.h"
 #include "platform/Files.h"
 #include "shadertoy/JsonText.h"
+#include "shadertoy/LoadWarnings.h"
 #include "shadertoy/ProjectJson.h"
 #include "shadertoy/ProjectMedia.h"
 
@@ -15,7 +16,7 @@ namespace pixelgrove {
 namespace {
 
 ProjectFileResult Failure(ProjectFileStatus status, const QString& sentence, const QString& path) {
-    return {status, sentence.arg(path)};
+    return {status, sentence.arg(path), {}, true};
 }
 
 bool HasStage(const ShaderProject& project) {
@@ -40,24 +41,22 @@ ProjectFileResult LoadProjectFile(const QString& path, ShaderProject& project) {
     const std::optional<QByteArrayView> text = CheckJsonText(*bytes);
     if (!text) return Failure(ProjectFileStatus::NotAProject, notAProject, path);
     ShaderProject read;
-    bool refused = false;
-    const bool isWhole = ReadProjectJson(FromCodePage(*text), read, &refused);
+    LoadWarnings warnings;
+    const bool isWhole = ReadProjectJson(FromCodePage(*text), read, &warnings);
     if (!isWhole && !HasStage(read)) return Failure(ProjectFileStatus::NotAProject, notAProject, path);
 
-    const bool isComplete = isWhole && !refused;
-
-    PrepareProjectChannels(read, info.absolutePath());
+    ProjectFileResult result{ProjectFileStatus::Loaded, {}, {}, isWhole && warnings.IsEmpty()};
+    if (!isWhole) {
+        result.warnings +=
+            QStringLiteral("The project is damaged; the stages behind the damage are missing.");
+    }
+    warnings.Add(PrepareProjectChannels(read, info.absolutePath()));
+    result.warnings += warnings.Lines();
     project = std::move(read);
 
     if (project.stages[kStageImage].kind == kStageNone) {
-        return {ProjectFileStatus::NoImageStage,
-                QStringLiteral("The project \"%1\" has no Image stage.").arg(path), isComplete};
-    }
-    ProjectFileResult result{ProjectFileStatus::Loaded, {}, isComplete};
-    if (!isWhole) {
-        result.message = QStringLiteral("The project is damaged; the stages behind the damage are missing.");
-    } else if (refused) {
-        result.message = QStringLiteral("Some parts of the project can't be kept here and were left out.");
+        result.status = ProjectFileStatus::NoImageStage;
+        result.message = QStringLiteral("The project \"%1\" has no Image stage.").arg(path);
     }
     return result;
 }

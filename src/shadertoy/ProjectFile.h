@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include "core/ShaderProject.h"
 
@@ -13,10 +14,13 @@ enum class ProjectFileStatus { Loaded, Unreadable, TooLarge, NotAProject, NoImag
 
 struct ProjectFileResult {
     ProjectFileStatus status = ProjectFileStatus::Unreadable;
-    // One or two sentences for the user. Empty when everything was read; with Loaded otherwise it says what
-    // was left out.
+    // A sentence for the user; empty with Loaded.
     QString message;
-    // False when something in the file was left out, so that the file holds more than the project.
+    // What was left out of a project that was read, and which media can't be used: a bounded number of
+    // sentences of one line each.
+    QStringList warnings;
+    // False when something in the file was left out, so that the file holds more than the project. Media are
+    // no part of the file.
     bool isComplete = true;
 };
 

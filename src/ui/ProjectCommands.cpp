@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <array>
+#include <cstdio>
 
 #include "controls/LiveValues.h"
 #include "core/BaseFolders.h"
@@ -90,6 +91,10 @@ bool ProjectCommands::Load(const QString& path, const LoadWords& words) {
         result.status == ProjectFileStatus::Loaded || result.status == ProjectFileStatus::NoImageStage;
     QString status = isLoaded ? words.done : words.failed;
     if (!result.message.isEmpty()) status += u'\n' + result.message;
+    for (const QString& warning : result.warnings) {
+        status += u'\n' + warning;
+        std::fprintf(stderr, "pixelgrove: %s: %s\n", qPrintable(path), qPrintable(warning));
+    }
     if (isLoaded) {
         AdoptProject(project, path);
         // A file that holds more than was read of it is not written over without a question.

@@ -36,7 +36,9 @@ class ProjectCommands {
     void SaveProjectAs();
 
     // Loads a project file into the editing form and says so in the message pane. When the file can't be read
-    // the pane says why, the project stays as it was, and the result is false.
+    // the pane says why, the project stays as it was, and the result is false. What of it can't be had is
+    // told line by line there and on stderr, and a file that holds more than was read of it is not the
+    // project's own.
     bool Load(const QString& path, const LoadWords& words = {});
 
     // Loads a source file into the shown stage under its own name and says so in the message pane. False when

@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <tuple>
 
 namespace {
 
@@ -208,15 +209,29 @@ TEST_F(HeadlessRender, MediaThatLieAreACompileFailure) {
         bitmap.append(reinterpret_cast<const char*>(&value), 4);
     bitmap.append(QByteArray("\x01\0\x18\0", 4)).append(QByteArray(24, '\0'));
     Write("lie.bmp", bitmap);
-    for (const auto& [type, src] : {std::pair{"volume", "lie.bin"},
-                                    {"texture", "lie.bmp"},
-                                    {"texture", "gone.png"},
-                                    {"cubemap", "lie.bmp"}}) {
+    const QLatin1String damaged("\" is damaged or cut short.\n");
+    const QLatin1String missing(
+        "Image: the texture of channel 0 can't be used: no file \"gone.png\" was found in ");
+    for (const auto& [type, src, words] : {std::tuple{"volume", "lie.bin", damaged},
+                                           {"texture", "lie.bmp", damaged},
+                                           {"texture", "gone.png", missing},
+                                           {"cubemap", "lie.bmp", damaged}}) {
         Write("a.json", Project(Pass("image", "Image", kGradient, Input(type, src))));
         const Outcome outcome = Run("a.json --size 8x8");
         EXPECT_EQ(outcome.exitCode, 1) << type << " " << src;
-        EXPECT_TRUE(outcome.err.contains(QLatin1String("channel 0"))) << outcome.err.toStdString();
+        // Once as a warning of the load, once as what the compile failed of.
+        EXPECT_EQ(outcome.err.count(words), 2) << outcome.err.toStdString();
     }
+}
+
+TEST_F(HeadlessRender, WhatALoadLeavesOutIsSaidOnStderr) {
+    Write("a.json", Project(Pass("image", "Image", kGradient) + "," + Pass("sound", "Sound", "x") + "," +
+                            Pass("buffer", "Buffer E", "x")));
+    const Outcome outcome = Run("a.json --check");
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.err.toStdString(),
+              "pixelgrove-render: a.json: The sound pass was left out; there is no such stage here.\n"
+              "pixelgrove-render: a.json: The pass \"Buffer E\" was left out; no stage has that name.\n");
 }
 
 }  // namespace

@@ -33,11 +33,11 @@ const std::vector<std::string>& FuzzSeeds() {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const QString text = FromCodePage(QByteArrayView(data, qsizetype(size)));
     ShaderProject project;
-    bool refused = false;
-    if (!ReadProjectJson(text, project, &refused)) return 0;
+    LoadWarnings warnings;
+    if (!ReadProjectJson(text, project, &warnings)) return 0;
 
     ShaderProject again;
-    FUZZ_CHECK(ReadProjectJson(WriteProjectJson(project), again, &refused));
+    FUZZ_CHECK(ReadProjectJson(WriteProjectJson(project), again, &warnings));
     for (uint32_t id = kStageCommon; id <= kStageImage; ++id) {
         FUZZ_CHECK(again.stages[id].kind == project.stages[id].kind);
         FUZZ_CHECK(again.stages[id].source == project.stages[id].source);

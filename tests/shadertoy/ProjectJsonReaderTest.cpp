@@ -114,9 +114,9 @@ TEST(ReadPass, InputsLandByChannelNumberAndOnlyThere) {
     for (const auto& [number, slot] : rows) {
         const QString input = Json("{'ctype':'mic','channel':%1}").arg(QString::fromLatin1(number));
         ShaderStage stage;
-        bool refused = false;
-        ASSERT_TRUE(ReadPassJson(Object(Pass("image", "", "x", input)), stage, &refused));
-        EXPECT_EQ(refused, slot < 0) << number;
+        LoadWarnings warnings;
+        ASSERT_TRUE(ReadPassJson(Object(Pass("image", "", "x", input)), stage, &warnings));
+        EXPECT_EQ(!warnings.IsEmpty(), slot < 0 || number == std::string("null")) << number;
         for (int i = 0; i < kChannelCount; ++i)
             EXPECT_EQ(stage.channels[size_t(i)].kind, i == slot ? kChannelAudio : kChannelUnused) << number;
     }
@@ -127,10 +127,10 @@ TEST(ReadInfo, NumbersKeepTheirLow32Bits) {
          {std::pair{"3.99", 3u}, {"-1", 0xFFFFFFFFu}, {"4294967301", 5u}, {"-1e300", 0u}}) {
         const QString info = SampleInfo().replace(Json("'likes':3"), Json("'likes':") + Json(number));
         ShaderInfo result;
-        bool refused = false;
-        EXPECT_TRUE(ReadInfoJson(Json("{'Shader':{'info':%1}}").arg(info), result, &refused)) << number;
+        LoadWarnings warnings;
+        EXPECT_TRUE(ReadInfoJson(Json("{'Shader':{'info':%1}}").arg(info), result, &warnings)) << number;
         EXPECT_EQ(result.likes, value) << number;
-        EXPECT_EQ(refused, value == 0) << number;
+        EXPECT_EQ(!warnings.IsEmpty(), value == 0) << number;
     }
 }
 
@@ -170,9 +170,9 @@ TEST(ReadProject, TextsOverTheirCapacityAreLeftEmptyAndReadingGoesOn) {
             const bool fits = length < capacity;
             *field = QString(length, u'v');
             const QString text = WriteProjectJson(project);
-            bool refused = fits;
-            ASSERT_TRUE(ReadProjectJson(text, project, &refused));
-            EXPECT_EQ(refused, !fits);
+            LoadWarnings warnings;
+            ASSERT_TRUE(ReadProjectJson(text, project, &warnings));
+            EXPECT_EQ(!warnings.IsEmpty(), !fits);
             EXPECT_EQ(field->size(), fits ? length : 0);
             EXPECT_EQ(channel.filter, gl::kLinear);
         }
@@ -209,6 +209,55 @@ TEST(ReadProject, LaterPassesReplaceEarlierOnesAndOthersAreDiscarded) {
     for (uint32_t id = 0; id < uint32_t(kStageCount); ++id) {
         EXPECT_EQ(project.stages[id].kind, id == kStageBufferA ? id : 0) << id;
     }
+}
+
+TEST(ReadProject, WhatIsLeftOutIsSaidInOneLineEach) {
+    const auto image = [](const char* inputs) { return Pass("image", "Image", "x", Json(inputs)); };
+    const QString longName(300, u'n');
+    const std::pair<QString, const char*> rows[] = {
+        {image("{'ctype':'mic','channel':1},{'ctype':'mic','channel':0,'id':3,'src':'s'}"), ""},
+        {image("{'ctype':'mic','channel':7}"),
+         "Image: an input for channel 7 was left out; there are channels 0 to 3."},
+        {image("{'channel':2}"), "Image: an input without a kind was left out."},
+        {image("{'ctype':'mi\\nc','channel':2}"),
+         "Image: the kind \"mi?c\" of channel 2 is unknown, and its input was left out."},
+        {image("{'ctype':'mic','channel':2},{'ctype':'keyboard','channel':2}"),
+         "Image: channel 2 has more than one input; the last one counts."},
+        {image("{'ctype':'mic','channel':2,'src':'lost'}"),
+         "Image: the input of channel 2 is damaged and was read in part."},
+        {image("{'ctype':'mic','channel':2,'id':1,'src':'%1'}").arg(longName),
+         "Image: the file name of channel 2 is too long (300 characters, 259 fit) and was left out."},
+        {image("1"), "Image: the stage was left out, as its inputs are missing or damaged."},
+        {Json("{'type':'image','inputs':[]}"), "Image: the stage was left out, as it has no code."},
+        {Pass("image", "", "a\\u0000b"), "Image: the text behind a zero character was left out."},
+        {image("") + u',' + image(""), "Image: there is more than one such pass; the last one counts."},
+        {Pass("buffer", "Buffer E", "x", Json("{'channel':9}")),
+         "The pass \"Buffer E\" was left out; no stage has that name."},
+        {Json("{'type':'buffer'}"), "A buffer pass without a name was left out."},
+        {Pass("vertex", "", "x"), "A pass of the unknown type \"vertex\" was left out."},
+        {Pass("sound", "", "x"), "The sound pass was left out; there is no such stage here."},
+        {QStringLiteral("{}"), "A pass without a type was left out."},
+    };
+    const auto warningsOf = [](const QString& passes, const QString& info) {
+        LoadWarnings warnings;
+        ShaderProject project;
+        EXPECT_TRUE(
+            ReadProjectJson(ProjectText(u'[' + passes + u']', Json("'1'"), info), project, &warnings));
+        return warnings.Lines();
+    };
+    for (const auto& [passes, sentence] : rows)
+        EXPECT_EQ(warningsOf(passes, SampleInfo()).join(u'|').toStdString(), sentence)
+            << passes.toStdString();
+    EXPECT_TRUE(warningsOf({}, QStringLiteral("{}")).isEmpty());
+    EXPECT_EQ(warningsOf({}, WithoutKey(SampleInfo(), "likes")).join(u'|').toStdString(),
+              "The info of the project has gaps; its name and other texts were left out.");
+
+    QString passes = QStringLiteral("{},{}");
+    for (int i = 0; i < 100; ++i)
+        passes += u',' + Pass(QByteArray::number(i), "", "x");
+    const QStringList many = warningsOf(passes, SampleInfo());
+    ASSERT_EQ(many.size(), LoadWarnings::kMaxLines + 1);
+    EXPECT_EQ(many.last(), QStringLiteral("And %1 more like these.").arg(102 - LoadWarnings::kMaxLines));
 }
 
 }  // namespace

@@ -231,6 +231,9 @@ TEST_F(FileCommandsTest, SavingWritesWhatIsEditedToTheProjectsOwnFile) {
         Run(kCmdSaveProject);
         EXPECT_TRUE(fileQuestion.forSaving) << &make - makers;
     }
+    EXPECT_EQ(Status(),
+              QStringLiteral("Project loaded.\nThe project is damaged; the stages behind the damage "
+                             "are missing."));
 }
 
 TEST_F(FileCommandsTest, CharactersThatFilesCannotHoldAreToldOfAndStay) {
