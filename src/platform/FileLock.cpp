@@ -5,12 +5,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <QFile>
+#include "platform/Descriptor.h"
 
 namespace pixelgrove {
 
 std::optional<FileLock> FileLock::Take(const QString& path) {
-    const QByteArray name = QFile::encodeName(path);
+    const QByteArray name = SystemName(path);
     FileLock lock(open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (lock.descriptor_ < 0 || flock(lock.descriptor_, LOCK_EX | LOCK_NB) != 0) return std::nullopt;
     // Its last holder may have removed the file since it was opened; whoever comes next makes another one.

@@ -32,6 +32,11 @@ RecoveryKeeper::RecoveryKeeper() {
     QObject::connect(&timer_, &QTimer::timeout, [this] { OnTimer(); });
 }
 
+void RecoveryKeeper::Start(const QString& folder) {
+    folder_ = folder;
+    NoteChange();
+}
+
 void RecoveryKeeper::NoteChange() {
     if (folder_.isEmpty()) return;
     if (!shaderModified) {

@@ -20,7 +20,7 @@ class RecoveryKeeper {
     RecoveryKeeper();
 
     // From now on copies are kept in this folder; before, nothing is done. With an empty path there are none.
-    void Start(const QString& folder) { folder_ = folder; }
+    void Start(const QString& folder);
 
     // The project was changed, saved or replaced.
     void NoteChange();
@@ -41,7 +41,7 @@ class RecoveryKeeper {
 
     static constexpr int kQuietMs = 2000;
     // A change waits no longer than this, however quickly others follow.
-    static constexpr int kLongestMs = 10000;
+    static constexpr int kLongestMs = 5000;
 
   private:
     void OnTimer();
