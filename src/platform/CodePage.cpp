@@ -1,5 +1,6 @@
 #include "platform/CodePage.h"
 
+#include <QList>
 #include <algorithm>
 #include <array>
 #include <optional>
