@@ -161,6 +161,12 @@ void FrameWindow::LayOut() {
 }
 
 void FrameWindow::NotePlace() {
+    // A window manager that tiles windows gives them another place.
+    if (maximised_ && !byManager_ && !fullScreen_ && FrameRect() != laidOver_) {
+        ChangeMaximised(false);
+        LayOut();
+        update();
+    }
     if (IsPlain() && normal_ != FrameRect()) {
         if (!sinceMove_.isValid() || sinceMove_.elapsed() > kSettleMs) settledNormal_ = normal_;
         sinceMove_.start();
@@ -202,8 +208,8 @@ void FrameWindow::SetMaximised(bool maximised) {
     }
     if (maximised) normal_ = NormalRect();
     ChangeMaximised(maximised);
-    const EdgeRect area = maximised ? WorkAreaAround(normal_, screen()) : normal_;
-    if (!area.IsEmpty()) setGeometry(ToQRect(area));
+    laidOver_ = maximised ? WorkAreaAround(normal_, screen()) : normal_;
+    if (!laidOver_.IsEmpty()) setGeometry(ToQRect(laidOver_));
     LayOut();
     update();
     NotePlace();

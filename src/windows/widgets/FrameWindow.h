@@ -125,6 +125,7 @@ class FrameWindow : public QWidget {
     QElapsedTimer sinceMove_;
     QPointer<QWidget> keepsFocus_;
     QElapsedTimer sinceQuietShow_;
+    EdgeRect laidOver_;  // where it was put to be maximised without the window manager
     bool maximised_ = false;
     bool byManager_ = false;  // it was the window manager that maximised it
     bool restoring_ = false;  // and it was asked to make it normal again
