@@ -73,7 +73,7 @@ TEST_F(SaveBitmapImageTest, LossyFormatsComeClose) {
     ASSERT_TRUE(SaveBitmapImage(*bitmap, Path("f.jpg")));
     EXPECT_LT(MeanError(QImage(Path("f.jpg")), *bitmap), 2.0);
     const QByteArray jpeg = ReadWholeFile(Path("f.jpg")).value_or("");
-    EXPECT_EQ(jpeg.mid(jpeg.indexOf("\xFF\xDB") + 5, 3), QByteArray("\2\1\1")) << "the table of quality 95";
+    EXPECT_EQ(jpeg.mid(jpeg.indexOf("\xFF\xDB") + 5, 4), QByteArray("\2\1\1\1")) << "the table of quality 95";
     ASSERT_TRUE(SaveBitmapImage(*bitmap, Path("f.gif")));
     EXPECT_LT(MeanError(QImage(Path("f.gif")), *bitmap), 20.0);
 }
