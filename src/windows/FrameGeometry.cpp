@@ -31,19 +31,6 @@ FrameZone BorderZone(const FrameShape& shape, QPoint point) {
     return point.y() < kSizingBorder ? FrameZone::Top : FrameZone::Bottom;
 }
 
-bool IsAtLeft(FrameZone z) {
-    return z == FrameZone::Left || z == FrameZone::TopLeft || z == FrameZone::BottomLeft;
-}
-bool IsAtRight(FrameZone z) {
-    return z == FrameZone::Right || z == FrameZone::TopRight || z == FrameZone::BottomRight;
-}
-bool IsAtTop(FrameZone z) {
-    return z == FrameZone::Top || z == FrameZone::TopLeft || z == FrameZone::TopRight;
-}
-bool IsAtBottom(FrameZone z) {
-    return z == FrameZone::Bottom || z == FrameZone::BottomLeft || z == FrameZone::BottomRight;
-}
-
 // One grip whose lines follow each other along x or y, from "first" on, across the strip.
 void AddGrip(std::vector<GripPart>& parts, const EdgeRect& strip, bool alongX, int first) {
     const int last = first + kGripFar - kGripNear - 1;
@@ -75,15 +62,42 @@ FrameZone ZoneAt(const FrameShape& shape, QPoint point) {
     return y < shape.captionHeight ? FrameZone::Caption : FrameZone::Client;
 }
 
+Qt::Edges EdgesOf(FrameZone zone) {
+    switch (zone) {
+        case FrameZone::Left:
+            return Qt::LeftEdge;
+        case FrameZone::Right:
+            return Qt::RightEdge;
+        case FrameZone::Top:
+            return Qt::TopEdge;
+        case FrameZone::Bottom:
+            return Qt::BottomEdge;
+        case FrameZone::TopLeft:
+            return Qt::TopEdge | Qt::LeftEdge;
+        case FrameZone::TopRight:
+            return Qt::TopEdge | Qt::RightEdge;
+        case FrameZone::BottomLeft:
+            return Qt::BottomEdge | Qt::LeftEdge;
+        case FrameZone::BottomRight:
+            return Qt::BottomEdge | Qt::RightEdge;
+        default:
+            return {};
+    }
+}
+
 EdgeRect DragRect(const EdgeRect& atPress, FrameZone zone, QPoint way, QSize minimum) {
     if (zone == FrameZone::Caption) return Offset(atPress, way.x(), way.y());
+    const Qt::Edges edges = EdgesOf(zone);
     EdgeRect rect = atPress;
     const auto wished = [](int edge, int by) { return Saturate(int64_t{edge} + by); };
     const auto stop = [](int other, int size) { return Saturate(int64_t{other} + size); };
-    if (IsAtLeft(zone)) rect.left = std::min(wished(rect.left, way.x()), stop(rect.right, -minimum.width()));
-    if (IsAtRight(zone)) rect.right = std::max(wished(rect.right, way.x()), stop(rect.left, minimum.width()));
-    if (IsAtTop(zone)) rect.top = std::min(wished(rect.top, way.y()), stop(rect.bottom, -minimum.height()));
-    if (IsAtBottom(zone))
+    if (edges.testFlag(Qt::LeftEdge))
+        rect.left = std::min(wished(rect.left, way.x()), stop(rect.right, -minimum.width()));
+    if (edges.testFlag(Qt::RightEdge))
+        rect.right = std::max(wished(rect.right, way.x()), stop(rect.left, minimum.width()));
+    if (edges.testFlag(Qt::TopEdge))
+        rect.top = std::min(wished(rect.top, way.y()), stop(rect.bottom, -minimum.height()));
+    if (edges.testFlag(Qt::BottomEdge))
         rect.bottom = std::max(wished(rect.bottom, way.y()), stop(rect.top, minimum.height()));
     return rect;
 }

@@ -50,6 +50,9 @@ EdgeRect ClientRect(const FrameShape& shape);
 // The zone of a point. Buttons in the caption are the caption's own business.
 FrameZone ZoneAt(const FrameShape& shape, QPoint point);
 
+// The sides that a zone is dragged by; none for the caption and for zones that nothing is dragged by.
+Qt::Edges EdgesOf(FrameZone zone);
+
 // The frame's rectangle on the screen that a drag proposes: the one at the press plus the way of the mouse
 // since then, in both axes or at the sides that the zone names. A side stops where the frame would get
 // smaller than "minimum". As it was for zones that nothing is dragged by.

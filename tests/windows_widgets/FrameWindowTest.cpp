@@ -172,6 +172,26 @@ TEST_F(FrameWindowTest, ADragEndsWithItsWindowOrItsButton) {
     EXPECT_EQ(frame.FrameRect(), Offset(kStart, 10, 10));
 }
 
+TEST_F(FrameWindowTest, ARefusedPlaceIsNotTheWindows) {
+    if (qApp && !HasWindowManager()) GTEST_SKIP() << "no window manager";
+    FrameWindow frame;
+    frame.SetFrameRect(kStart);
+    Windows().Present(frame, kOutputWin);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&frame));
+    // It is held at the edge of the screen; the second time nothing changes any more that it would report.
+    EdgeRect held;
+    for (const int left : {-3000, -4000}) {
+        frame.SetFrameRect(Offset(kStart, left, 0));
+        ASSERT_TRUE(PumpUntil([&] { return frame.IsSettled(); }));
+        if (held.IsEmpty()) held = frame.FrameRect();
+        EXPECT_GT(frame.FrameRect().right, 0);
+        EXPECT_EQ(frame.FrameRect(), held);
+        EXPECT_EQ(Windows().RowOf(frame)->placement.normal, held);
+    }
+    Drag(frame, InCaption(frame), {400, 20});
+    EXPECT_EQ(frame.FrameRect(), Offset(held, 400, 20));
+}
+
 TEST_F(FrameWindowTest, MaximisesOverTheWorkAreaAndBack) {
     FrameWindow frame;
     ASSERT_TRUE(ShowAt(frame, kStart));

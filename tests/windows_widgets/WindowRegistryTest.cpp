@@ -51,7 +51,11 @@ class RegistryTest : public DisplayTest {
         for (const EdgeRect& proposal : proposals)
             Windows().DragTo(window, zone, proposal, shift);
         Windows().EndDrag(window);
-        PumpFor(30);
+        WaitSettled();
+    }
+    void WaitSettled() {
+        for (const auto& [name, window] : windows)
+            EXPECT_TRUE(PumpUntil([&] { return window->IsSettled(); })) << qPrintable(name);
     }
 
     std::map<QString, std::unique_ptr<FrameWindow>> windows;
@@ -80,6 +84,45 @@ TEST_F(RegistryTest, ACaptionDragSnapsBelowTwelvePixels) {
     Windows().DragTo(other, FrameZone::Caption, at11, false);
     EXPECT_EQ(other.FrameRect(), at11);
     Windows().EndDrag(other);
+    // A drag that ends on a step that doesn't count is flush all the same.
+    windows.at(Name(kOutputWin))->show();
+    Drag(other, FrameZone::Caption, {at11});
+    EXPECT_EQ(other.FrameRect(), (EdgeRect{500, 150, 800, 350}));
+}
+
+TEST_F(RegistryTest, WhereTheManagerLeadsTheOthersFollow) {
+    FrameWindow& first = Show(kEditWin, {100, 100, 500, 500});
+    FrameWindow& other = Show(kOutputWin, {600, 100, 900, 300});
+    const struct {
+        bool snap, lock;
+        FrameZone zone;
+        bool plain;
+    } cases[] = {{false, false, FrameZone::Caption, true},
+                 {true, false, FrameZone::Caption, false},
+                 {true, false, FrameZone::Left, true},
+                 {false, true, FrameZone::Left, false}};
+    for (const auto& c : cases) {
+        Windows().SetSnapping(c.snap);
+        Windows().SetLockWindows(c.lock);
+        EXPECT_EQ(Windows().IsPlainDrag(first, c.zone, false), c.plain);
+        EXPECT_EQ(Windows().IsPlainDrag(first, c.zone, true),
+                  c.lock && (c.zone != FrameZone::Caption || !c.snap));
+    }
+    Windows().SetLockWindows(true);
+    const auto lead = [this](FrameWindow& window, const EdgeRect& to) {
+        Windows().BeginDrag(window, false);
+        Windows().LeaveDragToManager(window, FrameZone::Caption);
+        window.SetFrameRect(to);
+        WaitSettled();
+        Windows().EndDrag(window);
+        WaitSettled();
+    };
+    lead(first, {120, 130, 520, 530});
+    EXPECT_EQ(other.FrameRect(), (EdgeRect{620, 130, 920, 330}));
+    Windows().SetLockWindows(false);
+    Windows().SetSnapping(true);
+    lead(first, {211, 230, 611, 630});
+    EXPECT_EQ(first.FrameRect(), (EdgeRect{220, 230, 620, 630})) << "snapped at the end";
 }
 
 TEST_F(RegistryTest, EdgesAreAlignedAfterADragWithSnapping) {

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
+#include <QVBoxLayout>
 #include <QWindow>
 #include <cmath>
 #include <utility>
@@ -62,7 +63,10 @@ OutputWindow::OutputWindow() {
     container_ = QWidget::createWindowContainer(view_, Client());
     container_->setFocusPolicy(Qt::StrongFocus);
     container_->setCursor(Qt::ArrowCursor);
-    container_->setGeometry(Client()->rect());
+    // The client area changes with the frame's state too, at the same size of the frame.
+    auto* fill = new QVBoxLayout(Client());
+    fill->setContentsMargins(0, 0, 0, 0);
+    fill->addWidget(container_);
     connect(view_, &OutputView::MenuRequested, this, &OutputWindow::ShowMenu);
     view_->takeKey = [this](const QKeyEvent& event) { return TakeKey(event); };
     if (App()) App()->outputSurface = surface_;
@@ -101,11 +105,6 @@ void OutputWindow::closeEvent(QCloseEvent* event) {
 
 void OutputWindow::showEvent(QShowEvent*) {
     ApplyAlwaysOnTop();
-}
-
-void OutputWindow::resizeEvent(QResizeEvent* event) {
-    FrameWindow::resizeEvent(event);
-    if (container_) container_->setGeometry(Client()->rect());
 }
 
 // Keys that reach the frame instead of the view, as some window managers have it.

@@ -10,6 +10,8 @@
 
 #include "windows/widgets/CaptionBar.h"
 #include "windows/widgets/FrameWindow.h"
+#include "windows/widgets/ManagerDrag.h"
+#include "windows/widgets/PlaceWatch.h"
 #include "windows/widgets/WindowRegistry.h"
 #include "windows/widgets/WindowSystem.h"
 
@@ -19,6 +21,13 @@ namespace {
 
 // Pixels that a maximised window's caption is pulled before the window comes off its place.
 constexpr int kPullOff = 6;
+
+// Pixels that a drag goes before the window manager may have it. A double click comes before.
+constexpr int kHandOver = 3;
+
+int Length(const QPoint& way) {
+    return std::max(std::abs(way.x()), std::abs(way.y()));
+}
 
 Qt::CursorShape CursorOf(FrameZone zone) {
     switch (zone) {
@@ -89,6 +98,9 @@ void FrameWindow::InstallEvents() {
     if (installed) return;
     installed = new FrameEvents(qApp);
     qApp->installEventFilter(installed);
+    WatchReports([](QWidget& window) {
+        if (auto* frame = qobject_cast<FrameWindow*>(&window)) frame->place_->NoteReport();
+    });
 }
 
 FrameZone FrameWindow::ZoneOf(const QMouseEvent& event) const {
@@ -123,22 +135,45 @@ void FrameWindow::mouseMoveEvent(QMouseEvent* event) {
     }
     // The release may have gone to somebody else, as to a menu that opened meanwhile.
     if (!event->buttons().testFlag(Qt::LeftButton)) {
-        FinishDrag();
+        managerDrag_->IsActive() ? EndManagerDrag() : FinishDrag();
         return;
     }
-    const QPoint pointer = event->globalPosition().toPoint();
+    // It takes the pointer soon. If it is too late for that, the rest is done at the release.
+    if (managerDrag_->IsActive()) {
+        heldBack_ = ProposedBy(event->globalPosition().toPoint());
+        return;
+    }
+    // While the window goes with the pointer, what its events say is measured from places that it has left
+    // since. With the button up the pointer may have gone on already, and the event is the better witness.
+    const QPoint now = QCursor::pos();
+    const bool isDown = IsLeftButtonDown();
+    const QPoint pointer = isDown ? now : event->globalPosition().toPoint();
     if (!dragBegun_) {
-        const QPoint way = pointer - pressedAt_;
-        if (std::max(std::abs(way.x()), std::abs(way.y())) <= kPullOff) return;
+        if (Length(pointer - pressedAt_) <= kPullOff) return;
         RestoreUnder(pointer);
     }
-    Windows().DragTo(*this, dragZone_,
-                     DragRect(rectAtPress_, dragZone_, pointer - pressedAt_, SmallestFrame()),
-                     IsLeftShiftDown());
+    const QPoint way = pointer - pressedAt_;
+    const EdgeRect proposed = ProposedBy(pointer);
+    const bool leftShift = IsLeftShiftDown();
+    const bool isPlain = IsXwayland() || Windows().IsPlainDrag(*this, dragZone_, leftShift);
+    if (isDown && managerTakesIt_ && isPlain && !maximised_ && place_->IsSettled()) {
+        if (FrameRect() == rectAtPress_ && Length(way) <= kHandOver) {
+            heldBack_ = proposed;
+            return;
+        }
+        if (HandOver(pointer)) return;
+    }
+    heldBack_.reset();
+    Windows().DragTo(*this, dragZone_, proposed, leftShift);
 }
 
 void FrameWindow::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {
+        if (managerDrag_->IsActive()) {
+            managerDrag_->Cancel();
+            heldBack_ = ProposedBy(event->globalPosition().toPoint());
+        }
+        DoHeldBack();
         FinishDrag();
     } else if (event->button() == Qt::RightButton && dragZone_ == FrameZone::Outside &&
                ZoneOf(*event) == FrameZone::Caption) {
@@ -156,6 +191,7 @@ void FrameWindow::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void FrameWindow::BeginDrag() {
     dragBegun_ = true;
+    managerTakesIt_ = ManagerTakesDrags();
     Windows().BeginDrag(*this, IsLeftShiftDown());
 }
 
@@ -174,8 +210,52 @@ void FrameWindow::RestoreUnder(const QPoint& pointer) {
     BeginDrag();
 }
 
+EdgeRect FrameWindow::ProposedBy(const QPoint& pointer) const {
+    return DragRect(rectAtPress_, dragZone_, pointer - pressedAt_, SmallestFrame());
+}
+
+// From here on the pointer is the window manager's. The window may have gone a part of the way since the
+// press.
+bool FrameWindow::HandOver(const QPoint& pointer) {
+    const EdgeRect rect = FrameRect();
+    QPoint from = pressedAt_ + QPoint(rect.left - rectAtPress_.left, rect.top - rectAtPress_.top);
+    if (dragZone_ != FrameZone::Caption && rect != rectAtPress_) from = pointer;
+    managerTakesIt_ = managerDrag_->Start(dragZone_, from);
+    if (!managerTakesIt_) return false;
+    heldBack_ = ProposedBy(pointer);
+    place_->Forget();
+    Windows().LeaveDragToManager(*this, dragZone_);
+    return true;
+}
+
+// What was left to the window manager, and it did nothing of it: the release came too early.
+void FrameWindow::DoHeldBack() {
+    if (managerDrag_->HasMoved()) heldBack_.reset();
+    if (heldBack_) Windows().DragTo(*this, dragZone_, *heldBack_, IsLeftShiftDown());
+}
+
+void FrameWindow::EndManagerDrag() {
+    DoHeldBack();
+    FinishDrag();
+    // Nobody has told the toolkit that the button is up, and it would give all moves to this window.
+    const QPoint pointer = QCursor::pos();
+    QMouseEvent release(QEvent::MouseButtonRelease, mapFromGlobal(QPointF(pointer)), QPointF(pointer),
+                        Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    if (windowHandle()) QCoreApplication::sendEvent(windowHandle(), &release);
+}
+
+void FrameWindow::TakeSettled(bool refused) {
+    Windows().NoteSettled();
+    // A window manager that lets no program place its windows may still move them for the user.
+    if (refused && dragBegun_ && managerTakesIt_ && !managerDrag_->IsActive() &&
+        FrameRect() == rectAtPress_ && IsLeftButtonDown())
+        HandOver(QCursor::pos());
+}
+
 void FrameWindow::FinishDrag() {
     dragZone_ = FrameZone::Outside;
+    heldBack_.reset();
+    managerDrag_->Forget();
     if (std::exchange(dragBegun_, false)) Windows().EndDrag(*this);
 }
 

@@ -8,7 +8,9 @@
 #include <utility>
 
 #include "windows/widgets/CaptionBar.h"
+#include "windows/widgets/ManagerDrag.h"
 #include "windows/widgets/ManagerStates.h"
+#include "windows/widgets/PlaceWatch.h"
 #include "windows/widgets/ScreenAreas.h"
 #include "windows/widgets/Theme.h"
 #include "windows/widgets/WindowRegistry.h"
@@ -39,6 +41,8 @@ QColor ThreeQuarters(const QColor& colour) {
 }  // namespace
 
 FrameWindow::FrameWindow(Kind kind, QWidget* owner) : QWidget(owner, FlagsOf(kind)), kind_(kind) {
+    place_ = new PlaceWatch(this);
+    managerDrag_ = new ManagerDrag(this);
     caption_ = new CaptionBar(this, kind == Kind::Window);
     client_ = new QWidget(this);
     // Or they would show the sizing cursor that the frame had when the mouse went on from its border.
@@ -51,6 +55,8 @@ FrameWindow::FrameWindow(Kind kind, QWidget* owner) : QWidget(owner, FlagsOf(kin
     connect(caption_, &CaptionBar::MinimiseClicked, this, &FrameWindow::Minimise);
     connect(caption_, &CaptionBar::MaximiseClicked, this, [this] { SetMaximised(!maximised_); });
     connect(caption_, &CaptionBar::CloseClicked, this, &QWidget::close);
+    connect(place_, &PlaceWatch::Settled, this, &FrameWindow::TakeSettled);
+    connect(managerDrag_, &ManagerDrag::Ended, this, &FrameWindow::EndManagerDrag);
     caption_->SetIcon(windowIcon());
     InstallEvents();
     Windows().AddFrame(*this);
@@ -136,6 +142,10 @@ void FrameWindow::SetFrameRect(const EdgeRect& rect) {
     NotePlace();
 }
 
+bool FrameWindow::IsSettled() const {
+    return place_->IsSettled();
+}
+
 EdgeRect FrameWindow::NormalRect() const {
     return IsPlain() ? FrameRect() : normal_;
 }
@@ -175,11 +185,14 @@ void FrameWindow::NotePlace() {
     Windows().NoteMoved(*this);
 }
 
-void FrameWindow::moveEvent(QMoveEvent*) {
+// Events that the window system sends are reports, others tell what it has been asked for.
+void FrameWindow::moveEvent(QMoveEvent* event) {
+    if (!event->spontaneous()) place_->NoteAsked();
     NotePlace();
 }
 
-void FrameWindow::resizeEvent(QResizeEvent*) {
+void FrameWindow::resizeEvent(QResizeEvent* event) {
+    if (!event->spontaneous()) place_->NoteAsked();
     LayOut();
     NotePlace();
 }

@@ -23,6 +23,8 @@ class QMenuBar;
 namespace pixelgrove {
 
 class CaptionBar;
+class ManagerDrag;
+class PlaceWatch;
 
 class FrameWindow : public QWidget {
     Q_OBJECT
@@ -52,11 +54,14 @@ class FrameWindow : public QWidget {
     // The size of the frame around the smallest client; the caption's buttons have room too.
     QSize SmallestFrame() const;
 
-    // On the screen.
+    // On the screen: where the window system reports the window, or was asked to put it a moment ago.
     EdgeRect FrameRect() const { return FromQRect(geometry()); }
-    // Puts the frame there, also where the user couldn't; what X11 can't count is brought to the nearest that
-    // it can, and so is a size below SmallestFrame. A maximised window is so no longer.
+    // Asks for that place, also where the user couldn't drag it; what X11 can't count is brought to the
+    // nearest that it can, and so is a size below SmallestFrame. A window manager may refuse it. A maximised
+    // window is so no longer.
     void SetFrameRect(const EdgeRect& rect);
+    // Whether FrameRect() is a report, and no answer is being waited for. The registry hears of the change.
+    bool IsSettled() const;
     // The frame's place when it is neither maximised nor minimised.
     EdgeRect NormalRect() const;
     // A valid placement of how things are; its show command is 1 normal, 2 minimised, 3 maximised.
@@ -106,7 +111,12 @@ class FrameWindow : public QWidget {
     void FollowWindowManager();
     void BeginDrag();
     void RestoreUnder(const QPoint& pointer);
+    bool HandOver(const QPoint& pointer);
+    void DoHeldBack();
+    void EndManagerDrag();
+    EdgeRect ProposedBy(const QPoint& pointer) const;
     void FinishDrag();
+    void TakeSettled(bool refused);
     void ShowZoneCursor(FrameZone zone);
     void ShowWindowMenu(const QPoint& globalPosition);
     void ActivateAlone();
@@ -132,10 +142,15 @@ class FrameWindow : public QWidget {
     bool fullScreen_ = false;
     bool asksFullScreen_ = false;  // the last thing asked of the window manager was full screen
 
+    PlaceWatch* place_ = nullptr;
+
     // The drag in progress; every proposal is measured from its start. A maximised window that is pressed has
     // a zone, but its drag begins only when it is pulled off its place.
     FrameZone dragZone_ = FrameZone::Outside;
     bool dragBegun_ = false;
+    bool managerTakesIt_ = false;       // whether the window manager would carry it out
+    std::optional<EdgeRect> heldBack_;  // proposed last, and left to the window manager
+    ManagerDrag* managerDrag_ = nullptr;
     QPoint pressedAt_;  // on the screen
     EdgeRect rectAtPress_;
 };

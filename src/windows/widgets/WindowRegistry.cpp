@@ -3,11 +3,13 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <algorithm>
+#include <utility>
 
 #include "persist/SettingsRecords.h"
 #include "windows/LayoutRules.h"
 #include "windows/widgets/FrameWindow.h"
 #include "windows/widgets/ScreenAreas.h"
+#include "windows/widgets/WindowSystem.h"
 
 namespace pixelgrove {
 
@@ -75,6 +77,8 @@ void WindowRegistry::Clear() {
     named_.clear();
     snap_ = SnapState();
     drag_ = WindowDrag();
+    lastProposal_.reset();
+    alignmentDue_ = false;
     openStatesFrozen_ = false;
 }
 
@@ -199,35 +203,72 @@ void WindowRegistry::RemoveFrame(FrameWindow& window) {
 void WindowRegistry::BeginDrag(FrameWindow&, bool leftShift) {
     ReadPlacements();
     drag_ = pixelgrove::BeginDrag(Layout().windows, snap_, Layout().lockWindows, leftShift);
+    ledByManager_ = nullptr;
+    lastProposal_.reset();
+    alignmentDue_ = false;
+}
+
+bool WindowRegistry::IsPlainDrag(const FrameWindow& window, FrameZone zone, bool leftShift) {
+    if (zone == FrameZone::Caption && snap_.active) return false;
+    return !RowOf(window) || !MovesAsGroup(Layout().lockWindows, leftShift);
+}
+
+void WindowRegistry::LeaveDragToManager(FrameWindow& window, FrameZone zone) {
+    ledByManager_ = &window;
+    snapsAtEnd_ = zone == FrameZone::Caption;
+}
+
+// False when the group doesn't act. A window that the manager leads is where the manager put it.
+bool WindowRegistry::MoveGroup(FrameWindow& dragged, const EdgeRect& proposed, bool leftShift) {
+    WindowRows& rows = Layout().windows;
+    const WindowRecord* row = RowOf(dragged);
+    const std::vector<RowMove> moves =
+        ProposeGroupMove(rows, drag_, row ? size_t(row - rows.data()) : rows.size(), proposed,
+                         Layout().lockWindows, leftShift);
+    for (const RowMove& move : moves) {
+        FrameWindow* member = WindowOf(rows[move.row].name);
+        if (member && member != ledByManager_ && !member->IsMaximised()) member->SetFrameRect(move.rect);
+    }
+    return !moves.empty();
+}
+
+std::vector<EdgeRect> WindowRegistry::SnapTargets(const FrameWindow& window) const {
+    std::vector<EdgeRect> others;
+    for (const FrameWindow* other : frames_)
+        if (other != &window && other->isVisible() && !other->isMinimized())
+            others.push_back(other->FrameRect());
+    return others;
 }
 
 void WindowRegistry::DragTo(FrameWindow& window, FrameZone zone, const EdgeRect& proposed, bool leftShift) {
-    WindowRows& rows = Layout().windows;
-    const WindowRecord* row = RowOf(window);
-    const size_t dragged = row ? size_t(row - rows.data()) : rows.size();
-    const std::vector<RowMove> moves =
-        ProposeGroupMove(rows, drag_, dragged, proposed, Layout().lockWindows, leftShift);
-    for (const RowMove& move : moves) {
-        FrameWindow* member = WindowOf(rows[move.row].name);
-        if (member && !member->IsMaximised()) member->SetFrameRect(move.rect);
-    }
-    if (!moves.empty()) return;
-
+    ledByManager_ = nullptr;
+    lastProposal_.reset();
+    if (MoveGroup(window, proposed, leftShift)) return;
     EdgeRect rect = proposed;
     if (zone == FrameZone::Caption) {
-        std::vector<EdgeRect> others;
-        for (const FrameWindow* other : frames_)
-            if (other != &window && other->isVisible() && !other->isMinimized())
-                others.push_back(other->FrameRect());
-        rect = SnapMoveStep(snap_, proposed, others).value_or(proposed);
+        lastProposal_ = proposed;
+        rect = SnapMoveStep(snap_, proposed, SnapTargets(window)).value_or(proposed);
     }
     window.SetFrameRect(rect);
 }
 
-void WindowRegistry::EndDrag(FrameWindow&) {
+void WindowRegistry::EndDrag(FrameWindow& window) {
+    // The last step need not have been one of those that are snapped.
+    if (snap_.active && lastProposal_)
+        window.SetFrameRect(SnapRect(*lastProposal_, SnapTargets(window), snap_.distance));
     pixelgrove::EndDrag(drag_, snap_);
+    ledByManager_ = nullptr;
     ReadPlacements();
-    if (!snap_.active) return;
+    alignmentDue_ = snap_.active;
+    NoteSettled();
+}
+
+// Edges are aligned where the windows are, which isn't where a window manager refused to put them.
+void WindowRegistry::NoteSettled() {
+    const bool settled = std::all_of(frames_.begin(), frames_.end(),
+                                     [](const FrameWindow* frame) { return frame->IsSettled(); });
+    if (!settled || !std::exchange(alignmentDue_, false)) return;
+    ReadPlacements();
     AlignEdges(Layout().windows);
     for (const WindowRecord& row : Layout().windows) {
         FrameWindow* window = WindowOf(row.name);
@@ -236,8 +277,14 @@ void WindowRegistry::EndDrag(FrameWindow&) {
 }
 
 void WindowRegistry::NoteMoved(FrameWindow& window) {
+    if (drag_.inProgress) {
+        if (&window != ledByManager_) return;
+        const bool alone = !MoveGroup(window, window.FrameRect(), IsLeftShiftDown());
+        lastProposal_ = snapsAtEnd_ && alone ? std::optional(window.FrameRect()) : std::nullopt;
+        return;
+    }
     WindowRecord* row = RowOf(window);
-    if (row && row->live && !drag_.inProgress) row->placement = window.Placement();
+    if (row && row->live) row->placement = window.Placement();
 }
 
 void WindowRegistry::NoteClosed(FrameWindow& window) {

@@ -9,6 +9,8 @@
 #include <QList>
 #include <QPointer>
 #include <functional>
+#include <optional>
+#include <vector>
 
 #include "persist/WindowLayout.h"
 #include "windows/FrameGeometry.h"
@@ -55,25 +57,37 @@ class WindowRegistry {
     void SetSnapping(bool active) { snap_.active = active; }
     bool IsSnapping() const { return snap_.active; }
 
-    // What frames report. A drag is one BeginDrag, any number of DragTo, one EndDrag.
+    // What frames report. A drag is one BeginDrag, any number of DragTo, one EndDrag. From some point on the
+    // window manager may lead the window: best when the drag is plain, that is when it neither snaps nor
+    // takes other windows along. Of one that isn't, the others follow where the manager led, and the window
+    // snaps at the end.
     void AddFrame(FrameWindow& window);
     void RemoveFrame(FrameWindow& window);
     void BeginDrag(FrameWindow& window, bool leftShift);
     // Puts the window, with its group or snapped, where the proposal leads to.
     void DragTo(FrameWindow& window, FrameZone zone, const EdgeRect& proposed, bool leftShift);
+    bool IsPlainDrag(const FrameWindow& window, FrameZone zone, bool leftShift);
+    void LeaveDragToManager(FrameWindow& window, FrameZone zone);
     void EndDrag(FrameWindow& window);
     void NoteMoved(FrameWindow& window);
     void NoteClosed(FrameWindow& window);
+    void NoteSettled();
 
   private:
     WindowLayout& Layout() const;
     void ReadPlacements();
     void Place(FrameWindow& window, const WindowRecord& row);
+    bool MoveGroup(FrameWindow& dragged, const EdgeRect& proposed, bool leftShift);
+    std::vector<EdgeRect> SnapTargets(const FrameWindow& window) const;
 
     QList<FrameWindow*> frames_;
     QHash<QString, QPointer<FrameWindow>> named_;
     SnapState snap_;
     WindowDrag drag_;
+    bool snapsAtEnd_ = false;                    // where the manager leads by the caption
+    const FrameWindow* ledByManager_ = nullptr;  // in the drag in progress
+    std::optional<EdgeRect> lastProposal_;       // of a caption drag, as long as the window goes alone
+    bool alignmentDue_ = false;  // once all windows are where they were asked to go, or refused to
     bool openStatesFrozen_ = false;
 };
 
