@@ -1,9 +1,7 @@
 #include "windows/widgets/ManagerStates.h"
 
 #include <QWidget>
-#include <algorithm>
 
-#include "windows/widgets/WindowSystem.h"
 #include "windows/widgets/XServer.h"
 
 namespace pixelgrove {
@@ -26,12 +24,7 @@ xcb_window_t IdOf(const QWidget& window) {
 }  // namespace
 
 bool ManagerMaximises() {
-    if (!XConnection() || !HasWindowManager()) return false;
-    const std::vector<uint32_t> supported = ReadWords(RootWindow(), ExistingAtom("_NET_SUPPORTED"));
-    return std::ranges::all_of(kMaximisedStates, [&supported](const char* state) {
-        const xcb_atom_t atom = ExistingAtom(state);
-        return atom != XCB_ATOM_NONE && std::ranges::find(supported, atom) != supported.end();
-    });
+    return ManagerSupports({kMaximisedStates[0], kMaximisedStates[1]});
 }
 
 void AskForMaximised(const QWidget& window, bool maximised) {

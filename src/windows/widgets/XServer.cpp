@@ -5,6 +5,8 @@
 #include <QGuiApplication>
 #include <algorithm>
 
+#include "windows/widgets/WindowSystem.h"
+
 namespace pixelgrove {
 
 namespace {
@@ -40,6 +42,15 @@ std::vector<uint32_t> ReadWords(xcb_window_t window, xcb_atom_t property) {
     if (!reply || reply->format != 32) return {};
     const auto* words = static_cast<const uint32_t*>(xcb_get_property_value(reply.get()));
     return {words, words + xcb_get_property_value_length(reply.get()) / 4};
+}
+
+bool ManagerSupports(std::initializer_list<std::string_view> names) {
+    if (!XConnection() || !HasWindowManager()) return false;
+    const std::vector<uint32_t> supported = ReadWords(RootWindow(), ExistingAtom("_NET_SUPPORTED"));
+    return std::ranges::all_of(names, [&supported](std::string_view name) {
+        const xcb_atom_t atom = ExistingAtom(name);
+        return atom != XCB_ATOM_NONE && std::ranges::find(supported, atom) != supported.end();
+    });
 }
 
 void AskManager(xcb_window_t window, std::string_view message, const std::array<uint32_t, 5>& words) {

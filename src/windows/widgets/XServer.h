@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <initializer_list>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,9 @@ xcb_atom_t ExistingAtom(std::string_view name);
 
 // A window's property as 32-bit words, at most 4096 of them; empty when it lacks it, or is gone.
 std::vector<uint32_t> ReadWords(xcb_window_t window, xcb_atom_t property);
+
+// Whether a window manager runs that says it knows all of these.
+bool ManagerSupports(std::initializer_list<std::string_view> names);
 
 // Asks the window manager for something about the window. Nothing when it doesn't know the message.
 void AskManager(xcb_window_t window, std::string_view message, const std::array<uint32_t, 5>& words);
