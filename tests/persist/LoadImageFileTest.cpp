@@ -83,7 +83,7 @@ TEST_F(LoadImageFileTest, EndMarkOfThumbnailDoesNotMakeJpegWhole) {
     EXPECT_FALSE(LoadBytes(file.left(file.size() / 2)));
     // Behind the cut stands something else that has an end mark.
     const QByteArray cut = file.chopped(2);
-    for (const QByteArray& rest : {QByteArray("\xFF\x20\xFF\xD9", 4), thumbnail})
+    for (const QByteArray& rest : {QByteArray("\xFF\x20\0\2\xFF\xD9", 6), thumbnail})
         EXPECT_FALSE(IsImageFileWhole(cut + rest, "jpeg"));
     EXPECT_FALSE(IsImageFileWhole(QByteArray("\xFF\xD8\xFF\xD9", 4), "jpeg"));
 }
