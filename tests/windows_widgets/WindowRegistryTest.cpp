@@ -179,9 +179,8 @@ TEST_F(RegistryTest, ALayoutFileBringsEveryWindowBack) {
     ASSERT_TRUE(Windows().LoadLayoutFile(path));
     QStringList opened;
     Windows().ApplyLayout([&](const QString& name) { opened += name; });
-    PumpFor(30);
+    EXPECT_TRUE(PumpUntil([this] { return Rect(kOutputWin) == EdgeRect{10, 20, 290, 300}; }));
     EXPECT_EQ(Rect(kEditWin), (EdgeRect{300, 50, 900, 700}));
-    EXPECT_EQ(Rect(kOutputWin), (EdgeRect{10, 20, 290, 300}));
     EXPECT_TRUE(Windows().LockWindows()) << "a file doesn't change that";
     EXPECT_TRUE(windows.at(Name(kShadertoyWin))->isVisible()) << "hidden by its close, not destroyed";
     EXPECT_EQ(opened, QStringList{Name(kAudioConfigWin)}) << "open by default";

@@ -1,5 +1,6 @@
 // What the user does to a frame: drags by caption and border, the window menu, and the keys.
 #include <QApplication>
+#include <QCursor>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPointer>

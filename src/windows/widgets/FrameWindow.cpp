@@ -2,8 +2,11 @@
 
 #include <QApplication>
 #include <QMenuBar>
+#include <QMoveEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QResizeEvent>
+#include <QScreen>
 #include <algorithm>
 #include <utility>
 

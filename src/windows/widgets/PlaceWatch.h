@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QObject>
+#include <QRect>
 #include <QTimer>
 
 class QWidget;
