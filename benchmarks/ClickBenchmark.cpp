@@ -16,11 +16,11 @@
 #include <vector>
 
 #include "WindowBenchmark.h"
-#include "core/Commands.h"
-#include "core/ProjectModel.h"
-#include "persist/SettingsRecords.h"
+#include "commands/Commands.h"
 #include "platform/Clock.h"
+#include "project/ProjectModel.h"
 #include "render/RenderThread.h"
+#include "settings/SettingsRecords.h"
 #include "ui/MainWindow.h"
 #include "windows/widgets/WindowRegistry.h"
 

@@ -15,15 +15,16 @@
 #include <vector>
 
 #include "WindowBenchmark.h"
-#include "core/Commands.h"
-#include "core/ProjectModel.h"
-#include "persist/SettingsRecords.h"
+#include "commands/Commands.h"
+#include "core/CommentMap.h"
 #include "platform/Clock.h"
 #include "platform/Files.h"
-#include "ui/CodeHighlight.h"
-#include "ui/CodeView.h"
+#include "project/ProjectModel.h"
+#include "settings/SettingsRecords.h"
 #include "ui/FileCommands.h"
 #include "ui/MainWindow.h"
+#include "ui/editor/CodeHighlight.h"
+#include "ui/editor/CodeView.h"
 #include "ui/text/Colouring.h"
 #include "windows/widgets/WindowRegistry.h"
 

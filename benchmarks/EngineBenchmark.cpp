@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "../tests/support/Engine.h"
-#include "core/Commands.h"
+#include "commands/Commands.h"
 #include "platform/Clock.h"
 #include "render/FramePacing.h"
 

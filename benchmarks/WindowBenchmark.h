@@ -5,9 +5,9 @@
 #include <cstdio>
 
 #include "core/BaseFolders.h"
-#include "core/ProjectModel.h"
+#include "look/widgets/Theme.h"
+#include "project/ProjectModel.h"
 #include "ui/Display.h"
-#include "windows/widgets/Theme.h"
 #include "windows/widgets/WindowRegistry.h"
 
 namespace pixelgrove {

@@ -8,18 +8,18 @@
 #include <QIcon>
 #include <cstdio>
 
+#include "app/Startup.h"
 #include "app/WorkbenchOptions.h"
+#include "commands/Commands.h"
 #include "core/BaseFolders.h"
-#include "core/Commands.h"
 #include "core/SeedData.h"
-#include "core/Startup.h"
-#include "persist/Settings.h"
+#include "look/widgets/Theme.h"
 #include "platform/EndWatch.h"
 #include "render/RenderThread.h"
+#include "settings/Settings.h"
 #include "ui/Display.h"
 #include "ui/MainWindow.h"
 #include "windows/widgets/KeyPositions.h"
-#include "windows/widgets/Theme.h"
 #include "windows/widgets/WindowRegistry.h"
 
 namespace {

@@ -14,10 +14,10 @@
 #include "core/ControlSet.h"
 #include "core/Host.h"
 #include "core/IncludeContext.h"
-#include "core/PaletteBlock.h"
 #include "core/ShaderProject.h"
 #include "core/Stages.h"
 #include "core/StringList.h"
+#include "media/PaletteBlock.h"
 
 class QWidget;
 

@@ -9,7 +9,7 @@
 #include <memory>
 #include <vector>
 
-#include "core/Bitmap.h"
+#include "media/Bitmap.h"
 
 namespace pixelgrove {
 

@@ -9,7 +9,7 @@
 #include <new>
 #include <utility>
 
-#include "core/ProjectModel.h"
+#include "project/ProjectModel.h"
 #include "shadertoy/ProjectMedia.h"
 
 namespace pixelgrove {

@@ -7,9 +7,9 @@
 #include <optional>
 #include <vector>
 
-#include "core/BitmapRows.h"
-#include "core/LiveFeeds.h"
-#include "core/VolumeFile.h"
+#include "media/BitmapRows.h"
+#include "media/LiveFeeds.h"
+#include "media/VolumeFile.h"
 #include "render/GlSetup.h"
 #include "render/InputState.h"
 #include "render/LiveTextures.h"

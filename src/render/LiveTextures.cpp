@@ -8,7 +8,7 @@
 #include <mutex>
 #include <vector>
 
-#include "core/LiveFeeds.h"
+#include "media/LiveFeeds.h"
 #include "render/GlSetup.h"
 #include "render/InputState.h"
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "core/Bitmap.h"
+#include "media/Bitmap.h"
 
 namespace pixelgrove {
 

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "core/Commands.h"
+#include "commands/Commands.h"
 #include "platform/Clock.h"
 #include "render/FrameRenderer.h"
 #include "render/GlSetup.h"

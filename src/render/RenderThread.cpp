@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <chrono>
 
+#include "commands/Commands.h"
 #include "controls/LiveValues.h"
-#include "core/Commands.h"
 #include "core/PlayTime.h"
 #include "platform/Clock.h"
 #include "render/ChannelTextures.h"

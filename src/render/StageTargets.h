@@ -3,7 +3,7 @@
 // Render thread, with the context current.
 #pragma once
 
-#include "core/Bitmap.h"
+#include "media/Bitmap.h"
 #include "render/RenderContext.h"
 
 namespace pixelgrove {

@@ -12,9 +12,9 @@
 #include <utility>
 
 #include "core/BaseFolders.h"
-#include "core/VolumeFile.h"
-#include "persist/CubeFaces.h"
-#include "persist/ImageFiles.h"
+#include "media/CubeFaces.h"
+#include "media/ImageFiles.h"
+#include "media/VolumeFile.h"
 #include "platform/Files.h"
 #include "platform/TextScan.h"
 

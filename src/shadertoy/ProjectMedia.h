@@ -8,7 +8,7 @@
 #include <QStringList>
 
 #include "core/ShaderProject.h"
-#include "persist/ImageFiles.h"
+#include "media/ImageFiles.h"
 
 namespace pixelgrove {
 

@@ -4,14 +4,14 @@
 #include <QTextBlock>
 #include <QVariant>
 
+#include "commands/Commands.h"
+#include "commands/MenuTable.h"
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
-#include "core/Commands.h"
 #include "platform/Files.h"
 #include "platform/TextScan.h"
-#include "ui/CodeView.h"
-#include "ui/MenuTable.h"
 #include "ui/Menus.h"
+#include "ui/editor/CodeView.h"
 
 namespace pixelgrove {
 

@@ -4,10 +4,10 @@
 #include <optional>
 
 #include "core/BaseFolders.h"
-#include "core/ProjectModel.h"
 #include "persist/RecentList.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
+#include "project/ProjectModel.h"
 #include "ui/ProjectCommands.h"
 
 namespace pixelgrove {

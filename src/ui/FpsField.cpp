@@ -5,8 +5,8 @@
 #include <QToolButton>
 #include <algorithm>
 
+#include "commands/Commands.h"
 #include "core/AppState.h"
-#include "core/Commands.h"
 
 namespace pixelgrove {
 

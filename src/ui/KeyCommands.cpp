@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "commands/Commands.h"
 #include "core/AppState.h"
-#include "core/Commands.h"
 #include "ui_EditWindow.h"
 
 namespace pixelgrove {

@@ -3,9 +3,9 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "commands/Commands.h"
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
-#include "core/Commands.h"
 #include "platform/Files.h"
 #include "windows/widgets/WindowRegistry.h"
 

@@ -6,7 +6,7 @@
 #include <QStringList>
 #include <functional>
 
-#include "ui/UserDialogs.h"
+#include "windows/widgets/UserDialogs.h"
 
 namespace pixelgrove {
 

@@ -2,13 +2,13 @@
 #include <QApplication>
 #include <QUrl>
 
-#include "core/Commands.h"
-#include "core/ProjectModel.h"
+#include "commands/Commands.h"
 #include "platform/Files.h"
+#include "project/ProjectModel.h"
 #include "ui/EditorMenu.h"
 #include "ui/KeyCommands.h"
 #include "ui/MainWindow.h"
-#include "ui/ShaderHelp.h"
+#include "ui/editor/ShaderHelp.h"
 #include "ui_EditWindow.h"
 
 namespace pixelgrove {

@@ -7,25 +7,25 @@
 #include <QTextBlock>
 #include <algorithm>
 
+#include "commands/Commands.h"
 #include "controls/LiveValues.h"
-#include "core/Commands.h"
 #include "core/PlayTime.h"
-#include "core/ProjectModel.h"
-#include "persist/SettingsRecords.h"
+#include "look/widgets/Icons.h"
+#include "look/widgets/Theme.h"
 #include "platform/SharedMemory.h"
+#include "project/ProjectModel.h"
 #include "render/GlSetup.h"
 #include "render/OpenGlProbe.h"
 #include "render/RenderContext.h"
 #include "render/source/MessageLines.h"
 #include "render/widgets/OffscreenOutput.h"
 #include "render/widgets/OutputWindow.h"
+#include "settings/SettingsRecords.h"
 #include "ui/EditorMenu.h"
-#include "ui/Icons.h"
 #include "ui/KeyCommands.h"
 #include "ui/OutsideCommand.h"
 #include "ui_EditWindow.h"
 #include "windows/widgets/DialogScaler.h"
-#include "windows/widgets/Theme.h"
 #include "windows/widgets/WindowRegistry.h"
 
 namespace pixelgrove {

@@ -7,15 +7,15 @@
 
 #include <memory>
 
+#include "commands/CommandQueue.h"
 #include "core/Host.h"
-#include "ui/ChannelPanel.h"
-#include "ui/CommandEvent.h"
-#include "ui/FindReplace.h"
 #include "ui/LayoutCommands.h"
 #include "ui/Menus.h"
 #include "ui/Playback.h"
 #include "ui/ProjectCommands.h"
 #include "ui/RecoveryKeeper.h"
+#include "ui/channels/ChannelPanel.h"
+#include "ui/editor/FindReplace.h"
 #include "windows/widgets/FrameWindow.h"
 
 namespace Ui {

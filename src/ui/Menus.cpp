@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <iterator>
 
+#include "commands/Commands.h"
+#include "commands/MenuTable.h"
 #include "core/AppState.h"
-#include "core/Commands.h"
-#include "persist/SettingsRecords.h"
-#include "ui/MenuTable.h"
+#include "settings/SettingsRecords.h"
 #include "ui/RecentMenus.h"
 
 namespace pixelgrove {

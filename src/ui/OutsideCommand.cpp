@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "core/Commands.h"
+#include "commands/Commands.h"
 
 namespace pixelgrove {
 

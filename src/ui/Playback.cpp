@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "commands/Commands.h"
 #include "core/AppState.h"
-#include "core/Commands.h"
 #include "core/PlayTime.h"
-#include "core/ProjectModel.h"
 #include "platform/Clock.h"
+#include "project/ProjectModel.h"
 #include "render/RenderContext.h"
 #include "render/widgets/OffscreenOutput.h"
 #include "render/widgets/WindowSurface.h"

@@ -6,10 +6,10 @@
 
 #include "controls/LiveValues.h"
 #include "core/BaseFolders.h"
-#include "core/ProjectModel.h"
 #include "persist/RecentList.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
+#include "project/ProjectModel.h"
 #include "render/RenderThread.h"
 #include "shadertoy/ProjectFile.h"
 #include "shadertoy/ProjectJson.h"

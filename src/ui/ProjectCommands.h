@@ -7,7 +7,7 @@
 
 #include <QStringList>
 
-#include "ui/UserDialogs.h"
+#include "windows/widgets/UserDialogs.h"
 
 namespace pixelgrove {
 

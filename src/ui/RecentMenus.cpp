@@ -1,6 +1,6 @@
 #include "ui/RecentMenus.h"
 
-#include "core/Commands.h"
+#include "commands/Commands.h"
 #include "ui/Menus.h"
 
 namespace pixelgrove {

@@ -11,7 +11,7 @@
 #include <memory>
 
 #include "recovery/RecoveryFile.h"
-#include "ui/UserDialogs.h"
+#include "windows/widgets/UserDialogs.h"
 
 namespace pixelgrove {
 

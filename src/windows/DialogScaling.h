@@ -4,7 +4,7 @@
 
 #include <QSize>
 
-#include "core/EdgeRect.h"
+#include "windows/EdgeRect.h"
 
 namespace pixelgrove {
 

@@ -11,7 +11,7 @@
 #include <QSize>
 #include <vector>
 
-#include "core/EdgeRect.h"
+#include "windows/EdgeRect.h"
 
 namespace pixelgrove {
 

@@ -7,8 +7,8 @@
 
 #include <vector>
 
-#include "core/WindowRecord.h"
 #include "windows/Snapping.h"
+#include "windows/WindowRecord.h"
 
 namespace pixelgrove {
 

@@ -5,7 +5,7 @@
 #include <QSize>
 #include <span>
 
-#include "core/WindowRecord.h"
+#include "windows/WindowRecord.h"
 
 namespace pixelgrove {
 

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <span>
 
-#include "core/EdgeRect.h"
+#include "windows/EdgeRect.h"
 
 namespace pixelgrove {
 

@@ -2,7 +2,7 @@
 // visible windows. Rules only: who is dragged and who is visible is told by the caller. Main thread.
 #pragma once
 
-#include "core/EdgeRect.h"
+#include "windows/EdgeRect.h"
 
 namespace pixelgrove {
 

@@ -4,11 +4,11 @@
 #include <vector>
 
 #include "core/AppState.h"
-#include "core/Bitmap.h"
-#include "core/BitmapRows.h"
-#include "core/PaletteBlock.h"
 #include "core/Stages.h"
-#include "core/VolumeFile.h"
+#include "media/Bitmap.h"
+#include "media/BitmapRows.h"
+#include "media/PaletteBlock.h"
+#include "media/VolumeFile.h"
 
 namespace pixelgrove {
 namespace {

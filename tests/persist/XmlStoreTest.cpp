@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "ImageTestSupport.h"
 #include "platform/Files.h"
+#include "support/ImageTestSupport.h"
 
 namespace pixelgrove {
 namespace {

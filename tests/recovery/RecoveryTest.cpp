@@ -5,8 +5,8 @@
 #include <QTemporaryDir>
 #include <limits>
 
-#include "core/ProjectModel.h"
 #include "platform/Files.h"
+#include "project/ProjectModel.h"
 #include "recovery/RecoveryCopy.h"
 #include "recovery/RecoveryFile.h"
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/LiveFeeds.h"
+#include "media/LiveFeeds.h"
 #include "support/Engine.h"
 
 namespace pixelgrove {

@@ -1,7 +1,7 @@
 // Runs as a user makes them: started, stopped, paused, failing, stuck in the driver.
 #include <gtest/gtest.h>
 
-#include "core/Commands.h"
+#include "commands/Commands.h"
 #include "platform/Clock.h"
 #include "render/FramePacing.h"
 #include "support/Engine.h"

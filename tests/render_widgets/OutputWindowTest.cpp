@@ -5,7 +5,7 @@
 #include <QtTest/QTest>
 
 #include "OutputFixture.h"
-#include "core/Commands.h"
+#include "commands/Commands.h"
 #include "render/FrameRenderer.h"
 #include "render/RenderContext.h"
 

@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "OutputFixture.h"
-#include "core/ProjectModel.h"
+#include "project/ProjectModel.h"
 #include "render/RenderContext.h"
 #include "render/RenderThread.h"
 

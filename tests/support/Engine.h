@@ -12,7 +12,7 @@
 
 #include "controls/LiveValues.h"
 #include "core/AppState.h"
-#include "core/ProjectModel.h"
+#include "project/ProjectModel.h"
 #include "render/EglSurface.h"
 #include "render/ProjectCompiler.h"
 #include "render/RenderContext.h"

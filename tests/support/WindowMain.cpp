@@ -5,7 +5,7 @@
 #include <QApplication>
 #include <memory>
 
-#include "windows/widgets/Theme.h"
+#include "look/widgets/Theme.h"
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);

@@ -8,8 +8,8 @@
 #include "OutputFixture.h"
 #include "core/BaseFolders.h"
 #include "shadertoy/ProjectFile.h"
-#include "ui/ChannelMenu.h"
-#include "ui/ChannelThumbnail.h"
+#include "ui/channels/ChannelMenu.h"
+#include "ui/channels/ChannelThumbnail.h"
 
 namespace pixelgrove {
 namespace {

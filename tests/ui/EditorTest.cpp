@@ -9,9 +9,10 @@
 #include <random>
 
 #include "WindowFixture.h"
-#include "ui/LineGutter.h"
+#include "core/CommentMap.h"
+#include "look/widgets/Theme.h"
+#include "ui/editor/LineGutter.h"
 #include "ui/text/GlslWords.h"
-#include "windows/widgets/Theme.h"
 
 namespace pixelgrove {
 namespace {

@@ -1,5 +1,5 @@
 // Find and replace: the dialogs, what their buttons do in the editor, and the texts that they share.
-#include "ui/FindReplace.h"
+#include "ui/editor/FindReplace.h"
 
 #include <QAbstractButton>
 

@@ -2,7 +2,7 @@
 #include <QKeyEvent>
 
 #include "WindowFixture.h"
-#include "windows/widgets/Theme.h"
+#include "look/widgets/Theme.h"
 
 namespace pixelgrove {
 namespace {

@@ -8,7 +8,7 @@
 #include "WindowFixture.h"
 #include "ui/EditorMenu.h"
 #include "ui/RecentMenus.h"
-#include "ui/ShaderHelp.h"
+#include "ui/editor/ShaderHelp.h"
 
 namespace pixelgrove {
 namespace {

@@ -1,5 +1,5 @@
 // The two file pickers: which question each asks, and the real dialog's filters and suffixes.
-#include "ui/PickFiles.h"
+#include "ui/channels/PickFiles.h"
 
 #include <QComboBox>
 #include <QDir>

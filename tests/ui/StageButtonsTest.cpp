@@ -1,5 +1,5 @@
 // The row of stage tabs: how they are painted, what their menus do.
-#include "ui/StageButtons.h"
+#include "ui/channels/StageButtons.h"
 
 #include <QContextMenuEvent>
 #include <QMenu>

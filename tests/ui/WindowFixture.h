@@ -10,12 +10,12 @@
 #include <QUrl>
 #include <memory>
 
-#include "core/Commands.h"
-#include "core/ProjectModel.h"
+#include "commands/Commands.h"
 #include "platform/Files.h"
+#include "project/ProjectModel.h"
 #include "support/DisplayTest.h"
-#include "ui/CodeView.h"
 #include "ui/MainWindow.h"
+#include "ui/editor/CodeView.h"
 #include "windows/widgets/WindowRegistry.h"
 
 namespace pixelgrove {

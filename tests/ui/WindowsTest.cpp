@@ -13,10 +13,10 @@
 
 #include "WindowFixture.h"
 #include "core/BaseFolders.h"
-#include "persist/SettingsRecords.h"
 #include "platform/Files.h"
 #include "platform/SharedMemory.h"
 #include "render/widgets/OutputWindow.h"
+#include "settings/SettingsRecords.h"
 #include "windows/LayoutRules.h"
 
 namespace pixelgrove {

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <map>
 
-#include "core/ProjectModel.h"
+#include "core/CommentMap.h"
 #include "ui/text/GlslWords.h"
 
 namespace pixelgrove {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/ProjectModel.h"
+#include "core/CommentMap.h"
 
 namespace pixelgrove {
 namespace {

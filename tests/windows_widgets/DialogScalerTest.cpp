@@ -4,8 +4,8 @@
 #include <QTreeWidget>
 #include <memory>
 
+#include "look/widgets/Theme.h"
 #include "support/DisplayTest.h"
-#include "windows/widgets/Theme.h"
 
 namespace pixelgrove {
 namespace {

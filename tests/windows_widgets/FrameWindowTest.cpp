@@ -12,11 +12,11 @@
 #include <QtTest/QTest>
 #include <limits>
 
-#include "persist/SettingsRecords.h"
+#include "look/widgets/Theme.h"
+#include "settings/SettingsRecords.h"
 #include "support/DisplayTest.h"
 #include "windows/widgets/CaptionBar.h"
 #include "windows/widgets/KeyPositions.h"
-#include "windows/widgets/Theme.h"
 #include "windows/widgets/WindowRegistry.h"
 #include "windows/widgets/WindowSystem.h"
 

@@ -1,4 +1,4 @@
-#include "windows/widgets/Theme.h"
+#include "look/widgets/Theme.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include <QTest>
 #include <map>
 
-#include "persist/SettingsRecords.h"
+#include "settings/SettingsRecords.h"
 #include "support/DisplayTest.h"
 #include "windows/LayoutRules.h"
 #include "windows/widgets/FrameWindow.h"

@@ -3,7 +3,7 @@
 
 #include <QImage>
 
-#include "core/Bitmap.h"
+#include "media/Bitmap.h"
 
 namespace pixelgrove {
 

@@ -3,7 +3,7 @@
 #include <QAction>
 #include <QMenu>
 
-#include "core/Commands.h"
+#include "commands/Commands.h"
 
 namespace pixelgrove {
 namespace {

@@ -10,8 +10,8 @@
 #include <cmath>
 #include <utility>
 
+#include "commands/Commands.h"
 #include "core/AppState.h"
-#include "core/Commands.h"
 #include "render/widgets/OutputMenu.h"
 #include "render/widgets/OutputView.h"
 

@@ -1,6 +1,6 @@
 #include "ui/text/ChannelTooltip.h"
 
-#include "core/VolumeFile.h"
+#include "media/VolumeFile.h"
 
 namespace pixelgrove {
 

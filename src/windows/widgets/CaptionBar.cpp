@@ -5,7 +5,7 @@
 #include <QPainterPath>
 #include <initializer_list>
 
-#include "windows/widgets/Theme.h"
+#include "look/widgets/Theme.h"
 
 namespace pixelgrove {
 

@@ -17,7 +17,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "windows/widgets/Theme.h"
+#include "look/widgets/Theme.h"
 
 namespace pixelgrove {
 

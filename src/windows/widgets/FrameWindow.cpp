@@ -10,12 +10,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "look/widgets/Theme.h"
 #include "windows/widgets/CaptionBar.h"
 #include "windows/widgets/ManagerDrag.h"
 #include "windows/widgets/ManagerStates.h"
 #include "windows/widgets/PlaceWatch.h"
 #include "windows/widgets/ScreenAreas.h"
-#include "windows/widgets/Theme.h"
 #include "windows/widgets/WindowRegistry.h"
 #include "windows/widgets/WindowSystem.h"
 

@@ -13,8 +13,8 @@
 #include <memory>
 #include <optional>
 
-#include "core/WindowRecord.h"
 #include "windows/FrameGeometry.h"
+#include "windows/WindowRecord.h"
 
 class QKeyEvent;
 class QMenu;

@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "windows/widgets/Theme.h"
+#include "look/widgets/Theme.h"
 
 namespace pixelgrove {
 

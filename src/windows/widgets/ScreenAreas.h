@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "core/EdgeRect.h"
+#include "windows/EdgeRect.h"
 
 class QScreen;
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "persist/SettingsRecords.h"
+#include "settings/SettingsRecords.h"
 #include "windows/LayoutRules.h"
 #include "windows/widgets/FrameWindow.h"
 #include "windows/widgets/ScreenAreas.h"

@@ -12,10 +12,10 @@
 #include <optional>
 #include <vector>
 
-#include "persist/WindowLayout.h"
 #include "windows/FrameGeometry.h"
 #include "windows/GroupMoves.h"
 #include "windows/Snapping.h"
+#include "windows/WindowLayout.h"
 
 namespace pixelgrove {
 

@@ -1,0 +1,34 @@
+// LiveFeeds: what audio and camera capture leave for the renderer, whichever thread captures and whether any
+// does. Process-wide; blank until the first delivery.
+//
+// Any thread. Each delivery is copied or handed over whole under a lock that is never held longer than that.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "media/Bitmap.h"
+
+namespace pixelgrove {
+
+constexpr int kAudioColumns = 512;
+constexpr int kAudioRows = 2;
+
+// The audio texture as shaders see it, one byte a texel: row 0 the spectrum from 0 Hz to 20 kHz, 255 for
+// full; row 1 the waveform in the order of time, 0 for its lowest value and 255 for its highest.
+using AudioBlock = std::array<uint8_t, size_t(kAudioColumns) * kAudioRows>;
+
+void PublishAudioBlock(const AudioBlock& block);
+AudioBlock LatestAudioBlock();
+
+// The part of a camera's picture that is used, from the first row and column in memory.
+constexpr int kCameraWidth = 640;
+constexpr int kCameraHeight = 480;
+
+// Puts a picture of 32 bits in place of the last one; one that was not looked at is lost. Null, and a picture
+// of another form, take the last one away.
+void PublishCameraPicture(BitmapRef picture);
+// Null while there is none. Stays what it is until the next delivery.
+BitmapRef LatestCameraPicture();
+
+}  // namespace pixelgrove

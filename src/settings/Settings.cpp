@@ -1,0 +1,287 @@
+#include "settings/Settings.h"
+
+#include <QFileInfo>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+#include "core/AppState.h"
+#include "core/BaseFolders.h"
+#include "persist/RecentList.h"
+#include "persist/XmlStore.h"
+#include "platform/Files.h"
+#include "platform/FolderLock.h"
+#include "settings/SettingsFile.h"
+
+namespace pixelgrove {
+
+namespace {
+
+const QString kGlobals = QStringLiteral("Globals");
+const QString kFpsTarget = QStringLiteral("FPSTarget");
+const QString kFormat = QStringLiteral("FrameRecordFormat");
+const QString kFolder = QStringLiteral("FrameRecordFolder");
+const QString kWidth = QStringLiteral("FrameRecordWidth");
+const QString kHeight = QStringLiteral("FrameRecordHeight");
+const QString kDelay = QStringLiteral("FrameRecordDelay");
+const QString kMethod = QStringLiteral("FrameRecordMethod");
+const QString kFriendlyName = QStringLiteral("FriendlyName");
+const QString kStart = QStringLiteral("FrameRecordStart");
+const QString kStop = QStringLiteral("FrameRecordStop");
+const QString kScreenRecorders = QStringLiteral("ScreenRecorders");
+const QString kComboName = QStringLiteral("Name");
+const QString kComboStart = QStringLiteral("Start");
+const QString kComboStop = QStringLiteral("Stop");
+const QString kSnapEdges = QStringLiteral("SnapEdges");
+const QString kAudioSensitivity = QStringLiteral("AudioSensitivity");
+const QString kAudioSmoothing = QStringLiteral("AudioSmoothing");
+const QString kAudioHoming = QStringLiteral("AudioHoming");
+const QString kAudioMaximizeRange = QStringLiteral("AudioMaximizeRange");
+
+// The lists at the root of the file, in its order.
+struct RecentElement {
+    const char* name;
+    std::unique_ptr<StringList> AppState::*list;
+};
+constexpr std::array<RecentElement, 4> kRecentElements{{
+    {"RecentFiles", &AppState::recentFiles},
+    {"RecentProjects", &AppState::recentProjects},
+    {"RecentPalettes", &AppState::recentPalettes},
+    {"RecentPlaylists", &AppState::recentPlaylists},
+}};
+
+QString ComboElement(size_t index) {
+    return QStringLiteral("Combo%1").arg(index);
+}
+
+// Leaves the field when there is no such element or its text is too long.
+void ReadText(const XmlStore& store, const QString& element, qsizetype maxLength, QString& field) {
+    std::optional<QString> text = XmlFind(store, element);
+    if (text && text->size() <= maxLength) field = *std::move(text);
+}
+
+// The number when it is there and within 0..max.
+std::optional<int32_t> ReadUpTo(const XmlStore& store, const QString& element, int32_t max) {
+    const std::optional<int32_t> value = XmlFindInt(store, element);
+    return value && *value >= 0 && *value <= max ? value : std::nullopt;
+}
+
+std::optional<int32_t> ReadUnsigned(const XmlStore& store, const QString& element) {
+    return ReadUpTo(store, element, INT32_MAX);
+}
+
+// An empty element stands for a path that could not be stored, and leaves the default.
+void ReadPath(const XmlStore& store, const QString& element, QString& field) {
+    QString path;
+    ReadText(store, element, RecorderSettings::kMaxPathLength, path);
+    if (!path.isEmpty()) field = std::move(path);
+}
+
+void ReadRecorder(const XmlStore& store, AppState& app, RecorderSettings& recorder) {
+    ReadPath(store, kFormat, recorder.format);
+    ReadPath(store, kFolder, recorder.folder);
+    if (const auto width = ReadUnsigned(store, kWidth)) app.recordWidth = uint32_t(*width);
+    if (const auto height = ReadUnsigned(store, kHeight)) app.recordHeight = uint32_t(*height);
+    if (const auto delay = ReadUpTo(store, kDelay, RecorderSettings::kMaxFrameDelayMs))
+        recorder.frameDelayMs = uint32_t(*delay);
+    if (const auto method = ReadUnsigned(store, kMethod)) app.recordMethod = uint32_t(*method);
+    ReadText(store, kFriendlyName, kMaxKeyComboLength, recorder.friendlyName);
+    ReadText(store, kStart, kMaxKeyComboLength, recorder.start);
+    ReadText(store, kStop, kMaxKeyComboLength, recorder.stop);
+}
+
+void ReadKeyCombos(XmlStore& store, RecorderTable& table) {
+    if (!XmlEnter(store, kScreenRecorders)) return;
+    for (size_t i = 0; i < RecorderTable::kCapacity && XmlEnter(store, ComboElement(i)); ++i) {
+        KeyCombo combo;
+        ReadText(store, kComboName, kMaxKeyComboLength, combo.name);
+        ReadText(store, kComboStart, kMaxKeyComboLength, combo.start);
+        ReadText(store, kComboStop, kMaxKeyComboLength, combo.stop);
+        XmlLeave(store);
+        MergeKeyCombo(table, combo);
+    }
+    XmlLeave(store);
+}
+
+// A combination that the user chose is the one in force; without one, what is in force counts as chosen.
+void ReconcileCurrentCombo(RecorderSettings& recorder, RecorderTable& table) {
+    if (recorder.start.isEmpty() || recorder.stop.isEmpty()) {
+        recorder.start = table.current.start;
+        recorder.stop = table.current.stop;
+    } else {
+        table.current = {QStringLiteral("Current"), recorder.start, recorder.stop};
+    }
+}
+
+void ReadAudio(const XmlStore& store, AudioParameters& audio) {
+    if (const auto weight = ReadUpTo(store, kAudioSensitivity, AudioParameters::kMaxSmoothingWeight))
+        audio.smoothingWeight = *weight;
+    if (const auto level = ReadUpTo(store, kAudioSmoothing, AudioParameters::kMaxNoiseLevel))
+        audio.noiseLevel = *level;
+    const auto homing = XmlFindReal(store, kAudioHoming);
+    if (homing && !std::isnan(*homing)) audio.homingFactor = std::clamp(*homing, 0.0, 1.0);
+    if (const auto maximize = XmlFindInt(store, kAudioMaximizeRange)) audio.maximizeRange = *maximize != 0;
+}
+
+void ReadGlobals(XmlStore& store, AppState& app, SettingsRecords& settings) {
+    if (const auto fps = XmlFindInt(store, kFpsTarget))
+        app.fpsTarget = uint32_t(std::clamp(*fps, int32_t(kMinFps), int32_t(kMaxFps)));
+    ReadRecorder(store, app, settings.recorder);
+    ReadKeyCombos(store, settings.keyCombos);
+    if (const auto snap = XmlFindInt(store, kSnapEdges)) app.snapToEdges = *snap != 0 ? 1 : 0;
+    ReadAudio(store, settings.audio);
+    LoadLayout(store, settings.layout);
+}
+
+QString DefaultRecordFolder() {
+    const QString folder = PathOf(PathId::DatBase);
+    return folder.isEmpty() ? QString() : folder + QStringLiteral("/ScreenShots");
+}
+
+void WriteRecorder(XmlStore& store, const AppState& app, const RecorderSettings& recorder) {
+    XmlWritePath(store, kFormat, recorder.format);
+    if (IsStorablePath(recorder.folder) || recorder.folder != DefaultRecordFolder())
+        XmlWritePath(store, kFolder, recorder.folder);
+    XmlWriteInt(store, kWidth, int32_t(app.recordWidth));
+    XmlWriteInt(store, kHeight, int32_t(app.recordHeight));
+    XmlWriteInt(store, kDelay, int32_t(recorder.frameDelayMs));
+    XmlWriteInt(store, kMethod, int32_t(app.recordMethod));
+    XmlWriteText(store, kFriendlyName, recorder.friendlyName);
+    XmlWriteText(store, kStart, recorder.start);
+    XmlWriteText(store, kStop, recorder.stop);
+}
+
+void WriteKeyCombos(XmlStore& store, const RecorderTable& table) {
+    XmlOpenElement(store, kScreenRecorders);
+    for (size_t i = 0; i < table.rows.size(); ++i) {
+        XmlOpenElement(store, ComboElement(i));
+        XmlWriteText(store, kComboName, table.rows[i].name);
+        XmlWriteText(store, kComboStart, table.rows[i].start);
+        XmlWriteText(store, kComboStop, table.rows[i].stop);
+        XmlCloseElement(store);
+    }
+    XmlCloseElement(store);
+}
+
+void WriteAudio(XmlStore& store, const AudioParameters& audio) {
+    XmlWriteInt(store, kAudioSensitivity, audio.smoothingWeight);
+    XmlWriteInt(store, kAudioSmoothing, audio.noiseLevel);
+    XmlWriteReal(store, kAudioHoming, audio.homingFactor);
+    XmlWriteInt(store, kAudioMaximizeRange, audio.maximizeRange ? 1 : 0);
+}
+
+// Each list with what other instances stored in the meantime.
+void WriteRecentLists(XmlStore& store, const AppState& app, XmlStore* stored) {
+    for (size_t i = 0; i < kRecentElements.size(); ++i) {
+        const QString name = QString::fromLatin1(kRecentElements[i].name);
+        const StringList* own = (app.*kRecentElements[i].list).get();
+        StringList merged, theirs;
+        if (stored) LoadRecent(&theirs, *stored, name);
+        merged.entries = MergeRecent(own ? own->entries : QStringList(), theirs.entries,
+                                     StoredSettings().file.recentAsRead[i]);
+        WriteRecent(&merged, store, name);
+    }
+}
+
+}  // namespace
+
+SettingsRecords& StoredSettings() {
+    // Never destroyed: a thread that had to be abandoned may still look at it when the process ends.
+    static SettingsRecords* const records = [] {
+        auto* made = new SettingsRecords;
+        made->keyCombos = DefaultRecorderTable();
+        return made;
+    }();
+    return *records;
+}
+
+QString SettingsPath() {
+    const QString folder = PathOf(PathId::DatBase);
+    return folder.isEmpty() ? QString() : folder + QStringLiteral("/PixelgroveGlobals.XML");
+}
+
+void SetDefaultSettings() {
+    SettingsRecords& settings = StoredSettings();
+    settings.colours = UiColours();
+    settings.meterHigh = UnpackColour(settings.colours[UiColour::MeterHigh]);
+    settings.meterLow = UnpackColour(settings.colours[UiColour::MeterLow]);
+
+    RecorderSettings& recorder = settings.recorder;
+    recorder.format = QStringLiteral("Untitled-%04d.png");
+    recorder.folder = DefaultRecordFolder();
+    recorder.frameDelayMs = RecorderSettings().frameDelayMs.load();
+    recorder.friendlyName = recorder.start = recorder.stop = QString();
+    settings.keyCombos = DefaultRecorderTable();
+
+    const AudioParameters audio;
+    settings.audio.smoothingWeight = audio.smoothingWeight.load();
+    settings.audio.noiseLevel = audio.noiseLevel.load();
+    settings.audio.homingFactor = audio.homingFactor.load();
+    settings.audio.maximizeRange = audio.maximizeRange.load();
+
+    if (AppState* app = App()) {
+        app->fpsTarget = 30;
+        app->recordWidth = 1920;
+        app->recordHeight = 1080;
+        app->recordMethod = 0;
+        app->snapToEdges = 0;
+    }
+}
+
+bool LoadSettings(const QString& settingsPath, const QString& coloursPath) {
+    SetDefaultSettings();
+    AppState* app = App();
+    if (!app) return false;
+    SettingsRecords& settings = StoredSettings();
+    const SettingsFile file = ReadSettingsFile(settingsPath);
+    settings.file = {file.state == SettingsFileState::Unreadable, SettingsNotice(file, settingsPath), {}};
+    if (!file.store) return false;
+    // Elements that stand elsewhere are none of ours.
+    if (XmlEnter(*file.store, kGlobals)) {
+        ReadGlobals(*file.store, *app, settings);
+        XmlLeave(*file.store);
+    }
+    ReconcileCurrentCombo(settings.recorder, settings.keyCombos);
+    for (size_t i = 0; i < kRecentElements.size(); ++i) {
+        StringList* list = (app->*kRecentElements[i].list).get();
+        LoadRecent(list, *file.store, QString::fromLatin1(kRecentElements[i].name));
+        if (list) settings.file.recentAsRead[i] = list->entries;
+    }
+    return LoadUiColours(coloursPath, settings.colours);
+}
+
+bool SaveSettings(const QString& settingsPath, QString* reason) {
+    QString ignored;
+    QString& words = reason ? *reason : ignored;
+    words.clear();
+    const AppState* app = App();
+    const std::unique_ptr<XmlStore> store = app ? XmlCreate() : nullptr;
+    if (!store) return false;
+    SettingsRecords& settings = StoredSettings();
+    // A write that is refused is remembered by the store, which then saves nothing.
+    XmlOpenElement(*store, kGlobals);
+    XmlWriteInt(*store, kFpsTarget, int32_t(app->fpsTarget));
+    WriteRecorder(*store, *app, settings.recorder);
+    WriteKeyCombos(*store, settings.keyCombos);
+    ReconcileCurrentCombo(settings.recorder, settings.keyCombos);
+    XmlWriteInt(*store, kSnapEdges, app->snapToEdges);
+    WriteAudio(*store, settings.audio);
+    SaveLayout(*store, settings.layout);
+    XmlCloseElement(*store);
+
+    // From here to the end no other instance may come between what is read and what is written.
+    const FolderLock lock(QFileInfo(NormalizePath(settingsPath)).path());
+    const SettingsFile stored = ReadSettingsFile(settingsPath);
+    if (settings.file.leaveAlone || stored.state == SettingsFileState::Unreadable) {
+        words = QStringLiteral("The file could not be read");
+        return false;
+    }
+    if (stored.state == SettingsFileState::Damaged &&
+        !WriteWholeFile(BadSettingsPath(settingsPath), stored.bytes, &words))
+        return false;
+    WriteRecentLists(*store, *app, stored.store.get());
+    return XmlSave(*store, settingsPath, &words);
+}
+
+}  // namespace pixelgrove

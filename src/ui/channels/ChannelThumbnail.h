@@ -1,0 +1,42 @@
+// ChannelThumbnail: the picture of what a channel of the shown stage reads, with a tooltip that tells more.
+// Paints itself from AppState::channels. Main thread.
+#pragma once
+
+#include <QImage>
+#include <QWidget>
+
+#include "media/Bitmap.h"
+
+namespace pixelgrove {
+
+struct ChannelInput;
+
+class ChannelThumbnail : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit ChannelThumbnail(QWidget* parent = nullptr);
+    // 0..3.
+    void SetChannel(uint32_t channel);
+    // A frame of the buffer that the channel reads, shown in place of the buffer's letter; null brings the
+    // letter back.
+    void ShowPreview(BitmapRef frame);
+    bool HasPreview() const { return preview_ != nullptr; }
+
+  protected:
+    bool event(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    const ChannelInput& Channel() const;
+    const QImage& PictureOf(const BitmapRef& bitmap);
+
+    uint32_t channel_ = 0;
+    BitmapRef preview_;
+    // The last bitmap that was scaled, as it was painted.
+    BitmapRef scaledBitmap_;
+    QImage scaled_;
+};
+
+}  // namespace pixelgrove

@@ -1,0 +1,192 @@
+// CodeView: the editor. Shows one StageDocument at a time, coloured, and keeps that document's text equal to
+// what is shown.
+//
+// The view holds the master copy of the shown text; each change goes into the document at once, so whoever
+// reads a document's text on the main thread never sees an old one. Only its comment map waits, for a
+// colouring pass or RefreshStageText. Colours are renewed for what is on screen, at the paint that follows an
+// event that may have changed them. Caret, scroll and zoom are kept per document. Main thread.
+#pragma once
+
+#include <QBasicTimer>
+#include <QDeadlineTimer>
+#include <QPlainTextEdit>
+#include <QUrl>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "core/AppState.h"
+#include "ui/editor/CodeLayout.h"
+#include "ui/text/UndoHistory.h"
+
+namespace pixelgrove {
+
+class CodeView : public QPlainTextEdit {
+    Q_OBJECT
+
+  public:
+    // UTF-16 code units; what would pass this is refused whole.
+    static constexpr qsizetype kMaxTextLength = 67108864;
+
+    explicit CodeView(QWidget* parent = nullptr);
+
+    // Shows the document with its saved view. The view of the document shown before is saved into it, unless
+    // AppState::currentDocument no longer names it, which means that it was freed or replaced. With no
+    // current document the incoming one is shown from its top, as the first of a project. Any other is
+    // reported to its onChange as changed once it was painted. Undo begins anew.
+    void LoadDocument(StageDocument& document);
+    // Stops following the shown document; the text stays on screen.
+    void Forget();
+    // Brings the shown document's comment map up to its text. False when the text is empty or nothing is
+    // shown.
+    bool RefreshStageText();
+
+    // Takes the last step of the user back, or does it again; nothing without one. They stand in for the
+    // toolkit's own, whose history is off: that one knows no limit and no edits beside it.
+    void undo();
+    void redo();
+    bool CanUndo() const { return history_.CanUndo(); }
+    bool CanRedo() const { return history_.CanRedo(); }
+
+    // Indents each line of the selection by the braces of the whole text; see LineDepths. Not undone by undo.
+    void IndentSelection();
+    // Indents the lines by one tab, or unindents them by four columns; lines count from 0. Not undone by
+    // undo.
+    void IndentLines(int firstLine, int lastLine, bool indent);
+
+    // As the toolkit's, which know nothing of places in long lines.
+    QTextCursor cursorForPosition(const QPoint& at) const;
+    QRect cursorRect(const QTextCursor& cursor) const;
+    QRect cursorRect() const { return cursorRect(textCursor()); }
+
+    // Of the normal size of the text, in percent; SetZoom goes to the nearest that there is.
+    static constexpr int kNormalZoom = 100;
+    static constexpr int kZoomStep = 10;
+    int ZoomPercent() const { return zoomPercent_; }
+    void SetZoom(int percent);
+
+    // Marks the document's errorLines.
+    void RefreshErrorMarks();
+    bool IsErrorLine(int line) const;
+    QColor ErrorColour() const;
+    // As it lies below the text of such a line.
+    QColor ErrorGround() const;
+
+    // Puts the caret at the start of the line (from 1; the last line for a number beyond it), scrolls only
+    // when the line is out of view, and takes the focus.
+    void GoToLine(int line);
+
+    // "Ln: <line> / <lines>\t Ch: <column>", all from 1.
+    QString CaretStatus() const;
+    int CaretLine() const { return textCursor().blockNumber() + 1; }
+
+    // Of a line on screen, in pixels.
+    int LineHeight() const { return layout_->Letters().LineHeight(); }
+    // The lines on screen, for the gutter: number from 1, top and height in viewport pixels.
+    struct VisibleLine {
+        int line;
+        int top;
+        int height;
+    };
+    std::vector<VisibleLine> VisibleLines() const;
+
+  Q_SIGNALS:
+    // The gutter's picture is out of date.
+    void ViewChanged();
+    // An http or https address in the text was clicked, with Ctrl held.
+    void LinkActivated(const QUrl& url);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    QMimeData* createMimeDataFromSelection() const override;
+    bool canInsertFromMimeData(const QMimeData* source) const override;
+    void insertFromMimeData(const QMimeData* source) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    // Whose the edit is that the document is about to report.
+    enum class Edit { User, Unrecorded, Replayed, Loading };
+    struct Stretch {
+        qsizetype start = 0;
+        qsizetype end = 0;
+    };
+    // In positions of the text before all edits of one call.
+    struct LineEdit {
+        int position;
+        int length;
+        QString text;
+    };
+
+    void OnContentsChange(int position, int removed, int added);
+    void OnCaretMoved();
+    void TakeWholeText();
+    QString TextRange(int position, int length) const;
+    bool HasRoomFor(qsizetype length) const;
+    void Replay(const std::optional<UndoHistory::Change>& change);
+    void ApplyUnrecorded(std::span<const LineEdit> edits);
+    void Select(int anchor, int position);
+
+    void FlagRecolour() { needsRecolour_ = true; }
+    void FlagForKey(const QKeyEvent& event);
+    Stretch VisibleText() const;
+    void RecolourVisible();
+    void Recolour(Stretch stretch);
+    void ReportPaintedChange();
+
+    // Long lines; see CodeLayout.
+    int PositionAt(const QPoint& at) const;
+    Stretch VisiblePart(const QTextBlock& block) const;
+    void PaintLongLines(const QRegion& region);
+    void PaintLongLine(QPainter& painter, const QTextBlock& block, qreal top);
+    void BringLongLineIntoView();
+    bool MoveInLongLine(const QKeyEvent& event);
+    bool PressInLongLine(const QMouseEvent& event);
+    void SelectUpTo(const QPoint& at);
+
+    void BreakLine();
+    void TabKey(bool indent);
+    void PrepareClosingBrace();
+
+    void SaveView(StageDocument& document) const;
+    void UpdateTabStop();
+    int FullyVisibleLineCount() const;
+    void ShowMarks();
+    void UpdateHoveredLink(const QPoint& at, Qt::KeyboardModifiers modifiers);
+    // Selects the address below the point; without a selection where there is none.
+    QTextCursor LinkCursorAt(const QPoint& at) const;
+
+    CodeLayout* layout_;  // of the document, which owns it
+    StageDocument* shown_ = nullptr;
+    UndoHistory history_;
+    Edit edit_ = Edit::User;
+    bool mapIsCurrent_ = false;
+    bool marksAreStale_ = false;
+
+    bool needsRecolour_ = false;
+    Stretch coloured_;  // what has the colours of the text as it is
+    bool colouringInProgress_ = false;
+    bool reportsPaint_ = false;  // off while a text that is no change waits for its first colours
+    bool reportPending_ = false;
+    bool controlWordsSeen_ = false;  // by the last colouring pass
+    bool autoIndentPending_ = false;
+
+    QFont normalFont_;
+    int zoomPercent_ = kNormalZoom;
+    QTextCursor hoveredLink_;
+    QString pressedLink_;
+    bool isSelectingInLongLine_ = false;
+    QBasicTimer selectionScroll_;  // while the pointer is out of the view
+    QDeadlineTimer thirdPress_;    // until it ends, a press selects the line
+};
+
+}  // namespace pixelgrove

@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <csignal>
+
+#include "media/ImageFiles.h"
+#include "platform/Files.h"
+#include "support/ImageTestSupport.h"
+
+namespace pixelgrove {
+namespace {
+
+using SaveBitmapImageTest = ImageFileTest;
+
+TEST_F(SaveBitmapImageTest, FirstRuleFoundAnywhereInPathDecides) {
+    for (const char* folder : {"a.png", "a.jpg", "my.external", "x.TIFF"})
+        ASSERT_TRUE(QDir(dir.path()).mkdir(QString::fromLatin1(folder)));
+    const QByteArray jpeg = "\xFF\xD8", png = "\x89PNG", gif = "GIF8", tiff = "II*", ppm = "P6\n", bmp = "BM";
+    const struct {
+        const char* name;
+        QByteArray start;  // empty: refused
+    } cases[] = {
+        {"frame.JPG", jpeg},
+        {"frame.jpeg", jpeg},
+        {"frame.Png", png},
+        {"frame.gif", gif},
+        {"frame.tif", tiff},
+        {"frame.ppm", ppm},
+        {"frame.bmp", bmp},
+        {"frame.dib", bmp},
+        {"frame.rle", bmp},
+        {"a.png/frame.jpg", jpeg},
+        {"a.jpg/frame.png", jpeg},
+        {"x.TIFF/frame.bmp", tiff},
+        {"frame.png.ext", png},
+        {"a.png\\back.jpg", jpeg},
+        {"frame.ext", {}},
+        {"frame.ful", {}},
+        {"my.external/frame.ppm", {}},
+        {"frame.xyz", {}},
+    };
+    const auto bitmap = PatternBitmap(4, 4, 32, true, true);
+    for (const auto& c : cases) {
+        const QString path = Path(c.name);
+        const QString onDisk = QString(path).replace(u'\\', u'/');
+        EXPECT_EQ(SaveBitmapImage(*bitmap, path), !c.start.isEmpty()) << c.name;
+        EXPECT_EQ(QFileInfo::exists(onDisk), !c.start.isEmpty()) << c.name;
+        EXPECT_TRUE(ReadWholeFile(onDisk).value_or("").startsWith(c.start)) << c.name;
+    }
+}
+
+TEST_F(SaveBitmapImageTest, LosslessFormatsGiveBackThePictureUprightAndOpaque) {
+    for (const char* name : {"f.png", "f.bmp", "f.tif", "f.gif"}) {
+        for (const int depth : {8, 24, 32}) {
+            SCOPED_TRACE(testing::Message() << name << ' ' << depth);
+            const auto bitmap = PatternBitmap(7, 5, depth, depth != 24, true);
+            ASSERT_TRUE(SaveBitmapImage(*bitmap, Path(name)));
+            const QImage back(Path(name));
+            ASSERT_EQ(back.size(), QSize(7, 5));
+            EXPECT_FALSE(back.hasAlphaChannel());
+            EXPECT_EQ(MeanError(back, *bitmap), 0.0);
+        }
+    }
+}
+
+TEST_F(SaveBitmapImageTest, LossyFormatsComeClose) {
+    const auto bitmap = CreateFrameBitmap(67, 45);
+    for (int y = 0; y < 45; ++y)
+        for (int x = 0; x < 67; ++x)
+            SetPixel(*bitmap, x, y, qRgba(x * 3, y * 5, 128, 0));
+    ASSERT_TRUE(SaveBitmapImage(*bitmap, Path("f.jpg")));
+    EXPECT_LT(MeanError(QImage(Path("f.jpg")), *bitmap), 2.0);
+    const QByteArray jpeg = ReadWholeFile(Path("f.jpg")).value_or("");
+    EXPECT_EQ(jpeg.mid(jpeg.indexOf("\xFF\xDB") + 5, 4), QByteArray("\2\1\1\1")) << "the table of quality 95";
+    ASSERT_TRUE(SaveBitmapImage(*bitmap, Path("f.gif")));
+    EXPECT_LT(MeanError(QImage(Path("f.gif")), *bitmap), 20.0);
+}
+
+TEST_F(SaveBitmapImageTest, PpmTakesMemoryForPixelsOfThreeBytes) {
+    auto bitmap = CreateFrameBitmap(2, 2);
+    for (size_t i = 0; i < bitmap->bits.size(); ++i)
+        bitmap->bits[i] = uint8_t('a' + i);
+    ASSERT_TRUE(SaveBitmapImage(*bitmap, Path("f.ppm")));
+    EXPECT_EQ(ReadWholeFile(Path("f.ppm")), QByteArray("P6\n2 2\n255\ncbafedihglkj"));
+
+    // An 8-bit bitmap has too few bytes for this treatment.
+    EXPECT_FALSE(SaveBitmapImage(*PatternBitmap(8, 3, 8, false, false), Path("g.ppm")));
+    EXPECT_FALSE(QFileInfo::exists(Path("g.ppm")));
+}
+
+TEST_F(SaveBitmapImageTest, FailedWriteKeepsTheOlderFile) {
+    // A limit on the length of files stands in for a full disk.
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit old{};
+    getrlimit(RLIMIT_FSIZE, &old);
+    const rlimit limited{600, old.rlim_max};
+    const auto bitmap = PatternBitmap(64, 64, 32, true, false);
+    for (const char* name : {"f.png", "f.bmp", "f.jpg", "f.tif", "f.gif"}) {
+        EXPECT_TRUE(WriteBytes(Path(name), "older"));
+        setrlimit(RLIMIT_FSIZE, &limited);
+        EXPECT_FALSE(SaveBitmapImage(*bitmap, Path(name))) << name;
+        setrlimit(RLIMIT_FSIZE, &old);
+        EXPECT_EQ(ReadWholeFile(Path(name)), QByteArray("older")) << name;
+    }
+    std::signal(SIGXFSZ, oldHandler);
+}
+
+TEST_F(SaveBitmapImageTest, TargetsThatAreNoFilesAndIncompleteBitmapsAreRefused) {
+    const auto bitmap = PatternBitmap(8, 8, 32, true, false);
+    EXPECT_FALSE(SaveBitmapImage(*bitmap, Path("nowhere/f.png")));
+
+    ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("folder.png")));
+    EXPECT_FALSE(SaveBitmapImage(*bitmap, Path("folder.png")));
+    EXPECT_TRUE(QFileInfo(Path("folder.png")).isDir());
+
+    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/full"), Path("device.png")));
+    EXPECT_FALSE(SaveBitmapImage(*bitmap, Path("device.png")));
+    EXPECT_TRUE(QFileInfo(Path("device.png")).isSymLink());
+
+    bitmap->bits.pop_back();
+    for (const char* name : {"f.png", "f.ppm", "f.gif"}) {
+        EXPECT_FALSE(SaveBitmapImage(*bitmap, Path(name))) << "incomplete";
+        EXPECT_FALSE(QFileInfo::exists(Path(name)));
+    }
+}
+
+}  // namespace
+}  // namespace pixelgrove
