@@ -53,11 +53,11 @@ void ShutDown(AppState& app, const StartupSteps& steps) {
 
 }  // namespace
 
-int ApplicationMain(const StartupSteps& steps) {
+int ApplicationMain(const StartupSteps& steps, const FolderChoice& folders) {
     if (!AllocateGlobals()) return 0;
     AppState& app = *App();
     app.startTime = 0.1f;
-    SetBaseFolders();
+    SetBaseFolders(folders);
     MakeDataFolders();
     Run(steps.startAudio);
     Run(steps.registerWindows);

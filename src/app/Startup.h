@@ -6,6 +6,8 @@
 
 #include <functional>
 
+#include "core/BaseFolders.h"
+
 namespace pixelgrove {
 
 struct StartupSteps {
@@ -28,6 +30,6 @@ constexpr int kExitNoSharedMemory = -42;
 
 // The program's entry body. Returns 0, also when a record can't be allocated; kExitNoSharedMemory when the
 // shared palette can't be made (the caller ends the process with it at once, nothing is cleaned up).
-int ApplicationMain(const StartupSteps& steps);
+int ApplicationMain(const StartupSteps& steps, const FolderChoice& folders = ProgramFolders());
 
 }  // namespace pixelgrove

@@ -95,8 +95,11 @@ FolderChoice ChooseFolders(const QString& programPath, const QStringList& progra
     return choice;
 }
 
-void SetBaseFolders() {
-    const FolderChoice choice = ChooseFolders(ProgramPath(), ProgramFilesFolders(), ApplicationDataFolder());
+FolderChoice ProgramFolders() {
+    return ChooseFolders(ProgramPath(), ProgramFilesFolders(), ApplicationDataFolder());
+}
+
+void SetBaseFolders(const FolderChoice& choice) {
     SetVariable("EXE_BASEFOLDER", choice.exe);
     SetVariable("DLL_BASEFOLDER", choice.dll);
     SetVariable("DAT_BASEFOLDER", choice.dat);

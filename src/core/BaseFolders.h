@@ -26,17 +26,19 @@ enum class PathId {
     Count,
 };
 
-// Sets EXE_BASEFOLDER, DLL_BASEFOLDER and DAT_BASEFOLDER in the process environment, the configuration
-// type, and expands the path table. Safe to run again.
-void SetBaseFolders();
-
-// The choice that SetBaseFolders makes, as a pure function of the program's path and the known folders.
 struct FolderChoice {
     QString exe, dll, dat;
     QString configurationType;  // "Debugging", "Portable\n" or "Installed\n"
 };
+
+// The choice by a program's path and the known folders, as a pure function, and that of the running program.
 FolderChoice ChooseFolders(const QString& programPath, const QStringList& programFilesFolders,
                            const QString& applicationData);
+FolderChoice ProgramFolders();
+
+// Sets EXE_BASEFOLDER, DLL_BASEFOLDER and DAT_BASEFOLDER in the process environment, the configuration
+// type, and expands the path table. Safe to run again.
+void SetBaseFolders(const FolderChoice& choice = ProgramFolders());
 
 // "Unknown" until SetBaseFolders has run.
 const QString& ConfigurationType();

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QImage>
 #include <QProcess>
@@ -180,12 +179,9 @@ TEST_F(HeadlessRender, BadProjectFilesAreTwoAndSayWhy) {
     };
     for (const auto& [name, bytes] : files) {
         Write("bad.json", bytes);
-        QElapsedTimer timer;
-        timer.start();
         const Outcome outcome = Run("bad.json");
         EXPECT_EQ(outcome.exitCode, 2) << name;
         EXPECT_FALSE(outcome.err.isEmpty()) << name;
-        EXPECT_LT(timer.elapsed(), 10000) << name;
     }
     for (const char* line :
          {"missing.json", ".", "", "--nonsense", "bad.json --out nowhere/at/all", "/dev/zero"}) {

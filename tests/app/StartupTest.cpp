@@ -14,6 +14,7 @@
 #include "core/BaseFolders.h"
 #include "core/SeedData.h"
 #include "platform/Files.h"
+#include "support/ScratchFolders.h"
 
 namespace pixelgrove {
 namespace {
@@ -98,14 +99,15 @@ TEST(Startup, RunsItsStepsInOrder) {
     steps.freeControls = step("freeControls");
     steps.freeWindows = step("freeWindows");
     steps.freeRecorderTable = step("freeRecorderTable");
-    EXPECT_EQ(ApplicationMain(steps), 0);
+    const test::ScratchFolders data;
+    EXPECT_EQ(ApplicationMain(steps, data.Choice()), 0);
     EXPECT_EQ(App(), nullptr);
     EXPECT_EQ(order,
               "startAudio ----\nloadSettings l---\nrunMainDialog lpdi\nstopAudio lpdi\nsaveSettings lpdi\n"
               "freeControls lp-i\nfreeWindows lp-i\nfreeRecorderTable -p--\n");
 }
 
-[[noreturn]] void StartWithoutSharedMemory() {
+[[noreturn]] void StartWithoutSharedMemory(const FolderChoice& folders) {
     // No file can be opened any more, so the block can't be made.
     const rlimit none{0, 0};
     setrlimit(RLIMIT_NOFILE, &none);
@@ -113,12 +115,13 @@ TEST(Startup, RunsItsStepsInOrder) {
     StartupSteps steps;
     steps.runMainDialog = [&] { wentOn = true; };
     steps.saveSettings = [&] { wentOn = true; };
-    const int result = ApplicationMain(steps);
+    const int result = ApplicationMain(steps, folders);
     _exit(result == kExitNoSharedMemory && !wentOn && App() != nullptr ? 0 : 1);
 }
 
 TEST(Startup, WithoutSharedMemoryNothingMoreRuns) {
-    EXPECT_EXIT(StartWithoutSharedMemory(), testing::ExitedWithCode(0), "");
+    const test::ScratchFolders data;
+    EXPECT_EXIT(StartWithoutSharedMemory(data.Choice()), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

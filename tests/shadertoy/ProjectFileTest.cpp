@@ -1,7 +1,6 @@
 #include "shadertoy/ProjectFile.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <QDir>
 #include <QFile>
@@ -12,6 +11,7 @@
 #include "platform/Files.h"
 #include "shadertoy/ProjectJsonSamples.h"
 #include "shadertoy/ProjectMedia.h"
+#include "support/ScratchFolders.h"
 
 namespace pixelgrove {
 namespace {
@@ -30,13 +30,13 @@ class ProjectFileTest : public ::testing::Test {
         return At("project.json");
     }
 
+    test::ScratchFolders dataFolders_;
     QTemporaryDir folder_;
 };
 
 TEST_F(ProjectFileTest, NamesLeadToLocalFiles) {
-    SetBaseFolders();
     const QString assets = CacheRoot() + QStringLiteral("/Assets");
-    const QString cachedName = QStringLiteral("test-%1.png").arg(getpid());
+    const QString cachedName = QStringLiteral("cached.png");
     const QString cached = assets + u'/' + cachedName;
     const QString secret = At("sub/a.png");
     ASSERT_TRUE(QDir().mkpath(assets) && QDir().mkpath(At("sub")));
@@ -61,7 +61,6 @@ TEST_F(ProjectFileTest, NamesLeadToLocalFiles) {
     };
     for (const auto& [name, expected] : rows)
         EXPECT_EQ(ResolveMedium(name, folder_.path()), expected) << name.toStdString();
-    QFile::remove(cached);
     for (const auto& [name, start] :
          {std::pair{"none.png", "no file \"none.png\" was found in"},
           {"/media/a/none.png", "no file \"/media/a/none.png\" was found, nor \"none.png\" in"}}) {

@@ -6,7 +6,6 @@
 #include <QMenu>
 
 #include "OutputFixture.h"
-#include "core/BaseFolders.h"
 #include "shadertoy/ProjectFile.h"
 #include "ui/channels/ChannelMenu.h"
 #include "ui/channels/ChannelThumbnail.h"
@@ -159,7 +158,6 @@ TEST_F(ChannelPanelTest, TheButtonsMenuGivesTheChannelItsSource) {
 }
 
 TEST_F(ChannelPanelTest, PicturesAreChosenByTheirFiles) {
-    SetBaseFolders();
     EXPECT_FALSE(RunEntry(kChannelMenuTexture)) << "cancelled";
     const QString picture = PictureFile(QString::fromUtf8("写真 ü%1 \"x\".png"));
     chosenPath = picture;

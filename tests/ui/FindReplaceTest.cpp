@@ -1,4 +1,5 @@
 // Find and replace: the dialogs, what their buttons do in the editor, and the texts that they share.
+#include "support/CpuTime.h"
 #include "ui/editor/FindReplace.h"
 
 #include <QAbstractButton>
@@ -235,10 +236,9 @@ TEST_F(FindReplaceTest, ManyHitsAreReplacedAtOnce) {
     FindDialog* dialog = Open(true);
     Edit(dialog, "findEdit")->setText(QStringLiteral("Colour"));
     Edit(dialog, "replaceEdit")->setText(QStringLiteral("tone"));
-    QElapsedTimer timer;
-    timer.start();
+    const int start = test::ThreadCpuMs();
     Button(dialog, "replaceAllButton")->click();
-    EXPECT_LT(timer.elapsed(), 20000);
+    EXPECT_LT(test::ThreadCpuMs() - start, 20000);
     EXPECT_EQ(messages.value(0),
               QStringLiteral("Replace All: 100000 occurrences of the text were replaced."));
     EXPECT_EQ(Editor()->toPlainText(), text.replace(QStringLiteral("colour"), QStringLiteral("tone")));

@@ -14,6 +14,7 @@
 #include "platform/Files.h"
 #include "project/ProjectModel.h"
 #include "support/DisplayTest.h"
+#include "support/ScratchFolders.h"
 #include "ui/MainWindow.h"
 #include "ui/editor/CodeView.h"
 #include "windows/widgets/WindowRegistry.h"
@@ -107,6 +108,7 @@ class WindowTest : public DisplayTest {
         return letters;
     }
 
+    test::ScratchFolders dataFolders;
     std::unique_ptr<MainWindow> window;
     bool answer = false;
     int questions = 0;

@@ -5,11 +5,13 @@
 #include <xcb/xcb.h>
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QDropEvent>
 #include <QMenu>
 #include <QMimeData>
 #include <cstdlib>
 #include <functional>
+#include <string>
 
 #include "WindowFixture.h"
 #include "core/BaseFolders.h"
@@ -25,7 +27,6 @@ namespace {
 class WindowsTest : public WindowTest {
   protected:
     void SetUp() override {
-        SetBaseFolders();
         Windows().RegisterDefaultWindows();
         WindowTest::SetUp();
     }
@@ -62,6 +63,7 @@ TEST_F(WindowsTest, LayoutsAreSavedListedAndLoaded) {
     ShowLayout();
     const EdgeRect before = window->FrameRect(), outputBefore = Output().FrameRect();
     const QString layouts = NormalizePath(PathOf(PathId::Layouts));
+    ASSERT_TRUE(QDir().mkpath(layouts));
     chosenPath = layouts + QStringLiteral("/ZZ test.STL");
     Run(kCmdSaveLayout);
     EXPECT_EQ(Status(), QStringLiteral("File saved."));
@@ -83,7 +85,7 @@ TEST_F(WindowsTest, LayoutsAreSavedListedAndLoaded) {
     PumpFor(30);
     Run(kCmdLoadLayout);
     EXPECT_TRUE(PumpUntil([] { return App()->outputWindow != nullptr; })) << "opened by its command";
-    QFile::remove(chosenPath);
+    ASSERT_TRUE(QFile::remove(chosenPath));
     entry->trigger();
     EXPECT_EQ(Status(), QStringLiteral("Error loading file."));
     chosenPath = QStringLiteral("/proc/no/such.STL");
@@ -162,12 +164,12 @@ TEST_F(WindowsTest, FilesDroppedOnTheEditorAreLoaded) {
 }
 
 TEST_F(WindowsTest, OnlyThePaletteCommandIsTakenFromOutside) {
-    constexpr char kName[] = "/pixelgrove-test-palette";
-    App()->sharedPalette = SharedMemory::CreateOrOpen(kName, sizeof(PaletteBlock));
+    const std::string name = "/pixelgrove-test-" + std::to_string(getpid());
+    App()->sharedPalette = SharedMemory::CreateOrOpen(name.c_str(), sizeof(PaletteBlock));
     ASSERT_TRUE(App()->sharedPalette);
     PaletteBlock block{};
     block.count = 2;
-    const int tool = shm_open(kName, O_RDWR, 0);
+    const int tool = shm_open(name.c_str(), O_RDWR, 0);
     ASSERT_EQ(pwrite(tool, &block, sizeof block, 0), ssize_t(sizeof block));
 
     xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
@@ -199,7 +201,7 @@ TEST_F(WindowsTest, OnlyThePaletteCommandIsTakenFromOutside) {
     EXPECT_EQ(App()->palette.count, 2u);
     close(tool);
     App()->sharedPalette.reset();
-    shm_unlink(kName);
+    shm_unlink(name.c_str());
 }
 
 }  // namespace
