@@ -201,7 +201,7 @@ bool StopRenderThread() {
     app.renderThread = nullptr;
     if (!run) return true;
     run->stopRequested = 1;
-    const bool ended = run->EndOrAbandon(kStopWaitMs);
+    const bool ended = run->EndOrAbandon(run->stopWaitMs);
     run->request.surface->SetInUse(false);
     app.renderContext = nullptr;
     app.recordingActive = 0;

@@ -45,6 +45,8 @@ struct ChannelPreview {
     uint32_t stage = kStageNone;  // the stage whose channel it is
 };
 
+constexpr int kStopWaitMs = 4000;
+
 // Shared by the main thread and the run's thread; whoever lets go last frees it.
 struct RenderRun {
     RenderRun(AppState& state, RunRequest what);
@@ -55,6 +57,7 @@ struct RenderRun {
     AppState& app;
     RunRequest request;
     std::atomic<uint32_t> stopRequested{0};  // main sets, the thread leaves at the end of its turn
+    int stopWaitMs = kStopWaitMs;            // how long main waits for that; main's
     std::unique_ptr<RenderContext> context;  // the thread's until it has ended, then main's
     // Per stage: compile errors in terms of the user's files and lines. The thread's until command 122 is
     // posted; main reads them through ReportedErrors.
@@ -106,15 +109,13 @@ struct RenderRun {
 bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t fpsTarget,
                         const std::function<void(RenderRun&)>& configure = {});
 
-// Asks the run to stop, waits up to kStopWaitMs, and frees its context; a thread that doesn't end in time is
-// abandoned together with the context. Posted results of the run are dropped. Nothing without a run. True
-// unless a thread was abandoned. Main thread.
+// Asks the run to stop, waits as long as the run says, and frees its context; a thread that doesn't end in
+// time is abandoned together with the context. Posted results of the run are dropped. Nothing without a run.
+// True unless a thread was abandoned. Main thread.
 bool StopRenderThread();
 
 // Threads that were abandoned and have not ended yet.
 int AbandonedRuns();
-
-constexpr int kStopWaitMs = 4000;
 
 // Compilers of drivers go down a shader's expressions by recursion: the thread that compiles needs a deep
 // stack.

@@ -44,5 +44,9 @@ TEST(LiveValues, FramesSeeWhatWasPublishedWithDefinedWholeForms) {
     }
 }
 
+TEST(LiveValues, ABakedTextIsLinesInTheCodePage) {
+    EXPECT_EQ(BakeDefines(QStringLiteral(u"a\r//\u20ac\u4e2d\nb")), "a\n//\x80?\nb");
+}
+
 }  // namespace
 }  // namespace pixelgrove

@@ -31,12 +31,14 @@ TEST_F(ProjectModelTest, ANewProjectIsTheImageStageAlone) {
     State().channels[3][1].kind = kChannelTexture;
     AddStage(kStageBufferB);
     shaderModified = true;
+    State().projectInfo.name = State().projectInfo.username = QStringLiteral("mine");
     ClearProject(true);
 
     EXPECT_THAT(AddableStages(), ElementsAre(1u, 2u, 3u, 4u, 5u, 6u));
     EXPECT_EQ(State().currentDocument, &State().documents[kStageImage]);
     EXPECT_EQ(State().currentDocument->text, DefaultSource(kStageImage));
     EXPECT_FALSE(State().documents[kStageBufferB].hasText);
+    EXPECT_EQ(State().projectInfo.name + State().projectInfo.username, QString());
     EXPECT_EQ(State().channels[3][1].kind, kChannelUnused);
     EXPECT_TRUE(shaderModified);
 

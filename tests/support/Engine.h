@@ -4,9 +4,11 @@
 #include <GL/glew.h>
 
 #include <array>
+#include <atomic>
 #include <cmath>
 #include <cstring>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -21,7 +23,8 @@
 
 namespace pixelgrove::test {
 
-// An EGL surface whose size a test can change, and that keeps what the read-back path shows.
+// An EGL surface whose size a test can change, and that keeps what the read-back path shows and how often a
+// paused run asked whether something is to be shown anew.
 class ResizableSurface : public OutputSurface {
   public:
     explicit ResizableSurface(SurfaceSize size) : size_(size), egl_(CreateEglSurface(size)) {}
@@ -34,6 +37,11 @@ class ResizableSurface : public OutputSurface {
         std::lock_guard lock(lock_);
         shown_ = std::move(bitmap);
     }
+    bool TakeRepaintRequest() override {
+        ++repaintsAsked_;
+        return false;
+    }
+    int RepaintsAsked() const { return repaintsAsked_; }
     void Resize(SurfaceSize size) {
         std::lock_guard lock(lock_);
         size_ = size;
@@ -47,6 +55,7 @@ class ResizableSurface : public OutputSurface {
     mutable std::mutex lock_;
     SurfaceSize size_;
     BitmapRef shown_;
+    std::atomic<int> repaintsAsked_{0};
     std::shared_ptr<OutputSurface> egl_;
 };
 

@@ -1,4 +1,4 @@
-// A shader that keeps the driver busy for longer than Stop is willing to wait, on a machine of any speed.
+// A shader that keeps the driver busy for longer and longer, on a machine of any speed.
 #pragma once
 
 #include <functional>
@@ -21,16 +21,16 @@ constexpr const char* kDoublingShader =
     "  c = vec4(x);\n"
     "}\n";
 
-// Waits until a frame of that shader has taken three seconds: the next one, which has just begun, takes about
-// six. idle runs in between. False when none comes within two minutes.
-inline bool WaitForLongFrame(const std::function<void()>& idle) {
+// Waits until a frame of that shader has taken so long: the next one, which has just begun, takes about twice
+// that. idle runs in between. False when none comes within two minutes.
+inline bool WaitForLongFrame(int milliseconds, const std::function<void()>& idle) {
     const int64_t start = CounterNs();
     int64_t frameStart = start;
     uint64_t drawn = 0;
     while (CounterNs() - start < 120'000'000'000) {
         const uint64_t now = App()->renderThread->framesDrawn;
         if (now != drawn) {
-            if (drawn > 0 && CounterNs() - frameStart > 3'000'000'000) return true;
+            if (drawn > 0 && CounterNs() - frameStart > milliseconds * int64_t(1'000'000)) return true;
             drawn = now;
             frameStart = CounterNs();
         }

@@ -7,6 +7,7 @@
 
 #include "OutputFixture.h"
 #include "shadertoy/ProjectFile.h"
+#include "support/ImageTestSupport.h"
 #include "ui/channels/ChannelMenu.h"
 #include "ui/channels/ChannelThumbnail.h"
 
@@ -285,7 +286,14 @@ TEST_F(ChannelRunTest, PreviewsComeAndGoWithTheRun) {
     EXPECT_TRUE(isLetter());
     Run(kCmdShowChannelBuffers);
     EXPECT_TRUE(PumpUntil(isMagenta));
-    // Another stage's channels are not those of Image.
+    // Another stage's channels are not those of Image, whatever is under way of them.
+    QImage green(2, 2, QImage::Format_RGB32);
+    green.fill(Qt::green);
+    for (int i = 0; i < 10; ++i) {
+        App()->renderThread->showPreview({0, FromImage(green, 32, false), kStageBufferB});
+        QCoreApplication::sendPostedEvents();
+        ASSERT_NE(Shown().pixelColor(9, 9), QColor(Qt::green));
+    }
     SelectStage(kStageBufferB);
     EXPECT_FALSE(Thumbnail()->HasPreview());
     SelectStage(kStageImage);

@@ -277,6 +277,25 @@ TEST_F(EditorTest, ViewsAreKeptForEachStage) {
     for (int i = 0; i < 100; ++i)
         Wheel(Qt::ControlModifier, -120);
     EXPECT_EQ(Editor()->ZoomPercent(), 20);
+
+    // A view goes with its text.
+    const auto moveAside = [this] {
+        Editor()->selectAll();
+        return Editor()->textCursor().hasSelection();
+    };
+    ASSERT_TRUE(moveAside());
+    RemoveStage(kStageCommon);
+    AddStage(kStageCommon);
+    SelectStage(kStageCommon);
+    EXPECT_FALSE(Editor()->textCursor().hasSelection()) << "removed and added";
+    ASSERT_TRUE(moveAside());
+    SelectStage(kStageImage);
+    SelectStage(kStageCommon);
+    Type(Latin("x"));
+    ASSERT_TRUE(moveAside());
+    Run(kCmdNew);
+    ASSERT_TRUE(RestorePreviousProject());
+    EXPECT_FALSE(Editor()->textCursor().hasSelection()) << "thrown away and brought back";
 }
 
 TEST_F(EditorTest, AJumpOutOfViewPutsTheLineInTheMiddle) {

@@ -4,7 +4,6 @@
 #include <QScreen>
 
 #include "WindowFixture.h"
-#include "platform/Clock.h"
 #include "render/RenderThread.h"
 #include "render/widgets/OutputView.h"
 #include "render/widgets/OutputWindow.h"
@@ -15,9 +14,7 @@ class OutputTest : public WindowTest {
   protected:
     void TearDown() override {
         if (App()) StopRenderThread();
-        for (int i = 0; i < 1200 && AbandonedRuns() > 0; ++i)
-            SleepMs(100);
-        EXPECT_EQ(AbandonedRuns(), 0) << "a thread outlives the test";
+        EXPECT_TRUE(PumpUntil([] { return AbandonedRuns() == 0; })) << "a thread outlives the test";
         WindowTest::TearDown();
     }
     // Side by side: what is covered can't be seen on a screenshot.

@@ -6,6 +6,7 @@
 #include "WindowFixture.h"
 #include "render/RenderContext.h"
 #include "render/RenderThread.h"
+#include "support/HangingSurface.h"
 #include "support/Memory.h"
 
 namespace pixelgrove {
@@ -245,6 +246,31 @@ TEST_F(PlaybackTest, TheFocusStaysThroughPlayAndStop) {
     EXPECT_EQ(window->focusWidget()->objectName(), QStringLiteral("stopButton"));
     QTest::keyClick(window->focusWidget(), Qt::Key_Space);
     EXPECT_EQ(window->focusWidget()->objectName(), QStringLiteral("playButton"));
+}
+
+TEST_F(PlaybackTest, WhatHangsHoldsUpNeitherRestartNorExit) {
+    Run(kCmdUseGdiDisplay);
+    const auto hang = [this] {
+        const auto surface = std::make_shared<test::HangingSurface>(test::HangingSurface::In::Frame);
+        App()->outputSurface = surface;
+        Run(kCmdPlay);
+        EXPECT_TRUE(PumpUntil([&] { return surface->IsHanging(); }));
+        App()->renderThread->stopWaitMs = 5;
+        App()->outputSurface = nullptr;
+        return surface;
+    };
+    const auto first = hang();
+    Run(kCmdRestart);
+    EXPECT_EQ(AbandonedRuns(), 1);
+    EXPECT_TRUE(WaitRunning());
+    Run(kCmdStop);
+    const auto second = hang();
+    answer = true;
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(AbandonedRuns(), 2);
+    first->Release();
+    second->Release();
+    EXPECT_TRUE(PumpUntil([] { return AbandonedRuns() == 0; }));
 }
 
 TEST_F(PlaybackTest, ClosingTheOutputWindowKeepsTheRunStoppable) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
 
 #include "ui/text/Links.h"
@@ -73,6 +74,13 @@ TEST(UndoHistoryTest, UnrecordedEditsStayBesideUndo) {
         EXPECT_TRUE(e.Redo());
     EXPECT_EQ(e.text, Text("a{\n\tb"));
 
+    // At the very start of a step it stays too.
+    e = Edited();
+    e.Type(Text("ab"));
+    e.ReplaceUnrecorded(0, 0, Text("\t"));
+    e.Undo();
+    EXPECT_EQ(e.text, Text("\t"));
+
     // Inside a step it goes with the step.
     e = Edited();
     e.Replace(0, 0, Text("x y z"));
@@ -87,6 +95,20 @@ TEST(UndoHistoryTest, UnrecordedEditsStayBesideUndo) {
     e.ReplaceUnrecorded(2, 4, QString());
     EXPECT_FALSE(e.Undo());
     EXPECT_EQ(e.text, Text("neinner z"));
+}
+
+// What is erased to the one side and what is erased to the other are two steps.
+TEST(UndoHistoryTest, TurningRoundBeginsAStep) {
+    for (const auto& positions : {std::array{1, 1, 0}, {2, 1, 1}}) {
+        Edited e;
+        e.text = Text("abcd");
+        for (const int position : positions)
+            e.Replace(position, 1, QString());
+        for (const char* before : {"ad", "abcd"}) {
+            EXPECT_TRUE(e.Undo());
+            EXPECT_EQ(e.text, Text(before)) << positions[0];
+        }
+    }
 }
 
 // Whatever is done in between, undoing everything and doing it again leads back to the same text.
