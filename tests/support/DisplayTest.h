@@ -9,6 +9,7 @@
 #include <functional>
 
 #include "core/AppState.h"
+#include "platform/Clock.h"
 
 namespace pixelgrove {
 
@@ -18,6 +19,7 @@ inline bool PumpUntil(const std::function<bool()>& condition) {
     timer.start();
     while (!condition()) {
         if (timer.elapsed() > 10000) return false;
+        SleepMs(1);  // what is waited for needs the processor
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
