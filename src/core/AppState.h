@@ -42,7 +42,6 @@ struct StageDocument {
     bool hasText = false;             // false when the stage doesn't exist
     std::vector<uint8_t> commentMap;  // one class byte per code unit: 0 code, 1 line comment, 2 block comment
     ErrorLineList errorLines;
-    void (*onChange)(bool textChanged, bool spanHasControls) = nullptr;
     // The editor's saved view, while viewSaved.
     bool viewSaved = false;
     int caretPosition = 0;

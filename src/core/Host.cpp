@@ -17,7 +17,6 @@ class NoHost final : public Host {
     void RefreshStageTabs() override {}
     void RefreshChannelPanel() override {}
     void RebuildControlTree() override {}
-    void RefreshCaretStatus() override {}
 };
 
 }  // namespace

@@ -32,7 +32,6 @@ class Host {
     virtual void RefreshStageTabs() = 0;                     // lay out and caption the stage buttons
     virtual void RefreshChannelPanel() = 0;
     virtual void RebuildControlTree() = 0;
-    virtual void RefreshCaretStatus() = 0;
 };
 
 // A host that does nothing, for programs without windows. Lives for the whole process.

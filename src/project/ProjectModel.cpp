@@ -13,8 +13,6 @@ namespace {
 constexpr float kDefaultProjectVersion = 0.1f;
 constexpr qsizetype kServiceIdLength = 6;
 
-bool inProjectChange = false;
-
 // The other four would begin a new line in the editor, which has no characters for them.
 QString WithLfLineEnds(QString text) {
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
@@ -125,7 +123,6 @@ void SelectStage(uint32_t id) {
     if (id >= kStageCount || id == app.currentStage) return;
     StageDocument& document = app.documents[id];
     document.length = uint32_t(document.text.size());
-    document.onChange = OnProjectChanged;
     // The host finds the outgoing document still current, to save its view.
     app.host->LoadDocument(document);
     app.currentDocument = &document;
@@ -164,20 +161,6 @@ void SetDocumentText(StageDocument& document, const QString& text, uint32_t extr
     document.length = uint32_t(document.text.size());
     document.allocated = document.length + extraAllocated;
     document.commentMap = BuildCommentMap(document.text);
-}
-
-void OnProjectChanged(bool textChanged, bool spanHasControls) {
-    // Refreshing title and tree may change the editor and so come back here.
-    if (inProjectChange) return;
-    inProjectChange = true;
-    AppState& app = *App();
-    if (textChanged) {
-        const ControlSet& controls = *Controls();
-        const bool hasControls = controls.uniformCount + controls.defineCount > 0;
-        if (spanHasControls || !hasControls) app.host->RebuildControlTree();
-    }
-    app.host->RefreshCaretStatus();
-    inProjectChange = false;
 }
 
 void OnStageChanged(uint32_t id) {

@@ -37,11 +37,6 @@ std::vector<uint32_t> AddableStages();
 // the allocated count.
 void SetDocumentText(StageDocument& document, const QString& text, uint32_t extraAllocated = 0);
 
-// Runs after what may have changed the editor's picture; textChanged tells whether its text was painted
-// anew, spanHasControls is false when the painted span holds no line that could be a control. Re-entrant
-// calls return at once.
-void OnProjectChanged(bool textChanged, bool spanHasControls);
-
 // The one place that is told of every change by the user to text, existence or channels of a stage, at once:
 // compares it with what was loaded or saved, and brings shaderModified and the title up to date. Costs one
 // comparison of the stage's text.

@@ -52,7 +52,7 @@ bool LoadSourceFile(const QString& path) {
     app.host->LoadDocument(*document);
     app.currentDocument = document;
     OnStageChanged(app.currentStage);
-    OnProjectChanged(true, true);
+    app.host->RebuildControlTree();
     return true;
 }
 

@@ -94,6 +94,7 @@ MainWindow::MainWindow()
     playback_.SetUp();
     RefreshCaretStatus();
     ConnectControls();
+    ConnectEditor();
     auto* menuBar = new QMenuBar;
     menus_ = std::make_unique<Menus>(*menuBar, *this, [this](int id) { SendCommand(id, 0); });
     SetMenuBar(menuBar);
@@ -148,15 +149,28 @@ void MainWindow::ConnectControls() {
     }
     connect(form_->fpsTarget, &FpsField::Committed, this, [this] { SendCommand(kCmdFpsTarget, 0); });
     form_->stageButtons->runCommand = [this](int id) { SendCommand(id, 0); };
-    connect(form_->editor, &CodeView::LinkActivated, this,
-            [this](const QUrl& url) { projects_.dialogs.openUrl(url); });
-    connect(form_->editor, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
-        ShowEditorMenu(*form_->editor, form_->editor->viewport()->mapToGlobal(at));
-    });
     form_->statusText->viewport()->installEventFilter(this);
     form_->treeView->viewport()->installEventFilter(this);
     // Files are for the window, also where a text would take their names.
     form_->editor->viewport()->installEventFilter(this);
+}
+
+// All that hears of the editor's text.
+void MainWindow::ConnectEditor() {
+    CodeView* editor = form_->editor;
+    // The comparison with what was saved, and by way of the title the recovery copy.
+    connect(editor, &CodeView::TextEdited, this, [] { OnStageChanged(App()->currentStage); });
+    connect(editor, &CodeView::PaintedAnew, this, [this](bool hasControlWords) {
+        const ControlSet& controls = *Controls();
+        if (hasControlWords || controls.uniformCount + controls.defineCount == 0) RebuildControlTree();
+    });
+    connect(editor, &CodeView::cursorPositionChanged, this, &MainWindow::RefreshCaretStatus);
+    connect(editor, &CodeView::blockCountChanged, this, &MainWindow::RefreshCaretStatus);
+    connect(editor, &CodeView::LinkActivated, this,
+            [this](const QUrl& url) { projects_.dialogs.openUrl(url); });
+    connect(editor, &QWidget::customContextMenuRequested, this, [this, editor](const QPoint& at) {
+        ShowEditorMenu(*editor, editor->viewport()->mapToGlobal(at));
+    });
 }
 
 void MainWindow::SetUpTree() {
@@ -314,7 +328,6 @@ void MainWindow::ShowTitle(bool modified) {
 
 void MainWindow::LoadDocument(StageDocument& document) {
     form_->editor->LoadDocument(document);
-    RefreshCaretStatus();
 }
 
 void MainWindow::MarkErrorLines() {

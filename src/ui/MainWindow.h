@@ -74,7 +74,6 @@ class MainWindow : public FrameWindow, public Host {
     void RefreshStageTabs() override;
     void RefreshChannelPanel() override;
     void RebuildControlTree() override;
-    void RefreshCaretStatus() override;
 
   Q_SIGNALS:
     // The window was closed for good; the run has ended.
@@ -95,6 +94,7 @@ class MainWindow : public FrameWindow, public Host {
     static constexpr int kCmdBeep = -1;
 
     void ConnectControls();
+    void ConnectEditor();
     void ProbeOutput();
     void ChooseFrameBufferFormat(int commandId);
     void ChooseMultisample(int commandId);
@@ -105,6 +105,7 @@ class MainWindow : public FrameWindow, public Host {
     void ToggleLockWindows();
     void ToggleSnapping();
     void TakeSharedPalette();
+    void RefreshCaretStatus();
 
     std::unique_ptr<Ui::EditWindow> form_;
     CommandQueue commands_;

@@ -39,7 +39,6 @@ class RecordingHost final : public Host {
     void RefreshStageTabs() override {}
     void RefreshChannelPanel() override {}
     void RebuildControlTree() override {}
-    void RefreshCaretStatus() override {}
 
   private:
     std::mutex lock_;

@@ -178,6 +178,26 @@ TEST_F(EditorTest, OnlyWhatDiffersFromTheSavedTextIsMarked) {
     EXPECT_TRUE(isMarked()) << "the saved text is the later one";
 }
 
+TEST_F(EditorTest, ControlsAreScannedAnewBehindAPaintThatSawWhereTheyCouldCome) {
+    Load(Latin("int a;\n").repeated(400) + Latin("uniform float b;\n"));
+    float& speed = Controls()->uniforms[0].range.value;
+    const auto isScanned = [&](const auto& edit) {
+        speed = 0.5f;
+        edit();
+        EXPECT_EQ(speed, 0.5f) << "not before the paint";
+        Paint();
+        return speed != 0.5f;
+    };
+    EXPECT_FALSE(isScanned([this] { Type(Latin(";")); }));
+    EXPECT_TRUE(isScanned([this] { Type(Latin("uniform ")); }));
+    EXPECT_TRUE(isScanned([this] { Key(Qt::Key_Down); })) << "as keys do that may have changed the colours";
+    EXPECT_FALSE(isScanned([this] { Key(Qt::Key_Up); }));
+    EXPECT_TRUE(isScanned([this] { Key(Qt::Key_End, Qt::ControlModifier); })) << "the word at the end";
+    Load(Latin("int a;\n"));
+    Controls()->uniformCount = 0;
+    EXPECT_TRUE(isScanned([this] { Type(Latin("x")); })) << "without any control";
+}
+
 TEST_F(EditorTest, KeysThatIndent) {
     Load(QString());
     Type(Latin("{"));
@@ -446,6 +466,11 @@ TEST_F(EditorTest, TheStoredTextFollowsEveryEdit) {
     std::mt19937 random(11);
     const auto below = [&random](int limit) { return int(random() % unsigned(limit)); };
     Load(Latin("void main() {\n\tint a;\n}\n"));
+    QString told = Stored();
+    QObject::connect(Editor(), &CodeView::TextEdited, Editor(), [&told](const TextEdit& edit) {
+        EXPECT_EQ(told.sliced(edit.position, edit.removed.size()), edit.removed);
+        told.replace(edit.position, edit.removed.size(), edit.stage.text.mid(edit.position, edit.added));
+    });
     const QString pieces[] = {
         Latin("x"),          Latin("\n"),       Latin("{\n\t}"), Latin("\r\n"),
         Latin("\xA0\xE9/*"), QString(QChar(0)), Latin("*/"),     Latin("uniform int\n\n")};
@@ -486,6 +511,8 @@ TEST_F(EditorTest, TheStoredTextFollowsEveryEdit) {
         QString shown = Editor()->document()->toRawText();
         shown.replace(QChar::ParagraphSeparator, u'\n');
         ASSERT_EQ(Stored(), shown) << "edit " << i;
+        ASSERT_EQ(told, shown) << "edit " << i;
+        ASSERT_EQ(Text("caretStatusText"), Editor()->CaretStatus());
         ASSERT_EQ(App()->currentDocument->length, uint32_t(shown.size()));
     }
     EXPECT_TRUE(Editor()->RefreshStageText());

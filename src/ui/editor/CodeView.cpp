@@ -9,7 +9,6 @@
 #include <set>
 
 #include "look/widgets/Theme.h"
-#include "project/ProjectModel.h"
 #include "ui/text/Indentation.h"
 
 namespace pixelgrove {
@@ -40,7 +39,10 @@ QString WithoutLineSeparators(QString text) {
 }  // namespace
 
 CodeView::CodeView(QWidget* parent)
-    : QPlainTextEdit(parent), layout_(new CodeLayout(new QTextDocument(this))), normalFont_(CodeFont()) {
+    : QPlainTextEdit(parent),
+      layout_(new CodeLayout(new QTextDocument(this))),
+      text_(*layout_->document()),
+      normalFont_(CodeFont()) {
     layout_->document()->setDocumentLayout(layout_);
     layout_->caretPosition = [this] { return textCursor().position(); };
     setDocument(layout_->document());
@@ -51,8 +53,8 @@ CodeView::CodeView(QWidget* parent)
     setUndoRedoEnabled(false);
     viewport()->setMouseTracking(true);
     UpdateTabStop();
-    connect(document(), &QTextDocument::contentsChange, this, &CodeView::OnContentsChange);
-    // Marks need the layout, which hears of a change only after the signal above.
+    connect(&text_, &StageText::Edited, this, &CodeView::OnEdited);
+    // Marks need the layout, which hears of an edit only after that.
     connect(document(), &QTextDocument::contentsChanged, this, [this] {
         if (marksAreStale_) RefreshErrorMarks();
     });
@@ -90,21 +92,17 @@ void CodeView::SaveView(StageDocument& document) const {
 
 void CodeView::LoadDocument(StageDocument& incoming) {
     const StageDocument* current = App()->currentDocument;
-    if (shown_ && shown_ == current && shown_->hasText) SaveView(*shown_);
+    if (Shown() && Shown() == current && Shown()->hasText) SaveView(*Shown());
     if (!current) incoming.viewSaved = false;
-    edit_ = Edit::Loading;
-    shown_ = nullptr;
+    isLoading_ = true;
+    text_.Forget();
     hoveredLink_ = QTextCursor();
     setPlainText(WithoutLineSeparators(incoming.text));
     setUndoRedoEnabled(false);  // a new text turns it on
-    history_.Clear();
-    shown_ = &incoming;
-    mapIsCurrent_ = false;
-    const QString text = TextRange(0, document()->characterCount() - 1);
-    if (text != incoming.text) SetDocumentText(incoming, text);
+    text_.Follow(incoming);
     const bool colourAll = incoming.text.size() <= kMaxColouredAtOnce;
     coloured_ = {};
-    if (colourAll) Recolour({0, text.size()});
+    if (colourAll) Recolour({0, incoming.text.size()});
     // The first text of a project is no change of it.
     needsRecolour_ = current || !colourAll;
     reportPending_ = false;
@@ -115,19 +113,17 @@ void CodeView::LoadDocument(StageDocument& incoming) {
            incoming.viewSaved ? std::clamp(incoming.caretPosition, 0, end) : 0);
     verticalScrollBar()->setValue(incoming.viewSaved ? std::max(0, incoming.firstVisibleLine) : 0);
     horizontalScrollBar()->setValue(incoming.viewSaved ? std::max(0, incoming.horizontalScroll) : 0);
-    edit_ = Edit::User;
+    isLoading_ = false;
     RefreshErrorMarks();
     viewport()->update();
 }
 
 void CodeView::Forget() {
-    shown_ = nullptr;
-    history_.Clear();
+    text_.Forget();
 }
 
 void CodeView::OnCaretMoved() {
-    if (edit_ != Edit::Loading) BringLongLineIntoView();
-    if (edit_ != Edit::Loading && shown_ && shown_->onChange) shown_->onChange(false, false);
+    if (!isLoading_) BringLongLineIntoView();
     Q_EMIT ViewChanged();
 }
 
@@ -139,11 +135,11 @@ void CodeView::Select(int anchor, int position) {
 }
 
 bool CodeView::IsErrorLine(int line) const {
-    return shown_ && std::ranges::find(shown_->errorLines.lines, line) != shown_->errorLines.lines.end();
+    return Shown() && std::ranges::find(Shown()->errorLines.lines, line) != Shown()->errorLines.lines.end();
 }
 
 QColor CodeView::ErrorColour() const {
-    return FromBgr(shown_ ? shown_->errorLines.markerColour : ErrorLineList().markerColour);
+    return FromBgr(Shown() ? Shown()->errorLines.markerColour : ErrorLineList().markerColour);
 }
 
 QColor CodeView::ErrorGround() const {
@@ -160,9 +156,9 @@ void CodeView::RefreshErrorMarks() {
 
 void CodeView::ShowMarks() {
     QList<QTextEdit::ExtraSelection> marks;
-    if (shown_) {
+    if (Shown()) {
         // A line with several errors is named several times, and translucent grounds would add up.
-        for (int line : std::set<int>(shown_->errorLines.lines.begin(), shown_->errorLines.lines.end())) {
+        for (int line : std::set<int>(Shown()->errorLines.lines.begin(), Shown()->errorLines.lines.end())) {
             const QTextBlock block = document()->findBlockByNumber(line - 1);
             if (!block.isValid() || IsLongLine(block)) continue;
             QTextEdit::ExtraSelection mark;

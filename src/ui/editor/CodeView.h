@@ -12,12 +12,11 @@
 #include <QPlainTextEdit>
 #include <QUrl>
 #include <optional>
-#include <span>
 #include <vector>
 
 #include "core/AppState.h"
 #include "ui/editor/CodeLayout.h"
-#include "ui/text/UndoHistory.h"
+#include "ui/editor/StageText.h"
 
 namespace pixelgrove {
 
@@ -32,21 +31,21 @@ class CodeView : public QPlainTextEdit {
 
     // Shows the document with its saved view. The view of the document shown before is saved into it, unless
     // AppState::currentDocument no longer names it, which means that it was freed or replaced. With no
-    // current document the incoming one is shown from its top, as the first of a project. Any other is
-    // reported to its onChange as changed once it was painted. Undo begins anew.
+    // current document the incoming one is shown from its top, as the first of a project. Any other tells
+    // PaintedAnew. Undo begins anew.
     void LoadDocument(StageDocument& document);
     // Stops following the shown document; the text stays on screen.
     void Forget();
     // Brings the shown document's comment map up to its text. False when the text is empty or nothing is
     // shown.
-    bool RefreshStageText();
+    bool RefreshStageText() { return text_.RefreshCommentMap(); }
 
     // Takes the last step of the user back, or does it again; nothing without one. They stand in for the
     // toolkit's own, whose history is off: that one knows no limit and no edits beside it.
     void undo();
     void redo();
-    bool CanUndo() const { return history_.CanUndo(); }
-    bool CanRedo() const { return history_.CanRedo(); }
+    bool CanUndo() const { return text_.CanUndo(); }
+    bool CanRedo() const { return text_.CanRedo(); }
 
     // Indents each line of the selection by the braces of the whole text; see LineDepths. Not undone by undo.
     void IndentSelection();
@@ -91,6 +90,12 @@ class CodeView : public QPlainTextEdit {
     std::vector<VisibleLine> VisibleLines() const;
 
   Q_SIGNALS:
+    // The shown text was changed, by the user or by the editor itself; the document has the change. Told
+    // within the edit: who hears of it leaves the editor alone.
+    void TextEdited(const pixelgrove::TextEdit& edit);
+    // After a paint that renewed the colours of what is on screen: whether a word stands there that could
+    // make a control.
+    void PaintedAnew(bool hasControlWords);
     // The gutter's picture is out of date.
     void ViewChanged();
     // An http or https address in the text was clicked, with Ctrl held.
@@ -114,26 +119,17 @@ class CodeView : public QPlainTextEdit {
     void changeEvent(QEvent* event) override;
 
   private:
-    // Whose the edit is that the document is about to report.
-    enum class Edit { User, Unrecorded, Replayed, Loading };
     struct Stretch {
         qsizetype start = 0;
         qsizetype end = 0;
     };
-    // In positions of the text before all edits of one call.
-    struct LineEdit {
-        int position;
-        int length;
-        QString text;
-    };
 
-    void OnContentsChange(int position, int removed, int added);
+    // Of the shown document; null without one.
+    StageDocument* Shown() const { return text_.Stage(); }
+    void OnEdited(const TextEdit& edit);
     void OnCaretMoved();
-    void TakeWholeText();
-    QString TextRange(int position, int length) const;
     bool HasRoomFor(qsizetype length) const;
-    void Replay(const std::optional<UndoHistory::Change>& change);
-    void ApplyUnrecorded(std::span<const LineEdit> edits);
+    void ShowReplayed(std::optional<qsizetype> caret);
     void Select(int anchor, int position);
 
     void FlagRecolour() { needsRecolour_ = true; }
@@ -166,10 +162,8 @@ class CodeView : public QPlainTextEdit {
     QTextCursor LinkCursorAt(const QPoint& at) const;
 
     CodeLayout* layout_;  // of the document, which owns it
-    StageDocument* shown_ = nullptr;
-    UndoHistory history_;
-    Edit edit_ = Edit::User;
-    bool mapIsCurrent_ = false;
+    StageText text_;
+    bool isLoading_ = false;
     bool marksAreStale_ = false;
 
     bool needsRecolour_ = false;

@@ -3,8 +3,6 @@
 #include <QTextBlock>
 #include <algorithm>
 
-#include "core/CommentMap.h"
-#include "project/ProjectModel.h"
 #include "ui/editor/CodeHighlight.h"
 #include "ui/editor/CodeView.h"
 #include "ui/text/GlslWords.h"
@@ -24,19 +22,12 @@ bool IsCaretOnly(const QRegion& region) {
 
 }  // namespace
 
-bool CodeView::RefreshStageText() {
-    if (!shown_ || shown_->text.isEmpty()) return false;
-    if (!mapIsCurrent_) shown_->commentMap = BuildCommentMap(shown_->text);
-    mapIsCurrent_ = true;
-    return true;
-}
-
 // What is on screen, from the top left to the bottom right. A word that the left edge cuts is looked at
 // whole.
 CodeView::Stretch CodeView::VisibleText() const {
     qsizetype start = PositionAt(QPoint(0, 0));
     const qsizetype end = PositionAt(QPoint(viewport()->width() - 1, viewport()->height() - 1));
-    const QStringView text = shown_->text;
+    const QStringView text = Shown()->text;
     for (int i = 0; i < kMaxWordLength && start > 0 && start <= text.size(); ++i, --start)
         if (!IsWordCharacter(text[start - 1])) break;
     return {start, end};
@@ -60,7 +51,7 @@ void CodeView::Recolour(Stretch stretch) {
                 block = block.next();
             if (block.isValid()) part.end = std::min(part.end, qsizetype(block.position()) - 1);
         }
-        const Colouring colouring = ColourText(shown_->text, shown_->commentMap, part.start, part.end);
+        const Colouring colouring = ColourText(Shown()->text, Shown()->commentMap, part.start, part.end);
         controlWordsSeen_ = controlWordsSeen_ || colouring.HasControlWords();
         if (!isLong) ApplyColours(*document(), part.start, part.end, colouring.spans);
     }
@@ -71,7 +62,7 @@ void CodeView::Recolour(Stretch stretch) {
 }
 
 void CodeView::RecolourVisible() {
-    if (!shown_) return;
+    if (!Shown()) return;
     colouringInProgress_ = true;
     Recolour(VisibleText());
     needsRecolour_ = false;
@@ -90,13 +81,13 @@ void CodeView::ReportPaintedChange() {
         [this] {
             if (!reportPending_) return;
             reportPending_ = false;
-            if (shown_ && shown_->onChange) shown_->onChange(true, controlWordsSeen_);
+            if (Shown()) Q_EMIT PaintedAnew(controlWordsSeen_);
         },
         Qt::QueuedConnection);
 }
 
 void CodeView::paintEvent(QPaintEvent* event) {
-    if (shown_ && !colouringInProgress_ && !IsCaretOnly(event->region())) {
+    if (Shown() && !colouringInProgress_ && !IsCaretOnly(event->region())) {
         if (needsRecolour_) {
             RecolourVisible();
         } else if (const Stretch visible = VisibleText();

@@ -82,8 +82,8 @@ void CodeView::BreakLine() {
     const QString indent = IndentOfNextLine(textCursor().block().text());
     textCursor().insertBlock();
     if (!indent.isEmpty() && HasRoomFor(indent.size())) {
-        const LineEdit edit{textCursor().position(), 0, indent};
-        ApplyUnrecorded({&edit, 1});
+        const UndoHistory::Change edit{textCursor().position(), 0, indent};
+        text_.ApplyUnrecorded({&edit, 1});
     }
     autoIndentPending_ = true;
     ensureCursorVisible();
@@ -151,7 +151,7 @@ void CodeView::UpdateHoveredLink(const QPoint& at, Qt::KeyboardModifiers modifie
 }
 
 void CodeView::mousePressEvent(QMouseEvent* event) {
-    history_.EndStep();
+    text_.EndStep();
     pressedLink_.clear();
     if (event->button() == Qt::LeftButton && event->modifiers() == Qt::ControlModifier) {
         pressedLink_ = LinkCursorAt(event->position().toPoint()).selectedText();

@@ -79,7 +79,7 @@ void CodeView::PaintLongLine(QPainter& painter, const QTextBlock& block, qreal t
     FormatRanges colours;
     if (RefreshStageText())
         for (const ColourSpan& span :
-             ColourText(shown_->text, shown_->commentMap, part.start, part.end).spans)
+             ColourText(Shown()->text, Shown()->commentMap, part.start, part.end).spans)
             colours.append(columns(span.start, span.end, ColourFormat(span.colour)));
     const QAbstractTextDocumentLayout::PaintContext context = getPaintContext();
     FormatRanges selections;
