@@ -1,42 +1,32 @@
-// FpsField: the target rate as an edit with two small arrows. The arrows change the edit's text only; the
-// value counts when the edit is left or Enter is pressed. Main thread.
+// FpsField: the target rate. Keys and arrows change its text only; the value counts when the field is left or
+// Enter is pressed, which editingFinished tells. Main thread.
 #pragma once
 
-#include <QWidget>
-
-class QLineEdit;
-class QToolButton;
+#include <QSpinBox>
 
 namespace pixelgrove {
 
-class FpsField : public QWidget {
+class FpsField : public QSpinBox {
     Q_OBJECT
 
   public:
     explicit FpsField(QWidget* parent = nullptr);
 
-    // The number in the edit; nothing else counts as a number and reads as 0. False in ok then.
+    // The number in the text, also one that is out of range; nothing else counts as a number and reads as 0.
+    // False in ok then.
     int Number(bool* ok = nullptr) const;
-    // Takes the place of what is being entered, too.
-    void SetNumber(int number);
-    // The edit has the focus, and its text was changed by keys or arrows and is not committed.
+    // It has the focus, and its text was changed by keys or arrows and is not committed.
     bool IsBeingChanged() const;
-    QLineEdit* Edit() const { return edit_; }
 
-  Q_SIGNALS:
-    // The edit lost the focus or Enter was pressed.
-    void Committed();
+    void stepBy(int steps) override;
 
   protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-
-  private:
-    void Step(int by);
-
-    QLineEdit* edit_;
-    QToolButton* up_ = nullptr;
-    QToolButton* down_ = nullptr;
+    // Whatever is typed stands until it is committed, and is clamped only then.
+    QValidator::State validate(QString& text, int& position) const override;
+    int valueFromText(const QString& text) const override;
+    // Of the text, which may be far from the last value.
+    StepEnabled stepEnabled() const override { return StepUpEnabled | StepDownEnabled; }
+    void wheelEvent(QWheelEvent* event) override;
 };
 
 }  // namespace pixelgrove

@@ -147,7 +147,7 @@ void MainWindow::ConnectControls() {
         connect(button, &QAbstractButton::clicked, this,
                 [this, id = button->property("controlId").toInt()] { SendCommand(id, 0); });
     }
-    connect(form_->fpsTarget, &FpsField::Committed, this, [this] { SendCommand(kCmdFpsTarget, 0); });
+    connect(form_->fpsTarget, &FpsField::editingFinished, this, [this] { SendCommand(kCmdFpsTarget, 0); });
     form_->stageButtons->runCommand = [this](int id) { SendCommand(id, 0); };
     form_->statusText->viewport()->installEventFilter(this);
     form_->treeView->viewport()->installEventFilter(this);

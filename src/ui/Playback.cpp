@@ -126,7 +126,7 @@ void Playback::ToggleRun() {
         return request;
     };
     const uint32_t rate = ClampedFps(form_.fpsTarget->Number());
-    form_.fpsTarget->SetNumber(int(rate));
+    form_.fpsTarget->setValue(int(rate));
     if (!ToggleRenderThread(makeRequest, rate, prepareRun))
         App()->host->SetStatusText(QStringLiteral("The system gives no thread to play on."));
 }
@@ -203,7 +203,7 @@ void Playback::CommitFpsTarget() {
     const int number = form_.fpsTarget->Number(&isNumber);
     if (!isNumber) return;
     App()->fpsTarget = ClampedFps(number);
-    form_.fpsTarget->SetNumber(int(App()->fpsTarget));
+    form_.fpsTarget->setValue(int(App()->fpsTarget));
 }
 
 void Playback::RefreshDisplays() {
@@ -216,7 +216,7 @@ void Playback::RefreshDisplays() {
         form_.startTimeEdit->setText(TimeText(app.startTime));
     }
     app.fpsTarget = ClampedFps(int(app.fpsTarget));
-    if (!form_.fpsTarget->IsBeingChanged()) form_.fpsTarget->SetNumber(int(app.fpsTarget));
+    if (!form_.fpsTarget->IsBeingChanged()) form_.fpsTarget->setValue(int(app.fpsTarget));
 }
 
 void Playback::NoteOutputSize(SurfaceSize size) {

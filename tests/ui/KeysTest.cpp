@@ -3,6 +3,7 @@
 
 #include "WindowFixture.h"
 #include "look/widgets/Theme.h"
+#include "ui/FpsField.h"
 
 namespace pixelgrove {
 namespace {
@@ -78,13 +79,13 @@ TEST_F(KeysTest, AltIsNoWayToTypeALetter) {
                 {Qt::AltModifier | Qt::ControlModifier, ""},
                 {Qt::GroupSwitchModifier, "@"},
                 {Qt::ShiftModifier, "@"}};
-    for (const char* name : {"editor", "fpsTargetEdit"}) {
+    for (const char* name : {"editor", "fpsTarget"}) {
         for (const auto& row : rows) {
             ReplaceText(QString());
-            Control<QLineEdit>("fpsTargetEdit")->clear();
+            Control<FpsField>("fpsTarget")->clear();
             QKeyEvent event(QEvent::KeyPress, Qt::Key_At, row.modifiers, QStringLiteral("@"));
             QCoreApplication::sendEvent(Control<QWidget>(name), &event);
-            EXPECT_EQ(Editor()->toPlainText() + Text("fpsTargetEdit"), QString::fromLatin1(row.typed))
+            EXPECT_EQ(Editor()->toPlainText() + Text("fpsTarget"), QString::fromLatin1(row.typed))
                 << name << ' ' << int(row.modifiers);
         }
     }

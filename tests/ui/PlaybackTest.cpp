@@ -8,6 +8,7 @@
 #include "render/RenderThread.h"
 #include "support/HangingSurface.h"
 #include "support/Memory.h"
+#include "ui/FpsField.h"
 
 namespace pixelgrove {
 namespace {
@@ -174,13 +175,14 @@ TEST_F(PlaybackTest, RestartCompilesTheTextOfTheMoment) {
 }
 
 TEST_F(PlaybackTest, TheRateIsClampedWhenTheEditIsLeftAndAtPlay) {
-    auto* edit = Control<QLineEdit>("fpsTargetEdit");
+    auto* field = Control<FpsField>("fpsTarget");
+    auto* edit = field->findChild<QLineEdit*>();
     for (const auto& [typed, rate] : {std::pair(300, 240u), {3, 10u}, {241, 240u}, {-7, 10u}, {61, 61u}}) {
-        edit->setFocus();
-        edit->selectAll();
-        QTest::keyClicks(edit, QString::number(typed));
+        field->setFocus();
+        field->selectAll();
+        QTest::keyClicks(field, QString::number(typed));
         EXPECT_NE(App()->fpsTarget, rate) << "nothing counts before the edit is left";
-        QTest::keyClick(edit, Qt::Key_Return);
+        QTest::keyClick(field, Qt::Key_Return);
         EXPECT_EQ(App()->fpsTarget, rate) << typed;
         EXPECT_EQ(edit->text(), QString::number(rate));
     }
@@ -192,16 +194,16 @@ TEST_F(PlaybackTest, TheRateIsClampedWhenTheEditIsLeftAndAtPlay) {
     EXPECT_EQ(App()->fpsTarget, 240u);
     EXPECT_TRUE(PumpUntil([&] { return edit->text() == QStringLiteral("240"); }));
     // What is being typed outlives the ticks of the displays.
-    edit->selectAll();
-    QTest::keyClicks(edit, QStringLiteral("7"));
-    QTest::keyClick(edit, Qt::Key_Up);
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("7"));
+    QTest::keyClick(field, Qt::Key_Up);
     for (int tick = 0; tick < 3; ++tick)
         ASSERT_TRUE(
             PumpUntil([&, time = Text("currentTimeText")] { return Text("currentTimeText") != time; }));
-    QTest::keyClick(edit, Qt::Key_1);
+    QTest::keyClick(field, Qt::Key_1);
     EXPECT_EQ(edit->text(), QStringLiteral("1")) << "the arrow had selected its number";
-    QTest::keyClick(edit, Qt::Key_6);
-    QTest::keyClick(edit, Qt::Key_Return);
+    QTest::keyClick(field, Qt::Key_6);
+    QTest::keyClick(field, Qt::Key_Return);
     EXPECT_EQ(App()->fpsTarget, 16u);
     edit->setText(QStringLiteral("no number"));
     EXPECT_TRUE(PumpUntil([&] { return edit->text() == QStringLiteral("16"); }));
