@@ -189,10 +189,16 @@ TEST_F(EditorTest, ControlsAreScannedAnewBehindAPaintThatSawWhereTheyCouldCome) 
         return speed != 0.5f;
     };
     EXPECT_FALSE(isScanned([this] { Type(Latin(";")); }));
+    EXPECT_TRUE(isScanned([this] { Key(Qt::Key_End, Qt::ControlModifier); })) << "the word at the end";
+    EXPECT_TRUE(isScanned([this] {
+        Type(Latin("x"));
+        Editor()->viewport()->repaint();
+        Key(Qt::Key_Home, Qt::ControlModifier);
+        Editor()->viewport()->repaint();
+    })) << "the first of two paints saw it";
     EXPECT_TRUE(isScanned([this] { Type(Latin("uniform ")); }));
     EXPECT_TRUE(isScanned([this] { Key(Qt::Key_Down); })) << "as keys do that may have changed the colours";
     EXPECT_FALSE(isScanned([this] { Key(Qt::Key_Up); }));
-    EXPECT_TRUE(isScanned([this] { Key(Qt::Key_End, Qt::ControlModifier); })) << "the word at the end";
     Load(Latin("int a;\n"));
     Controls()->uniformCount = 0;
     EXPECT_TRUE(isScanned([this] { Type(Latin("x")); })) << "without any control";

@@ -105,7 +105,7 @@ void CodeView::LoadDocument(StageDocument& incoming) {
     if (colourAll) Recolour({0, incoming.text.size()});
     // The first text of a project is no change of it.
     needsRecolour_ = current || !colourAll;
-    reportPending_ = false;
+    report_.reset();
     reportsPaint_ = current || colourAll;
     if (incoming.viewSaved) SetZoom(incoming.zoomPercent);
     const int end = document()->characterCount() - 1;

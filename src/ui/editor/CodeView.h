@@ -93,8 +93,8 @@ class CodeView : public QPlainTextEdit {
     // The shown text was changed, by the user or by the editor itself; the document has the change. Told
     // within the edit: who hears of it leaves the editor alone.
     void TextEdited(const pixelgrove::TextEdit& edit);
-    // After a paint that renewed the colours of what is on screen: whether a word stands there that could
-    // make a control.
+    // After paints that renewed the colours of what is on screen: whether a word stands there that could make
+    // a control.
     void PaintedAnew(bool hasControlWords);
     // The gutter's picture is out of date.
     void ViewChanged();
@@ -169,8 +169,8 @@ class CodeView : public QPlainTextEdit {
     bool needsRecolour_ = false;
     Stretch coloured_;  // what has the colours of the text as it is
     bool colouringInProgress_ = false;
-    bool reportsPaint_ = false;  // off while a text that is no change waits for its first colours
-    bool reportPending_ = false;
+    bool reportsPaint_ = false;      // off while a text that is no change waits for its first colours
+    std::optional<bool> report_;     // of paints, under way: whether one of them saw control words
     bool controlWordsSeen_ = false;  // by the last colouring pass
     bool autoIndentPending_ = false;
 

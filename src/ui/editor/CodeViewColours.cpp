@@ -2,6 +2,7 @@
 #include <QPaintEvent>
 #include <QTextBlock>
 #include <algorithm>
+#include <utility>
 
 #include "ui/editor/CodeHighlight.h"
 #include "ui/editor/CodeView.h"
@@ -74,14 +75,14 @@ void CodeView::RecolourVisible() {
 
 // Behind the paint: what hears of it may change widgets, which must not happen inside one.
 void CodeView::ReportPaintedChange() {
-    if (reportPending_) return;
-    reportPending_ = true;
+    const bool isQueued = report_.has_value();
+    report_ = controlWordsSeen_ || report_.value_or(false);
+    if (isQueued) return;
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (!reportPending_) return;
-            reportPending_ = false;
-            if (Shown()) Q_EMIT PaintedAnew(controlWordsSeen_);
+            const std::optional<bool> hasControlWords = std::exchange(report_, std::nullopt);
+            if (hasControlWords && Shown()) Q_EMIT PaintedAnew(*hasControlWords);
         },
         Qt::QueuedConnection);
 }
