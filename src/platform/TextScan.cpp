@@ -4,6 +4,13 @@
 
 namespace pixelgrove {
 
+QString WithLineFeeds(QString text) {
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    for (const char16_t unit : {u'\r', u'\u2028', u'\u2029', u'\ufdd0', u'\ufdd1'})
+        text.replace(QChar(unit), u'\n');
+    return text;
+}
+
 void SkipSpace(QStringView text, qsizetype& position) {
     while (position < text.size()) {
         const char16_t c = text[position].unicode();

@@ -23,6 +23,10 @@ void ForEachLine(QStringView text, Visitor visit) {
     }
 }
 
+// The text with LF for every kind of line end, and for all else that would begin a line in an editor, which
+// has no characters for it: the separators of Unicode and the marks of the toolkit's text documents.
+QString WithLineFeeds(QString text);
+
 // Moves position behind any run of blanks and control blanks (those of the C locale's isspace).
 void SkipSpace(QStringView text, qsizetype& position);
 

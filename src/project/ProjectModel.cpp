@@ -5,6 +5,7 @@
 
 #include "core/CommentMap.h"
 #include "platform/CodePage.h"
+#include "platform/TextScan.h"
 
 namespace pixelgrove {
 
@@ -12,14 +13,6 @@ namespace {
 
 constexpr float kDefaultProjectVersion = 0.1f;
 constexpr qsizetype kServiceIdLength = 6;
-
-// The other four would begin a new line in the editor, which has no characters for them.
-QString WithLfLineEnds(QString text) {
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    for (const char16_t unit : {u'\r', u'\u2028', u'\u2029', u'\ufdd0', u'\ufdd1'})
-        text.replace(QChar(unit), u'\n');
-    return text;
-}
 
 // A name that doesn't fit its field leaves it empty.
 QString FittedFileName(const QString& name) {
@@ -156,7 +149,7 @@ std::vector<uint32_t> AddableStages() {
 }
 
 void SetDocumentText(StageDocument& document, const QString& text, uint32_t extraAllocated) {
-    document.text = WithLfLineEnds(text);
+    document.text = WithLineFeeds(text);
     document.hasText = true;
     document.length = uint32_t(document.text.size());
     document.allocated = document.length + extraAllocated;

@@ -9,6 +9,7 @@
 #include "platform/Environment.h"
 #include "platform/Programs.h"
 #include "platform/TextEditor.h"
+#include "platform/TextScan.h"
 
 namespace pixelgrove {
 namespace {
@@ -21,6 +22,11 @@ TEST(CodePage, EveryByteSurvivesTheRoundTrip) {
     ASSERT_EQ(text.size(), 256);
     EXPECT_EQ(CountLackingCharacters(text), 0);
     EXPECT_EQ(ToCodePage(text), all);
+}
+
+TEST(TextScan, EveryLineEndBecomesAnLf) {
+    EXPECT_EQ(WithLineFeeds(QString::fromUtf16(u"a\r\nb\rc\u2029d\u2028e\n\u00A0\ufdd0\ufdd1")),
+              QString::fromUtf16(u"a\nb\nc\nd\ne\n\u00A0\n\n"));
 }
 
 TEST(Environment, ExpandsKnownNamesOnly) {

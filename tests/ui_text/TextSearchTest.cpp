@@ -48,8 +48,6 @@ TEST(TextSearchTest, OutsideTheText) {
     EXPECT_EQ(search.Previous(100), 3);
     EXPECT_EQ(search.Next(-1).value_or(kMiss) + search.Previous(-1).value_or(kMiss), 2 * kMiss);
     EXPECT_EQ(TextSearch(QStringLiteral("ab"), {}).Next(0), std::nullopt);
-    EXPECT_EQ(WithLineFeeds(QString::fromUtf16(u"a\r\nb\rc\u2029d\u2028e\n\u00A0")),
-              QString::fromUtf16(u"a\nb\nc\nd\ne\n\u00A0"));
 }
 
 // Against the toolkit's own search, on texts of few letters, where much repeats.

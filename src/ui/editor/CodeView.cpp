@@ -9,6 +9,7 @@
 #include <set>
 
 #include "look/widgets/Theme.h"
+#include "platform/TextScan.h"
 #include "ui/text/Indentation.h"
 
 namespace pixelgrove {
@@ -29,12 +30,6 @@ constexpr qsizetype kMaxColouredAtOnce = 4 << 20;
 const QString kStyle = QStringLiteral(
     "pixelgrove--CodeView { background: white; color: black;"
     " selection-background-color: #2f6fc4; selection-color: white; }");
-
-// A line separator would be a line break on screen without being a line of its own, and the lines that
-// messages name would be off.
-QString WithoutLineSeparators(QString text) {
-    return text.replace(QChar::LineSeparator, u'\n');
-}
 
 }  // namespace
 
@@ -97,7 +92,7 @@ void CodeView::LoadDocument(StageDocument& incoming) {
     isLoading_ = true;
     text_.Forget();
     hoveredLink_ = QTextCursor();
-    setPlainText(WithoutLineSeparators(incoming.text));
+    setPlainText(WithLineFeeds(incoming.text));
     setUndoRedoEnabled(false);  // a new text turns it on
     text_.Follow(incoming);
     const bool colourAll = incoming.text.size() <= kMaxColouredAtOnce;

@@ -4,23 +4,12 @@
 #include <QTextBlock>
 #include <algorithm>
 
+#include "platform/TextScan.h"
 #include "ui/editor/CodeHighlight.h"
 #include "ui/editor/CodeView.h"
 #include "ui/text/Indentation.h"
 
 namespace pixelgrove {
-
-namespace {
-
-// As a document holds texts: what would begin a paragraph there is a line end.
-QString WithLineFeeds(QString text) {
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    for (const char16_t unit : {u'\r', u'\u2028', u'\u2029', u'\ufdd0', u'\ufdd1'})
-        text.replace(QChar(unit), u'\n');
-    return text;
-}
-
-}  // namespace
 
 // Before the layout hears of the edit.
 void CodeView::OnEdited(const TextEdit& edit) {

@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "look/widgets/Theme.h"
+#include "platform/TextScan.h"
 #include "ui_FindDialog.h"
 #include "ui_ReplaceDialog.h"
 #include "windows/widgets/DialogScaler.h"

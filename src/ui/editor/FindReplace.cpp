@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "platform/TextScan.h"
 #include "windows/widgets/UserDialogs.h"
 
 namespace pixelgrove {

@@ -132,11 +132,4 @@ std::vector<qsizetype> FindAllHits(const QString& text, const SearchTerms& terms
     return hits;
 }
 
-QString WithLineFeeds(QString text) {
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    for (const QChar end : {QChar(u'\r'), QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator)})
-        text.replace(end, u'\n');
-    return text;
-}
-
 }  // namespace pixelgrove

@@ -58,9 +58,6 @@ std::optional<qsizetype> FindNextHit(const QString& text, const FindRequest& req
 // The starts of all hits of the text in order, each behind the end of the one before.
 std::vector<qsizetype> FindAllHits(const QString& text, const SearchTerms& terms);
 
-// The text with LF for every kind of line end, also those of text cursors.
-QString WithLineFeeds(QString text);
-
 // Whether a selection of that many code units becomes the text to find: any but the empty one and those that
 // leave no room in its field.
 inline bool BecomesFindText(qsizetype length) {
