@@ -49,9 +49,6 @@ class CodeView : public QPlainTextEdit {
 
     // Indents each line of the selection by the braces of the whole text; see LineDepths. Not undone by undo.
     void IndentSelection();
-    // Indents the lines by one tab, or unindents them by four columns; lines count from 0. Not undone by
-    // undo.
-    void IndentLines(int firstLine, int lastLine, bool indent);
 
     // As the toolkit's, which know nothing of places in long lines.
     QTextCursor cursorForPosition(const QPoint& at) const;
@@ -68,8 +65,6 @@ class CodeView : public QPlainTextEdit {
     void RefreshErrorMarks();
     bool IsErrorLine(int line) const;
     QColor ErrorColour() const;
-    // As it lies below the text of such a line.
-    QColor ErrorGround() const;
 
     // Puts the caret at the start of the line (from 1; the last line for a number beyond it), scrolls only
     // when the line is out of view, and takes the focus.
@@ -151,12 +146,16 @@ class CodeView : public QPlainTextEdit {
 
     void BreakLine();
     void TabKey(bool indent);
+    // By one tab, or back by four columns; lines count from 0. Not undone by undo.
+    void IndentLines(int firstLine, int lastLine, bool indent);
     void PrepareClosingBrace();
 
     void SaveView(StageDocument& document) const;
     void UpdateTabStop();
     int FullyVisibleLineCount() const;
     void ShowMarks();
+    // Of an error's line, as it lies below the text.
+    QColor ErrorGround() const;
     void UpdateHoveredLink(const QPoint& at, Qt::KeyboardModifiers modifiers);
     // Selects the address below the point; without a selection where there is none.
     QTextCursor LinkCursorAt(const QPoint& at) const;
