@@ -278,9 +278,11 @@ TEST_F(EditorTest, ViewsAreKeptForEachStage) {
     EXPECT_EQ(Editor()->ZoomPercent(), 150);
     EXPECT_GT(Editor()->fontMetrics().height(), normal);
     Editor()->GoToLine(200);
-    QTextCursor cursor = Editor()->textCursor();
-    cursor.movePosition(QTextCursor::EndOfLine, QTextCursor::KeepAnchor);
-    Editor()->setTextCursor(cursor);
+    Key(Qt::Key_End);
+    Type(Latin(" // longer than the others"));
+    Key(Qt::Key_Home);
+    Key(Qt::Key_End, Qt::ShiftModifier);
+    const QTextCursor cursor = Editor()->textCursor();
     const int start = cursor.selectionStart();
     const int end = cursor.selectionEnd();
     const int top = Editor()->verticalScrollBar()->value();
@@ -292,6 +294,7 @@ TEST_F(EditorTest, ViewsAreKeptForEachStage) {
     EXPECT_EQ(Editor()->textCursor().position(), 0);
     Wheel(Qt::ControlModifier, -120);
     SelectStage(kStageImage);
+    QCoreApplication::processEvents();  // the gutter gets its width
     EXPECT_EQ(Editor()->ZoomPercent(), 150);
     EXPECT_EQ(Editor()->textCursor().selectionStart(), start);
     EXPECT_EQ(Editor()->textCursor().selectionEnd(), end);

@@ -107,7 +107,8 @@ void CodeView::LoadDocument(StageDocument& incoming) {
     Select(incoming.viewSaved ? std::clamp(incoming.anchorPosition, 0, end) : 0,
            incoming.viewSaved ? std::clamp(incoming.caretPosition, 0, end) : 0);
     verticalScrollBar()->setValue(incoming.viewSaved ? std::max(0, incoming.firstVisibleLine) : 0);
-    horizontalScrollBar()->setValue(incoming.viewSaved ? std::max(0, incoming.horizontalScroll) : 0);
+    sideWish_ = incoming.viewSaved ? std::max(0, incoming.horizontalScroll) : 0;
+    horizontalScrollBar()->setValue(*sideWish_);
     isLoading_ = false;
     RefreshErrorMarks();
     viewport()->update();
@@ -231,7 +232,14 @@ void CodeView::SetZoom(int percent) {
 }
 
 void CodeView::resizeEvent(QResizeEvent* event) {
+    const int left = sideWish_.value_or(horizontalScrollBar()->value());
     QPlainTextEdit::resizeEvent(event);
+    // The bar ends with the longest of the lines that are laid out, and a new width leaves none of them.
+    if (left > 0) {
+        VisibleLines();
+        blockBoundingRect(textCursor().block());
+        horizontalScrollBar()->setValue(left);
+    }
     Q_EMIT ViewChanged();
 }
 

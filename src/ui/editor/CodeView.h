@@ -173,6 +173,9 @@ class CodeView : public QPlainTextEdit {
     bool controlWordsSeen_ = false;  // by the last colouring pass
     bool autoIndentPending_ = false;
 
+    // Of the document's view, until it is painted: bars and gutter get their sizes before that, and the view
+    // its width.
+    std::optional<int> sideWish_;
     QFont normalFont_;
     int zoomPercent_ = kNormalZoom;
     QTextCursor hoveredLink_;

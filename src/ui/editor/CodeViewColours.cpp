@@ -88,6 +88,7 @@ void CodeView::ReportPaintedChange() {
 }
 
 void CodeView::paintEvent(QPaintEvent* event) {
+    sideWish_.reset();
     if (Shown() && !colouringInProgress_ && !IsCaretOnly(event->region())) {
         if (needsRecolour_) {
             RecolourVisible();
