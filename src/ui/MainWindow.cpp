@@ -66,7 +66,7 @@ MainWindow::MainWindow()
       commands_(this),
       playback_(*form_),
       projects_(MakeUserDialogs(this)),
-      channelPanel_(*Client(), projects_.dialogs),
+      channelPanel_(*Client(), *App(), projects_.dialogs, [this](int id) { SendCommand(id, 0); }),
       layouts_(projects_.dialogs, [this](const QString& name) { PostCommand(WindowCommand(name), 0); }),
       find_(*form_->editor, projects_.dialogs) {
     AppState& app = *App();
@@ -148,7 +148,7 @@ void MainWindow::ConnectControls() {
                 [this, id = button->property("controlId").toInt()] { SendCommand(id, 0); });
     }
     connect(form_->fpsTarget, &FpsField::editingFinished, this, [this] { SendCommand(kCmdFpsTarget, 0); });
-    form_->stageButtons->runCommand = [this](int id) { SendCommand(id, 0); };
+    form_->stageButtons->SetUp(*App(), [this](int id) { SendCommand(id, 0); });
     form_->statusText->viewport()->installEventFilter(this);
     form_->treeView->viewport()->installEventFilter(this);
     // Files are for the window, also where a text would take their names.

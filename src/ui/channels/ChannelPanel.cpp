@@ -60,11 +60,6 @@ QEvent::Type PreviewEvent() {
     return type;
 }
 
-ChannelInput& ShownChannel(uint32_t channel) {
-    AppState& app = *App();
-    return app.channels[app.currentStage][channel];
-}
-
 }  // namespace
 
 // Where a run leaves its previews, newest only. One event is under way at a time, so that a slow window gets
@@ -95,11 +90,17 @@ class PreviewMailbox {
     bool isPosted_ = false;
 };
 
-ChannelPanel::ChannelPanel(QWidget& form, const UserDialogs& dialogs) : form_(form), dialogs_(dialogs) {
+ChannelPanel::ChannelPanel(QWidget& form, AppState& app, const UserDialogs& dialogs,
+                           std::function<void(int commandId)> runCommand)
+    : form_(form), app_(app), dialogs_(dialogs), runCommand_(std::move(runCommand)) {
     for (uint32_t i = 0; i < kChannelCount; ++i) {
         groups_[i] = FindGroup(i);
         Connect(i);
     }
+}
+
+ChannelInput& ChannelPanel::ShownChannel(uint32_t channel) const {
+    return app_.channels[app_.currentStage][channel];
 }
 
 ChannelPanel::Group ChannelPanel::FindGroup(uint32_t channel) const {
@@ -123,12 +124,12 @@ ChannelPanel::Group ChannelPanel::FindGroup(uint32_t channel) const {
 
 void ChannelPanel::Connect(uint32_t channel) {
     const Group& group = groups_[channel];
-    group.thumbnail->SetChannel(channel);
+    group.thumbnail->SetUp(app_, channel);
     Fill(*group.filter, kFilters);
     Fill(*group.wrap, kWraps);
     group.vflip->setChecked(false);
     connect(group.button, &QPushButton::clicked, this,
-            [channel] { App()->host->SendCommand(kCmdChannelFirst + int(channel), 0); });
+            [this, channel] { runCommand_(kCmdChannelFirst + int(channel)); });
     connect(group.filter, &QComboBox::activated, this, [this, channel] {
         ShownChannel(channel).filter = SelectedData(*groups_[channel].filter);
         WriteThrough(channel);
@@ -144,15 +145,14 @@ void ChannelPanel::Connect(uint32_t channel) {
 }
 
 void ChannelPanel::Refresh() {
-    const AppState& app = *App();
     const bool hasPreviews =
-        app.renderThread && app.showChannelBuffers != 0 && shownStage_ == app.currentStage;
-    shownStage_ = app.currentStage;
-    if (app.renderThread) app.renderThread->previewStage = app.currentStage;
+        app_.renderThread && app_.showChannelBuffers != 0 && shownStage_ == app_.currentStage;
+    shownStage_ = app_.currentStage;
+    if (app_.renderThread) app_.renderThread->previewStage = app_.currentStage;
     for (uint32_t i = 0; i < kChannelCount; ++i) {
-        const ChannelInput& channel = app.channels[app.currentStage][i];
+        const ChannelInput& channel = app_.channels[app_.currentStage][i];
         if (!hasPreviews || channel.kind != kChannelBuffer) groups_[i].thumbnail->ShowPreview(nullptr);
-        ShowGroup(groups_[i], channel, app.currentStage != kStageCommon);
+        ShowGroup(groups_[i], channel, app_.currentStage != kStageCommon);
     }
 }
 
@@ -172,20 +172,19 @@ void ChannelPanel::ShowGroup(const Group& group, const ChannelInput& channel, bo
 }
 
 void ChannelPanel::WriteThrough(uint32_t channel) {
-    AppState& app = *App();
     ChannelInput& changed = ShownChannel(channel);
     changed.samplerCountdown = 2;
     // Also while the run still compiles: it takes this up with its first frame.
-    if (app.renderThread) app.renderThread->samplers.Post(app.currentStage, channel, changed);
-    OnStageChanged(app.currentStage);
+    if (app_.renderThread) app_.renderThread->samplers.Post(app_.currentStage, channel, changed);
+    OnStageChanged(app_.currentStage);
 }
 
 void ChannelPanel::PopUpMenu(uint32_t channel) {
     if (channel >= uint32_t(kChannelCount)) return;
-    const uint32_t stage = App()->currentStage;
+    const uint32_t stage = app_.currentStage;
     const bool isUsed = ShownChannel(channel).kind != kChannelUnused;
     QMenu* menu = MakeChannelMenu(&form_, isUsed, [this, stage, channel](int entryId) {
-        if (RunChannelMenu(entryId, App()->channels[stage][channel], dialogs_)) OnStageChanged(stage);
+        if (RunChannelMenu(entryId, app_.channels[stage][channel], dialogs_)) OnStageChanged(stage);
         Refresh();
     });
     menu->popup(QCursor::pos());
@@ -193,7 +192,7 @@ void ChannelPanel::PopUpMenu(uint32_t channel) {
 
 void ChannelPanel::Watch(RenderRun& run) {
     previews_ = std::make_shared<PreviewMailbox>(*this);
-    run.previewStage = App()->currentStage;
+    run.previewStage = app_.currentStage;
     run.showPreview = [mailbox = previews_](ChannelPreview preview) { mailbox->Put(std::move(preview)); };
 }
 
@@ -205,11 +204,10 @@ bool ChannelPanel::event(QEvent* event) {
 
 void ChannelPanel::ShowPreviews() {
     if (!previews_) return;
-    const AppState& app = *App();
     for (ChannelPreview& preview : previews_->Take()) {
         // What was still under way when the run ended, or another stage was shown, comes too late.
-        if (!preview.bitmap || !app.renderThread || app.showChannelBuffers == 0) continue;
-        if (preview.stage != app.currentStage) continue;
+        if (!preview.bitmap || !app_.renderThread || app_.showChannelBuffers == 0) continue;
+        if (preview.stage != app_.currentStage) continue;
         const auto channel = uint32_t(preview.channel);
         if (ShownChannel(channel).kind == kChannelBuffer)
             groups_[channel].thumbnail->ShowPreview(std::move(preview.bitmap));

@@ -2,12 +2,13 @@
 // how it is sampled.
 //
 // Acts on the form's controls channelButtonN, channelThumbnailN, channelNameN, filterLabelN, filterComboN,
-// wrapLabelN, wrapComboN, vflipCheckN. A press on a channel's button sends its command; filter, wrap and flip
-// also reach the run that lives. Owned by the main window. Main thread, but for what Watch tells.
+// wrapLabelN, wrapComboN, vflipCheckN. Filter, wrap and flip also reach the run that lives. Owned by the main
+// window. Main thread, but for what Watch tells.
 #pragma once
 
 #include <QObject>
 #include <array>
+#include <functional>
 #include <memory>
 
 #include "core/Stages.h"
@@ -23,16 +24,19 @@ namespace pixelgrove {
 
 class ChannelThumbnail;
 class PreviewMailbox;
+struct AppState;
 struct RenderRun;
 
 class ChannelPanel : public QObject {
     Q_OBJECT
 
   public:
-    // Fills the combos and connects all controls. Form and dialogs outlive this object.
-    ChannelPanel(QWidget& form, const UserDialogs& dialogs);
+    // Fills the combos and connects all controls. A press on a channel's button runs its command. What is
+    // handed in by reference outlives this object.
+    ChannelPanel(QWidget& form, AppState& app, const UserDialogs& dialogs,
+                 std::function<void(int commandId)> runCommand);
 
-    // Shows the channels of AppState::currentStage; without a live run, or with previews off, the thumbnails
+    // Shows the channels of the shown stage; without a live run, or with previews off, the thumbnails
     // of buffers go back to their letters.
     void Refresh();
     // The menu of channel 0..3 of the shown stage, at the mouse. A choice changes that channel.
@@ -61,9 +65,12 @@ class ChannelPanel : public QObject {
     void ShowGroup(const Group& group, const ChannelInput& channel, bool hasInputs);
     void WriteThrough(uint32_t channel);
     void ShowPreviews();
+    ChannelInput& ShownChannel(uint32_t channel) const;
 
     QWidget& form_;
+    AppState& app_;
     const UserDialogs& dialogs_;
+    const std::function<void(int commandId)> runCommand_;
     std::array<Group, kChannelCount> groups_;
     std::shared_ptr<PreviewMailbox> previews_;  // of the last run
     uint32_t shownStage_ = 0;

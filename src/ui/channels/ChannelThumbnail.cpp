@@ -47,7 +47,8 @@ ChannelThumbnail::ChannelThumbnail(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-void ChannelThumbnail::SetChannel(uint32_t channel) {
+void ChannelThumbnail::SetUp(const AppState& project, uint32_t channel) {
+    project_ = &project;
     channel_ = channel;
 }
 
@@ -57,8 +58,7 @@ void ChannelThumbnail::ShowPreview(BitmapRef frame) {
 }
 
 const ChannelInput& ChannelThumbnail::Channel() const {
-    const AppState& app = *App();
-    return app.channels[app.currentStage][channel_];
+    return project_->channels[project_->currentStage][channel_];
 }
 
 const QImage& ChannelThumbnail::PictureOf(const BitmapRef& bitmap) {
@@ -72,7 +72,7 @@ const QImage& ChannelThumbnail::PictureOf(const BitmapRef& bitmap) {
 
 bool ChannelThumbnail::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QWidget::event(event);
-    const QString text = ChannelTooltip(App()->currentStage, channel_, Channel()).trimmed();
+    const QString text = ChannelTooltip(project_->currentStage, channel_, Channel()).trimmed();
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
                        Broken(text, QFontMetrics(QToolTip::font()), kTooltipWidth), this);
     return true;

@@ -1,5 +1,5 @@
 // ChannelThumbnail: the picture of what a channel of the shown stage reads, with a tooltip that tells more.
-// Paints itself from AppState::channels. Main thread.
+// Main thread.
 #pragma once
 
 #include <QImage>
@@ -9,6 +9,7 @@
 
 namespace pixelgrove {
 
+struct AppState;
 struct ChannelInput;
 
 class ChannelThumbnail : public QWidget {
@@ -16,8 +17,8 @@ class ChannelThumbnail : public QWidget {
 
   public:
     explicit ChannelThumbnail(QWidget* parent = nullptr);
-    // 0..3.
-    void SetChannel(uint32_t channel);
+    // Once, before it is shown: it paints itself from this channel, 0..3, of the project's shown stage.
+    void SetUp(const AppState& project, uint32_t channel);
     // A frame of the buffer that the channel reads, shown in place of the buffer's letter; null brings the
     // letter back.
     void ShowPreview(BitmapRef frame);
@@ -32,6 +33,7 @@ class ChannelThumbnail : public QWidget {
     const ChannelInput& Channel() const;
     const QImage& PictureOf(const BitmapRef& bitmap);
 
+    const AppState* project_ = nullptr;
     uint32_t channel_ = 0;
     BitmapRef preview_;
     // The last bitmap that was scaled, as it was painted.

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <algorithm>
+#include <utility>
 
 #include "project/ProjectModel.h"
 
@@ -30,16 +31,17 @@ TabColours ColoursOf(bool current, bool inError) {
 
 class StageTab : public QPushButton {
   public:
-    StageTab(uint32_t stage, QWidget* parent) : QPushButton(StageName(stage), parent), stage_(stage) {
+    // The row's project, once it has one.
+    StageTab(uint32_t stage, const AppState* const& project, QWidget* row)
+        : QPushButton(StageName(stage), row), stage_(stage), project_(project) {
         setAttribute(Qt::WA_OpaquePaintEvent);
         setAttribute(Qt::WA_Hover);
     }
 
   protected:
     void paintEvent(QPaintEvent*) override {
-        const AppState& app = *App();
-        const bool current = stage_ == app.currentStage && stage_ != kStageNone;
-        const TabColours colours = ColoursOf(current, !app.stageErrors[stage_].isEmpty());
+        const bool current = stage_ == project_->currentStage && stage_ != kStageNone;
+        const TabColours colours = ColoursOf(current, !project_->stageErrors[stage_].isEmpty());
         QPainter painter(this);
         painter.fillRect(rect(), QColor(colours.ground));
         if (hasFocus()) {
@@ -60,13 +62,14 @@ class StageTab : public QPushButton {
 
   private:
     const uint32_t stage_;
+    const AppState* const& project_;
 };
 
 }  // namespace
 
 StageButtons::StageButtons(QWidget* parent) : QWidget(parent) {
     for (uint32_t stage = 0; stage < kStageCount; ++stage) {
-        auto* button = new StageTab(stage, this);
+        auto* button = new StageTab(stage, project_, this);
         const QString name = stage == kStageNone ? QStringLiteral("Add") : StageName(stage).remove(u' ');
         button->setObjectName(QStringLiteral("stage%1Button").arg(name));
         button->setProperty("controlId", stageTabs[stage].buttonId);
@@ -76,17 +79,21 @@ StageButtons::StageButtons(QWidget* parent) : QWidget(parent) {
         button->installEventFilter(this);
         buttons_[stage] = button;
         connect(button, &QPushButton::clicked, this, [this, stage] {
-            if (runCommand) runCommand(stageTabs[stage].buttonId);
+            if (runCommand_) runCommand_(stageTabs[stage].buttonId);
         });
     }
     buttons_[kStageNone]->setToolTip(QStringLiteral("Add a stage"));
 }
 
+void StageButtons::SetUp(const AppState& project, std::function<void(int commandId)> runCommand) {
+    project_ = &project;
+    runCommand_ = std::move(runCommand);
+}
+
 void StageButtons::Refresh() {
-    const AppState& app = *App();
     for (uint32_t stage = 0; stage < kStageCount; ++stage) {
         if (!stageTabs[stage].exists) continue;
-        const bool current = stage != kStageNone && stage == app.currentStage;
+        const bool current = stage != kStageNone && stage == project_->currentStage;
         buttons_[stage]->setText(current ? QStringLiteral("[ %1 ]").arg(StageName(stage)) : StageName(stage));
     }
     LayOut();

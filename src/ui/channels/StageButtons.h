@@ -1,7 +1,7 @@
 // StageButtons: the row of tabs that chooses the stage in the editor, with "+" to add one.
 //
-// Shows what stageTabs, AppState::currentStage and AppState::stageErrors say; a stage with an error text is
-// tinted red. A tab's text has the current stage in brackets; what is painted is the bare name. Main thread.
+// Shows the stages of stageTabs; one with an error text is tinted red. A tab's text has the current stage in
+// brackets; what is painted is the bare name. Main thread.
 #pragma once
 
 #include <QWidget>
@@ -14,14 +14,16 @@ class QPushButton;
 
 namespace pixelgrove {
 
+struct AppState;
+
 class StageButtons : public QWidget {
     Q_OBJECT
 
   public:
     explicit StageButtons(QWidget* parent = nullptr);
 
-    // What a press runs: the button's command id.
-    std::function<void(int commandId)> runCommand;
+    // Once, before it is shown: whose stages they are, and what a press runs, the button's command id.
+    void SetUp(const AppState& project, std::function<void(int commandId)> runCommand);
 
     // Shows the tabs of the stages that exist, from the left in StageId order, with their captions and
     // colours. Image is always there, as the last.
@@ -41,6 +43,8 @@ class StageButtons : public QWidget {
   private:
     void LayOut();
 
+    const AppState* project_ = nullptr;
+    std::function<void(int commandId)> runCommand_;
     std::array<QPushButton*, kStageCount> buttons_{};
 };
 
