@@ -20,7 +20,6 @@
 #include "platform/Clock.h"
 #include "project/ProjectModel.h"
 #include "render/RenderThread.h"
-#include "settings/SettingsRecords.h"
 #include "ui/MainWindow.h"
 #include "windows/widgets/WindowRegistry.h"
 

@@ -20,7 +20,6 @@
 #include "platform/Clock.h"
 #include "platform/Files.h"
 #include "project/ProjectModel.h"
-#include "settings/SettingsRecords.h"
 #include "ui/FileCommands.h"
 #include "ui/MainWindow.h"
 #include "ui/editor/CodeHighlight.h"

@@ -2,28 +2,42 @@
 
 #include <unistd.h>
 
+#include <QFileInfo>
+#include <cstdio>
 #include <new>
 #include <string>
 #include <utility>
 
+#include "audio/AudioParameters.h"
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
+#include "core/SeedData.h"
+#include "look/UiColours.h"
 #include "platform/SharedMemory.h"
 #include "project/ProjectModel.h"
+#include "recording/RecorderSettings.h"
+#include "recording/RecorderTable.h"
+#include "settings/Settings.h"
+#include "windows/widgets/WindowRegistry.h"
 
 namespace pixelgrove {
 
 namespace {
-
-void Run(const std::function<void()>& step) {
-    if (step) step();
-}
 
 void AllocateRecentLists(AppState& app) {
     // Without memory a list stays null and the program runs without it.
     for (auto* list : {&app.recentFiles, &app.recentProjects, &app.recentPalettes, &app.recentPlaylists}) {
         list->reset(new (std::nothrow) StringList);
     }
+}
+
+// What isn't there leaves the program as it is by default, without a message.
+void LoadWorkbenchSettings(Settings& settings) {
+    const bool isFirstStart = !QFileInfo::exists(SettingsPath());
+    if (isFirstStart) SeedDataFolder();
+    settings.Load(SettingsPath(), PathOf(PathId::ColourSettings));
+    PrintError(settings.Notice());
+    Windows().RecoverStoredRows();
 }
 
 // The block under the common name belongs to whoever made it first; another user of the machine gets one of
@@ -36,39 +50,51 @@ std::unique_ptr<SharedMemory> OpenSharedPalette() {
     return palette ? std::move(palette) : SharedMemory::CreatePrivate(sizeof(PaletteBlock));
 }
 
-void ShutDown(AppState& app, const StartupSteps& steps) {
-    Run(steps.stopAudio);
-    Run(steps.saveSettings);
+void ShutDown(AppState& app, Settings& settings) {
+    SaveWorkbenchSettings(settings);
     FreeDocuments();
-    Run(steps.freeControls);
-    Run(steps.freeWindows);
+    Windows().Clear();
     app.includeContext.reset();
     for (auto* list : {&app.recentFiles, &app.recentProjects, &app.recentPalettes, &app.recentPlaylists}) {
         list->reset();
     }
-    Run(steps.freeRecorderTable);
     app.sharedPalette.reset();
     FreeGlobals();
 }
 
 }  // namespace
 
-int ApplicationMain(const StartupSteps& steps, const FolderChoice& folders) {
+int ApplicationMain(const FolderChoice& folders,
+                    const std::function<void(const StartedWorkbench&)>& runMainWindow) {
     if (!AllocateGlobals()) return 0;
     AppState& app = *App();
     app.startTime = 0.1f;
     SetBaseFolders(folders);
     MakeDataFolders();
-    Run(steps.startAudio);
-    Run(steps.registerWindows);
+    RecorderSettings recorder;
+    RecorderTable keyCombos;
+    AudioParameters audio;
+    UiColours colours;
+    Windows().RegisterDefaultWindows();
     AllocateRecentLists(app);
-    Run(steps.loadSettings);
-    Run(steps.copyControlColours);
+    Settings settings({app, recorder, keyCombos, audio, Windows().Layout(), colours});
+    LoadWorkbenchSettings(settings);
     app.sharedPalette = OpenSharedPalette();
     if (!app.sharedPalette) return kExitNoSharedMemory;
-    Run(steps.runMainDialog);
-    ShutDown(app, steps);
+    runMainWindow({settings, colours});
+    ShutDown(app, settings);
     return 0;
+}
+
+void SaveWorkbenchSettings(Settings& settings) {
+    Windows().Layout().desktop = CurrentDesktop().value_or(EdgeRect{});
+    QString reason;
+    if (!settings.Save(SettingsPath(), &reason))
+        PrintError(QStringLiteral("the settings can't be saved: %1.").arg(reason));
+}
+
+void PrintError(const QString& text) {
+    if (!text.isEmpty()) std::fprintf(stderr, "pixelgrove: %s\n", qPrintable(text));
 }
 
 }  // namespace pixelgrove

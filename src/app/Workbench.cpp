@@ -11,8 +11,8 @@
 #include "app/Startup.h"
 #include "app/WorkbenchOptions.h"
 #include "commands/Commands.h"
+#include "core/AppState.h"
 #include "core/BaseFolders.h"
-#include "core/SeedData.h"
 #include "look/widgets/Theme.h"
 #include "platform/EndWatch.h"
 #include "render/RenderThread.h"
@@ -20,7 +20,6 @@
 #include "ui/Display.h"
 #include "ui/MainWindow.h"
 #include "windows/widgets/KeyPositions.h"
-#include "windows/widgets/WindowRegistry.h"
 
 namespace {
 
@@ -45,17 +44,6 @@ QString RecoveryFolder() {
     return data.isEmpty() ? QString() : data + QStringLiteral("/Recovery");
 }
 
-void PrintError(const QString& text) {
-    if (!text.isEmpty()) std::fprintf(stderr, "pixelgrove: %s\n", qPrintable(text));
-}
-
-void SaveWorkbenchSettings() {
-    StoredSettings().layout.desktop = CurrentDesktop().value_or(EdgeRect{});
-    QString reason;
-    if (!SaveSettings(SettingsPath(), &reason))
-        PrintError(QStringLiteral("the settings can't be saved: %1.").arg(reason));
-}
-
 // What was wrong goes to the message pane and to stderr.
 bool OpenFiles(MainWindow& window, const QStringList& files) {
     // Absolute, so that the name stays good wherever it is kept.
@@ -70,37 +58,28 @@ bool OpenFiles(MainWindow& window, const QStringList& files) {
     return opened;
 }
 
-void RunMainDialog(const QStringList& files) {
+void RunMainWindow(const QStringList& files, Settings& settings) {
     MainWindow window;
     QObject::connect(&window, &MainWindow::Closed, [] { QCoreApplication::exit(0); });
     const bool opened = OpenFiles(window, files);
     window.StartRecovery(RecoveryFolder());
-    const EndWatch watch([&window] {
+    const EndWatch watch([&window, &settings] {
         window.SaveBeforeEnd();
-        SaveWorkbenchSettings();
+        SaveWorkbenchSettings(settings);
     });
     window.ShowWithLayout();
     // Behind the commands that open the layout's other windows.
-    const auto begin = [&window, opened] {
+    const auto begin = [&window, &settings, opened] {
         // What was wrong with a file must stay readable, and what was restored may have ended the program by
         // being played: no play by itself then.
         const bool isRestored = window.OfferRecovery();
-        window.AddStatusLine(StoredSettings().file.notice);
+        window.AddStatusLine(settings.Notice());
         if (isRestored || !opened) return;
         if (qEnvironmentVariable(kAutoplayVariable) == QStringLiteral("1") && App()->openGlOk)
             window.PostCommand(kCmdPlay, 0);
     };
     QMetaObject::invokeMethod(&window, begin, Qt::QueuedConnection);
     QCoreApplication::exec();
-}
-
-// What isn't there leaves the program as it is by default, without a message.
-void LoadWorkbenchSettings() {
-    const bool isFirstStart = !QFileInfo::exists(SettingsPath());
-    if (isFirstStart) SeedDataFolder();
-    LoadSettings(SettingsPath(), PathOf(PathId::ColourSettings));
-    PrintError(StoredSettings().file.notice);
-    Windows().RecoverStoredRows();
 }
 
 }  // namespace
@@ -133,16 +112,10 @@ int main(int argc, char** argv) {
     QGuiApplication::setWindowIcon(ProgramIcon());
     new KeyPositions(&application);
 
-    StartupSteps steps;
-    steps.registerWindows = [] { Windows().RegisterDefaultWindows(); };
-    steps.loadSettings = [&application] {
-        LoadWorkbenchSettings();
-        ApplyTheme(application, StoredSettings().colours);
-    };
-    steps.saveSettings = SaveWorkbenchSettings;
-    steps.runMainDialog = [&options] { RunMainDialog(options.files); };
-    steps.freeWindows = [] { Windows().Clear(); };
-    const int result = ApplicationMain(steps);
+    const int result = ApplicationMain(ProgramFolders(), [&](const StartedWorkbench& started) {
+        ApplyTheme(application, started.colours);
+        RunMainWindow(options.files, started.settings);
+    });
     if (result == kExitNoSharedMemory) {
         PrintError(QStringLiteral("the shared palette memory cannot be made"));
         _exit(result);

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include "platform/Environment.h"
+
 namespace pixelgrove {
 
 // Rows of the path table.

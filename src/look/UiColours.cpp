@@ -1,9 +1,5 @@
 #include "look/UiColours.h"
 
-#include <optional>
-
-#include "persist/XmlStore.h"
-
 namespace pixelgrove {
 
 namespace {
@@ -40,8 +36,6 @@ constexpr std::array<Row, kRows> kBuiltIn = {{
     {"ListView Text Background", 0x000000},
 }};
 
-constexpr uint32_t kColourBits = 0xffffff;
-
 }  // namespace
 
 UiColours::UiColours() {
@@ -51,18 +45,6 @@ UiColours::UiColours() {
 
 QString UiColourName(UiColour row) {
     return row < UiColour::Count ? QString::fromLatin1(kBuiltIn[size_t(row)].name) : QString();
-}
-
-bool LoadUiColours(const QString& path, UiColours& colours) {
-    const std::unique_ptr<XmlStore> store = XmlLoad(path);
-    if (!store || !XmlEnter(*store, QStringLiteral("UIColors"))) return false;
-    std::optional<uint32_t> last;
-    for (size_t i = 0; i < kRows; ++i) {
-        const QString element = UiColourName(UiColour(i)).replace(u' ', u'_');
-        if (const auto value = XmlFindInt(*store, element)) last = uint32_t(*value) & kColourBits;
-        if (last) colours.values[i] = *last;
-    }
-    return true;
 }
 
 }  // namespace pixelgrove

@@ -1,7 +1,7 @@
 // The colours of the user interface: a table of 21 rows with built-in values, which the file Globals.XML
 // replaces. The program never writes that file.
 //
-// A colour is 0x00BBGGRR. Pure but for reading the file; the table belongs to the main thread.
+// A colour is 0x00BBGGRR. Plain records; main thread.
 #pragma once
 
 #include <QString>
@@ -12,7 +12,7 @@ namespace pixelgrove {
 
 // Rows of the table.
 enum class UiColour : uint32_t {
-    MeterHigh,
+    MeterHigh,  // level meters take the built-in values of these two, whatever the file says
     MeterLow,
     TimerBackground,
     Timer,
@@ -45,10 +45,5 @@ struct UiColours {
 
 // "Meter High"; empty for Count.
 QString UiColourName(UiColour row);
-
-// Reads the element UIColors; each row's element has the row's name with '_' for the blanks. A row that is
-// missing takes the value that was read last before it; rows ahead of the first one that is there keep what
-// they have. False, with no change, when the file can't be read or has no such element.
-bool LoadUiColours(const QString& path, UiColours& colours);
 
 }  // namespace pixelgrove

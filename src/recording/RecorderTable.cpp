@@ -2,15 +2,13 @@
 
 namespace pixelgrove {
 
-RecorderTable DefaultRecorderTable() {
-    RecorderTable table;
-    table.rows = {
+RecorderTable::RecorderTable() {
+    rows = {
         {QStringLiteral("XBOX Game Bar"), QStringLiteral("Windows+Alt+R"), QStringLiteral("Windows+Alt+R")},
         {QStringLiteral("OBS Studio"), QStringLiteral("Alt+["), QStringLiteral("Alt+]")},
         {QStringLiteral("NVidia Recorder"), QStringLiteral("Alt+F9"), QStringLiteral("Alt+F9")},
     };
-    table.current = table.rows.front();
-    return table;
+    current = rows.front();
 }
 
 bool MergeKeyCombo(RecorderTable& table, const KeyCombo& combo) {

@@ -20,10 +20,9 @@ struct RecorderTable {
     static constexpr size_t kCapacity = 32;
     std::vector<KeyCombo> rows;
     KeyCombo current;  // what is pressed; no row of the table
-};
 
-// The built-in rows, the first of them in force.
-RecorderTable DefaultRecorderTable();
+    RecorderTable();  // the built-in rows, the first of them in force
+};
 
 // A row of the same name, ignoring case, takes the combinations; another name becomes a new row. False, with
 // no change, when the table is full or the name is empty.

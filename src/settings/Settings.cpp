@@ -6,13 +6,18 @@
 #include <cmath>
 #include <utility>
 
+#include "audio/AudioParameters.h"
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
 #include "persist/RecentList.h"
 #include "persist/XmlStore.h"
 #include "platform/Files.h"
 #include "platform/FolderLock.h"
+#include "recording/RecorderSettings.h"
+#include "recording/RecorderTable.h"
+#include "settings/ColourFile.h"
 #include "settings/SettingsFile.h"
+#include "windows/WindowLayout.h"
 
 namespace pixelgrove {
 
@@ -124,14 +129,15 @@ void ReadAudio(const XmlStore& store, AudioParameters& audio) {
     if (const auto maximize = XmlFindInt(store, kAudioMaximizeRange)) audio.maximizeRange = *maximize != 0;
 }
 
-void ReadGlobals(XmlStore& store, AppState& app, SettingsRecords& settings) {
+void ReadGlobals(XmlStore& store, const SettingsRecords& records) {
+    AppState& app = records.app;
     if (const auto fps = XmlFindInt(store, kFpsTarget))
         app.fpsTarget = uint32_t(std::clamp(*fps, int32_t(kMinFps), int32_t(kMaxFps)));
-    ReadRecorder(store, app, settings.recorder);
-    ReadKeyCombos(store, settings.keyCombos);
+    ReadRecorder(store, app, records.recorder);
+    ReadKeyCombos(store, records.keyCombos);
     if (const auto snap = XmlFindInt(store, kSnapEdges)) app.snapToEdges = *snap != 0 ? 1 : 0;
-    ReadAudio(store, settings.audio);
-    LoadLayout(store, settings.layout);
+    ReadAudio(store, records.audio);
+    LoadLayout(store, records.layout);
 }
 
 QString DefaultRecordFolder() {
@@ -171,116 +177,76 @@ void WriteAudio(XmlStore& store, const AudioParameters& audio) {
     XmlWriteInt(store, kAudioMaximizeRange, audio.maximizeRange ? 1 : 0);
 }
 
-// Each list with what other instances stored in the meantime.
-void WriteRecentLists(XmlStore& store, const AppState& app, XmlStore* stored) {
+// Each list with what other instances stored since it was read.
+void WriteRecentLists(XmlStore& store, const AppState& app, XmlStore* stored,
+                      const std::array<QStringList, kRecentElements.size()>& asRead) {
     for (size_t i = 0; i < kRecentElements.size(); ++i) {
         const QString name = QString::fromLatin1(kRecentElements[i].name);
         const StringList* own = (app.*kRecentElements[i].list).get();
         StringList merged, theirs;
         if (stored) LoadRecent(&theirs, *stored, name);
-        merged.entries = MergeRecent(own ? own->entries : QStringList(), theirs.entries,
-                                     StoredSettings().file.recentAsRead[i]);
+        merged.entries = MergeRecent(own ? own->entries : QStringList(), theirs.entries, asRead[i]);
         WriteRecent(&merged, store, name);
     }
 }
 
 }  // namespace
 
-SettingsRecords& StoredSettings() {
-    // Never destroyed: a thread that had to be abandoned may still look at it when the process ends.
-    static SettingsRecords* const records = [] {
-        auto* made = new SettingsRecords;
-        made->keyCombos = DefaultRecorderTable();
-        return made;
-    }();
-    return *records;
-}
-
 QString SettingsPath() {
     const QString folder = PathOf(PathId::DatBase);
     return folder.isEmpty() ? QString() : folder + QStringLiteral("/PixelgroveGlobals.XML");
 }
 
-void SetDefaultSettings() {
-    SettingsRecords& settings = StoredSettings();
-    settings.colours = UiColours();
-    settings.meterHigh = UnpackColour(settings.colours[UiColour::MeterHigh]);
-    settings.meterLow = UnpackColour(settings.colours[UiColour::MeterLow]);
-
-    RecorderSettings& recorder = settings.recorder;
-    recorder.format = QStringLiteral("Untitled-%04d.png");
-    recorder.folder = DefaultRecordFolder();
-    recorder.frameDelayMs = RecorderSettings().frameDelayMs.load();
-    recorder.friendlyName = recorder.start = recorder.stop = QString();
-    settings.keyCombos = DefaultRecorderTable();
-
-    const AudioParameters audio;
-    settings.audio.smoothingWeight = audio.smoothingWeight.load();
-    settings.audio.noiseLevel = audio.noiseLevel.load();
-    settings.audio.homingFactor = audio.homingFactor.load();
-    settings.audio.maximizeRange = audio.maximizeRange.load();
-
-    if (AppState* app = App()) {
-        app->fpsTarget = 30;
-        app->recordWidth = 1920;
-        app->recordHeight = 1080;
-        app->recordMethod = 0;
-        app->snapToEdges = 0;
-    }
-}
-
-bool LoadSettings(const QString& settingsPath, const QString& coloursPath) {
-    SetDefaultSettings();
-    AppState* app = App();
-    if (!app) return false;
-    SettingsRecords& settings = StoredSettings();
+bool Settings::Load(const QString& settingsPath, const QString& coloursPath) {
+    records_.recorder.folder = DefaultRecordFolder();
     const SettingsFile file = ReadSettingsFile(settingsPath);
-    settings.file = {file.state == SettingsFileState::Unreadable, SettingsNotice(file, settingsPath), {}};
+    leaveAlone_ = file.state == SettingsFileState::Unreadable;
+    notice_ = SettingsNotice(file, settingsPath);
+    recentAsRead_ = {};
     if (!file.store) return false;
     // Elements that stand elsewhere are none of ours.
     if (XmlEnter(*file.store, kGlobals)) {
-        ReadGlobals(*file.store, *app, settings);
+        ReadGlobals(*file.store, records_);
         XmlLeave(*file.store);
     }
-    ReconcileCurrentCombo(settings.recorder, settings.keyCombos);
+    ReconcileCurrentCombo(records_.recorder, records_.keyCombos);
     for (size_t i = 0; i < kRecentElements.size(); ++i) {
-        StringList* list = (app->*kRecentElements[i].list).get();
+        StringList* list = (records_.app.*kRecentElements[i].list).get();
         LoadRecent(list, *file.store, QString::fromLatin1(kRecentElements[i].name));
-        if (list) settings.file.recentAsRead[i] = list->entries;
+        if (list) recentAsRead_[i] = list->entries;
     }
-    return LoadUiColours(coloursPath, settings.colours);
+    return LoadUiColours(coloursPath, records_.colours);
 }
 
-bool SaveSettings(const QString& settingsPath, QString* reason) {
+bool Settings::Save(const QString& settingsPath, QString* reason) {
     QString ignored;
     QString& words = reason ? *reason : ignored;
     words.clear();
-    const AppState* app = App();
-    const std::unique_ptr<XmlStore> store = app ? XmlCreate() : nullptr;
+    const AppState& app = records_.app;
+    const std::unique_ptr<XmlStore> store = XmlCreate();
     if (!store) return false;
-    SettingsRecords& settings = StoredSettings();
     // A write that is refused is remembered by the store, which then saves nothing.
     XmlOpenElement(*store, kGlobals);
-    XmlWriteInt(*store, kFpsTarget, int32_t(app->fpsTarget));
-    WriteRecorder(*store, *app, settings.recorder);
-    WriteKeyCombos(*store, settings.keyCombos);
-    ReconcileCurrentCombo(settings.recorder, settings.keyCombos);
-    XmlWriteInt(*store, kSnapEdges, app->snapToEdges);
-    WriteAudio(*store, settings.audio);
-    SaveLayout(*store, settings.layout);
+    XmlWriteInt(*store, kFpsTarget, int32_t(app.fpsTarget));
+    WriteRecorder(*store, app, records_.recorder);
+    WriteKeyCombos(*store, records_.keyCombos);
+    ReconcileCurrentCombo(records_.recorder, records_.keyCombos);
+    XmlWriteInt(*store, kSnapEdges, app.snapToEdges);
+    WriteAudio(*store, records_.audio);
+    SaveLayout(*store, records_.layout);
     XmlCloseElement(*store);
 
     // From here to the end no other instance may come between what is read and what is written.
     const FolderLock lock(QFileInfo(NormalizePath(settingsPath)).path());
     const SettingsFile stored = ReadSettingsFile(settingsPath);
-    if (settings.file.leaveAlone || stored.state == SettingsFileState::Unreadable) {
+    if (leaveAlone_ || stored.state == SettingsFileState::Unreadable) {
         words = QStringLiteral("The file could not be read");
         return false;
     }
     if (stored.state == SettingsFileState::Damaged &&
         !WriteWholeFile(BadSettingsPath(settingsPath), stored.bytes, &words))
         return false;
-    WriteRecentLists(*store, *app, stored.store.get());
+    WriteRecentLists(*store, app, stored.store.get(), recentAsRead_);
     return XmlSave(*store, settingsPath, &words);
 }
 

@@ -20,7 +20,6 @@
 #include "render/source/MessageLines.h"
 #include "render/widgets/OffscreenOutput.h"
 #include "render/widgets/OutputWindow.h"
-#include "settings/SettingsRecords.h"
 #include "ui/EditorMenu.h"
 #include "ui/KeyCommands.h"
 #include "ui/OutsideCommand.h"
@@ -174,7 +173,7 @@ void MainWindow::ConnectEditor() {
 }
 
 void MainWindow::SetUpTree() {
-    const UiColours& colours = StoredSettings().colours;
+    const UiColours& colours = Theme().rows;
     // A sheet of its own: the program's would win over a palette.
     form_->treeView->setStyleSheet(QStringLiteral("QTreeView { background: %1; color: %2; }")
                                        .arg(FromBgr(colours[UiColour::TreeViewBackground]).name(),

@@ -8,8 +8,8 @@
 #include "commands/Commands.h"
 #include "commands/MenuTable.h"
 #include "core/AppState.h"
-#include "settings/SettingsRecords.h"
 #include "ui/RecentMenus.h"
+#include "windows/widgets/WindowRegistry.h"
 
 namespace pixelgrove {
 
@@ -127,7 +127,7 @@ void Menus::ShowTicks() {
     if (const FrameBufferFormatRow* row = FindFrameBufferFormatOf(app.frameBufferFormat))
         SetTick(row->commandId, true);
     SetTick(kCmdSnapToEdges, app.snapToEdges != 0);
-    SetTick(kCmdLockWindows, StoredSettings().layout.lockWindows);
+    SetTick(kCmdLockWindows, Windows().LockWindows());
 }
 
 QAction* Menus::Action(int commandId) const {

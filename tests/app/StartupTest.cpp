@@ -8,13 +8,14 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
-#include <string>
 
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
 #include "core/SeedData.h"
+#include "look/UiColours.h"
 #include "platform/Files.h"
 #include "support/ScratchFolders.h"
+#include "windows/widgets/WindowRegistry.h"
 
 namespace pixelgrove {
 namespace {
@@ -68,60 +69,62 @@ TEST(SeedData, CopiesOnlyWhatIsMissing) {
     EXPECT_EQ(ReadWholeFile(to.filePath(QStringLiteral("a/b/z"))), QByteArray("installed"));
 }
 
-// The order of the steps, each with the records that stand then: lists, palette, documents, includes.
-TEST(Startup, RunsItsStepsInOrder) {
-    std::string order;
-    const auto step = [&order](const char* name) {
-        return [&order, name] {
-            const AppState& app = *App();
-            order += name;
-            order += app.recentFiles && app.recentPlaylists ? " l" : " -";
-            order += app.sharedPalette ? 'p' : '-';
-            order += app.documents[kStageImage].hasText ? 'd' : '-';
-            order += app.includeContext ? "i\n" : "-\n";
-        };
-    };
-    StartupSteps steps;  // without registerWindows: a step may be missing
-    steps.startAudio = [check = step("startAudio")] {
-        check();
-        for (const QString& folder : {kCacheShaders, kCacheAssets, kCacheSearches})
-            EXPECT_TRUE(IsFolder(CacheRoot() + u'/' + folder));
-        EXPECT_TRUE(IsFolder(PathOf(PathId::ProjectFiles)));
-    };
-    steps.loadSettings = step("loadSettings");
-    steps.runMainDialog = [check = step("runMainDialog")] {
-        App()->documents[kStageImage].hasText = true;
-        App()->includeContext = std::make_unique<IncludeContext>();
-        check();
-    };
-    steps.stopAudio = step("stopAudio");
-    steps.saveSettings = step("saveSettings");
-    steps.freeControls = step("freeControls");
-    steps.freeWindows = step("freeWindows");
-    steps.freeRecorderTable = step("freeRecorderTable");
-    const test::ScratchFolders data;
-    EXPECT_EQ(ApplicationMain(steps, data.Choice()), 0);
-    EXPECT_EQ(App(), nullptr);
-    EXPECT_EQ(order,
-              "startAudio ----\nloadSettings l---\nrunMainDialog lpdi\nstopAudio lpdi\nsaveSettings lpdi\n"
-              "freeControls lp-i\nfreeWindows lp-i\nfreeRecorderTable -p--\n");
+QByteArray SavedSettings(const test::ScratchFolders& folder) {
+    return ReadWholeFile(folder.Path("PixelgroveGlobals.XML")).value_or("");
 }
 
-[[noreturn]] void StartWithoutSharedMemory(const FolderChoice& folders) {
+bool WriteSettings(const test::ScratchFolders& folder) {
+    return WriteWholeFile(folder.Path("PixelgroveGlobals.XML"),
+                          "\n<Globals><FPSTarget>77</FPSTarget><LockWin>1</LockWin></Globals>\n"
+                          "<RecentFiles><File_00>/</File_00></RecentFiles>");
+}
+
+TEST(Startup, TheMainWindowRunsBetweenLoadingAndSaving) {
+    const test::ScratchFolders folder;
+    ASSERT_TRUE(WriteSettings(folder) &&
+                WriteWholeFile(folder.Path("Globals.XML"), "\n<UIColors><Timer>7</Timer></UIColors>"));
+    bool ran = false;
+    const auto run = [&](const StartedWorkbench& started) {
+        ran = true;
+        AppState& app = *App();
+        EXPECT_EQ(app.fpsTarget, 77u);
+        EXPECT_EQ(app.recentFiles->entries, QStringList({QStringLiteral("/")}));
+        EXPECT_TRUE(app.recentProjects && app.recentPalettes && app.recentPlaylists && app.sharedPalette);
+        EXPECT_TRUE(Windows().Layout().lockWindows);
+        EXPECT_EQ(started.colours[UiColour::Timer], 7u);
+        for (const QString& name : {kCacheShaders, kCacheAssets, kCacheSearches})
+            EXPECT_TRUE(IsFolder(CacheRoot() + u'/' + name));
+        EXPECT_TRUE(IsFolder(PathOf(PathId::ProjectFiles)));
+        EXPECT_TRUE(PathOf(PathId::ProjectFiles).startsWith(folder.Path("")));
+        app.documents[kStageImage].hasText = true;
+        app.includeContext = std::make_unique<IncludeContext>();
+        app.fpsTarget = 78;
+    };
+    EXPECT_EQ(ApplicationMain(folder.Choice(), run), 0);
+    EXPECT_TRUE(ran);
+    // What the settings tell of still stood when they were written.
+    const QByteArray saved = SavedSettings(folder);
+    for (const char* element : {"<FPSTarget>78<", "<LockWin>1<", "<File_00>/<"})
+        EXPECT_TRUE(saved.contains(element)) << saved.constData();
+    EXPECT_EQ(App(), nullptr);
+    EXPECT_FALSE(Windows().Layout().lockWindows);
+}
+
+[[noreturn]] void StartWithoutSharedMemory(const test::ScratchFolders& folder) {
     // No file can be opened any more, so the block can't be made.
     const rlimit none{0, 0};
     setrlimit(RLIMIT_NOFILE, &none);
     bool wentOn = false;
-    StartupSteps steps;
-    steps.runMainDialog = [&] { wentOn = true; };
-    steps.saveSettings = [&] { wentOn = true; };
-    const int result = ApplicationMain(steps, folders);
+    const int result = ApplicationMain(folder.Choice(), [&](const StartedWorkbench&) { wentOn = true; });
     _exit(result == kExitNoSharedMemory && !wentOn && App() != nullptr ? 0 : 1);
 }
 
 TEST(Startup, WithoutSharedMemoryNothingMoreRuns) {
-    const test::ScratchFolders data;
-    EXPECT_EXIT(StartWithoutSharedMemory(data.Choice()), testing::ExitedWithCode(0), "");
+    const test::ScratchFolders folder;
+    ASSERT_TRUE(WriteSettings(folder));
+    const QByteArray before = SavedSettings(folder);
+    EXPECT_EXIT(StartWithoutSharedMemory(folder), testing::ExitedWithCode(0), "");
+    EXPECT_EQ(SavedSettings(folder), before);
 }
 
 }  // namespace

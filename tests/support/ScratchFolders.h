@@ -13,6 +13,8 @@ class ScratchFolders {
     FolderChoice Choice() const {
         return ChooseFolders(folder_.filePath(QStringLiteral("program")), {}, QString());
     }
+    // Of a file in the data folder.
+    QString Path(const char* name) const { return folder_.filePath(QLatin1String(name)); }
     ScratchFolders() { SetBaseFolders(Choice()); }
 
   private:

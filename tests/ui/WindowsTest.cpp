@@ -18,7 +18,6 @@
 #include "platform/Files.h"
 #include "platform/SharedMemory.h"
 #include "render/widgets/OutputWindow.h"
-#include "settings/SettingsRecords.h"
 #include "windows/LayoutRules.h"
 
 namespace pixelgrove {
@@ -50,12 +49,12 @@ TEST_F(WindowsTest, TheFirstStartSharesTheScreen) {
     Output().close();
     PumpFor(30);
     EXPECT_FALSE(Ticked(kCmdAnimationWindow));
-    EXPECT_FALSE(StoredSettings().layout.windows[1].open);
+    EXPECT_FALSE(Windows().Layout().windows[1].open);
     // At the end of the program what is open stays so in the settings.
     Run(kCmdAnimationWindow);
     Run(kCmdCancel);
     PumpFor(30);
-    EXPECT_TRUE(StoredSettings().layout.windows[1].open);
+    EXPECT_TRUE(Windows().Layout().windows[1].open);
     EXPECT_FALSE(window->isVisible());
 }
 

@@ -13,7 +13,6 @@
 #include <limits>
 
 #include "look/widgets/Theme.h"
-#include "settings/SettingsRecords.h"
 #include "support/DisplayTest.h"
 #include "windows/widgets/CaptionBar.h"
 #include "windows/widgets/KeyPositions.h"

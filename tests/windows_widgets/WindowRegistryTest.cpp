@@ -6,7 +6,6 @@
 #include <QTest>
 #include <map>
 
-#include "settings/SettingsRecords.h"
 #include "support/DisplayTest.h"
 #include "windows/LayoutRules.h"
 #include "windows/widgets/FrameWindow.h"
@@ -40,9 +39,7 @@ class RegistryTest : public DisplayTest {
         EXPECT_EQ(window->FrameRect(), rect);
         return *window;
     }
-    WindowRecord& Row(const char16_t* name) {
-        return *FindOrAddWindowRow(StoredSettings().layout.windows, name);
-    }
+    WindowRecord& Row(const char16_t* name) { return *FindOrAddWindowRow(Windows().Layout().windows, name); }
     EdgeRect Rect(const char16_t* name) { return windows.at(Name(name))->FrameRect(); }
     // One drag with a proposal for each rectangle.
     void Drag(FrameWindow& window, FrameZone zone, const std::vector<EdgeRect>& proposals,
@@ -207,7 +204,7 @@ TEST_F(RegistryTest, ALayoutOfALargerDesktopLeavesNoWindowOutside) {
     Show(kEditWin, {300, 50, 900, 700});
     Show(kOutputWin, {10, 20, 290, 300});
     const EdgeRect area = CurrentWorkArea();
-    WindowLayout& layout = StoredSettings().layout;
+    WindowLayout& layout = Windows().Layout();
     WindowLayout large = layout;
     large.desktop = {0, 0, area.right * 2, area.bottom * 2};
     large.windows = {layout.windows[0], layout.windows[1]};

@@ -171,6 +171,7 @@ QColor FromBgr(uint32_t blueGreenRed) {
 
 ThemeColours MakeThemeColours(const UiColours& colours) {
     ThemeColours theme;
+    theme.rows = colours;
     theme.window = FromBgr(colours[UiColour::WindowBackground]);
     theme.text = FromBgr(colours[UiColour::WindowText]);
     const auto ground = [&theme](double part) { return Ground(theme.window, theme.text, part); };

@@ -13,13 +13,14 @@ class QApplication;
 
 namespace pixelgrove {
 
-// All but the first two are mixtures of them, so that any readable pair gives a readable program: where the
-// pair's own contrast is 7:1 or more, its text has at least 4.5:1 on all grounds here.
+// All but the window's two colours are mixtures of them, so that any readable pair gives a readable program:
+// where the pair's own contrast is 7:1 or more, its text has at least 4.5:1 on all grounds here.
 struct ThemeColours {
-    QColor window;  // "Window Background"
-    QColor text;    // "Window Text"
-    QColor panel;   // caption, menus, the gutter
-    QColor field;   // editor, message pane, edits
+    UiColours rows;  // what they are made from
+    QColor window;   // "Window Background"
+    QColor text;     // "Window Text"
+    QColor panel;    // caption, menus, the gutter
+    QColor field;    // editor, message pane, edits
     QColor button;
     QColor buttonHover;
     QColor buttonDown;  // a button that is pressed or checked

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "settings/SettingsRecords.h"
 #include "windows/LayoutRules.h"
 #include "windows/widgets/FrameWindow.h"
 #include "windows/widgets/ScreenAreas.h"
@@ -51,10 +50,6 @@ EdgeRect CurrentWorkArea() {
 WindowRegistry& Windows() {
     static WindowRegistry registry;
     return registry;
-}
-
-WindowLayout& WindowRegistry::Layout() const {
-    return StoredSettings().layout;
 }
 
 void WindowRegistry::RegisterDefaultWindows() {
@@ -180,7 +175,7 @@ bool WindowRegistry::LoadLayoutFile(const QString& path) {
 }
 
 bool WindowRegistry::LockWindows() const {
-    return Layout().lockWindows;
+    return layout_.lockWindows;
 }
 
 void WindowRegistry::SetLockWindows(bool lock) {

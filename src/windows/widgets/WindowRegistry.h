@@ -1,8 +1,7 @@
 // WindowRegistry: knows every top-level window of the program: the named ones with their rows in the stored
 // layout, and all frames for snapping. Carries out drags, and brings the windows in line with a layout.
 //
-// One for the whole process, reached by Windows(); the rows themselves are StoredSettings().layout. Main
-// thread.
+// One for the whole process, reached by Windows(). Main thread.
 #pragma once
 
 #include <QHash>
@@ -23,6 +22,9 @@ class FrameWindow;
 
 class WindowRegistry {
   public:
+    // The rows, as the settings file and layout files store them. A row is valid until one is added.
+    WindowLayout& Layout() { return layout_; }
+
     // Start-up, before the settings are read: the rows of the default windows, by the primary screen.
     void RegisterDefaultWindows();
     // After the settings were read: rows that were stored on another desktop are brought onto this one.
@@ -74,12 +76,12 @@ class WindowRegistry {
     void NoteSettled();
 
   private:
-    WindowLayout& Layout() const;
     void ReadPlacements();
     void Place(FrameWindow& window, const WindowRecord& row);
     bool MoveGroup(FrameWindow& dragged, const EdgeRect& proposed, bool leftShift);
     std::vector<EdgeRect> SnapTargets(const FrameWindow& window) const;
 
+    WindowLayout layout_;
     QList<FrameWindow*> frames_;
     QHash<QString, QPointer<FrameWindow>> named_;
     SnapState snap_;
