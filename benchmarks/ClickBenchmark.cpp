@@ -116,8 +116,8 @@ int Run() {
     Windows().RegisterDefaultWindows();
     MainWindow window;
     window.OpenInitialProject({});
-    App()->documents[kStageImage].text = QString::fromLatin1(kHeavyShader);
-    App()->host->LoadDocument(App()->documents[kStageImage]);
+    App()->project.documents[kStageImage].text = QString::fromLatin1(kHeavyShader);
+    App()->host->LoadDocument(App()->project.documents[kStageImage]);
     window.ShowWithLayout();
     window.raise();
     PumpFor(500);
@@ -136,7 +136,7 @@ int Run() {
     std::printf("%.1f frames a second meanwhile\n",
                 double(App()->renderThread->framesDrawn - before) * 1000.0 / double(timer.elapsed()));
     window.SendCommand(kCmdStop, 0);
-    shaderModified = false;
+    App()->project.shaderModified = false;
     window.close();
     return 0;
 }

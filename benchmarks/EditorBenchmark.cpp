@@ -81,11 +81,11 @@ class Editor {
         : window_(window), view_(*window.findChild<CodeView*>(QStringLiteral("editor"))) {}
 
     void Show(const QString& text) {
-        StageDocument& document = *App()->currentDocument;
+        StageDocument& document = *App()->project.currentDocument;
         SetDocumentText(document, text);
-        App()->currentDocument = nullptr;
+        App()->project.currentDocument = nullptr;
         window_.LoadDocument(document);
-        App()->currentDocument = &document;
+        App()->project.currentDocument = &document;
         Settle();
     }
 
@@ -94,7 +94,7 @@ class Editor {
     void MeasurePass() {
         view_.GoToLine(view_.blockCount() / 2);
         Settle();
-        const QString& text = App()->currentDocument->text;
+        const QString& text = App()->project.currentDocument->text;
         const std::vector<CodeView::VisibleLine> lines = view_.VisibleLines();
         const QTextDocument& document = *view_.document();
         const int start = document.findBlockByNumber(lines.front().line - 1).position();
@@ -145,10 +145,10 @@ class Editor {
             QKeyEvent press(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, QStringLiteral("x"));
             QCoreApplication::sendEvent(&view_, &press);
         });
-        const bool isWhole = App()->currentDocument->text == text + u'x' + before;
+        const bool isWhole = App()->project.currentDocument->text == text + u'x' + before;
         step([this] { window_.SendCommand(kCmdEditUndo, 0); });
         const double undo = step([this] { window_.SendCommand(kCmdEditUndo, 0); });
-        const bool isBack = App()->currentDocument->text == before;
+        const bool isBack = App()->project.currentDocument->text == before;
         const double redo = step([this] { view_.redo(); });
         std::printf("%-24s paste %7.0f ms   key %7.1f ms   undo %7.0f ms   redo %7.0f ms   %s\n", name, paste,
                     key, undo, redo, isWhole && isBack ? "text exact" : "TEXT DIFFERS");
@@ -162,7 +162,7 @@ class Editor {
 };
 
 int Run() {
-    App()->recentFiles = std::make_unique<StringList>();
+    App()->recent.recentFiles = std::make_unique<StringList>();
     Windows().RegisterDefaultWindows();
     MainWindow window;
     window.OpenInitialProject({});
@@ -172,7 +172,7 @@ int Run() {
 
     editor.Show(SourceOfLines(10000));
     std::printf("stage of %d lines, %u characters\n", editor.View().blockCount(),
-                App()->currentDocument->length);
+                App()->project.currentDocument->length);
     editor.MeasurePass();
     editor.MeasureKeys("key to glyph, 10,000 lines", kKeys);
 

@@ -175,8 +175,8 @@ void MeasurePacing() {
 void MeasureRestart() {
     AllocateGlobals();
     InitialiseSpeed(*Controls());
-    SetDocumentText(App()->documents[kStageImage], QString::fromLatin1(kBufferText));
-    App()->documents[kStageImage].hasText = true;
+    SetDocumentText(App()->project.documents[kStageImage], QString::fromLatin1(kBufferText));
+    App()->project.documents[kStageImage].hasText = true;
     const auto surface = std::make_shared<test::ResizableSurface>(SurfaceSize{640, 360});
     const auto makeRequest = [&surface] {
         RunRequest request = SnapshotProject();

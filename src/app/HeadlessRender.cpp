@@ -228,7 +228,7 @@ int RenderMain(const QStringList& arguments) {
     }
     SetBaseFolders();
     InitialiseSpeed(*Controls());
-    App()->includeContext = CreateIncludeContext();
+    App()->project.includeContext = CreateIncludeContext();
     int code = kExitUsage;
     Thread thread;
     if (!thread.Start(kRenderStackBytes, [&] { code = Render(parsed.options); }))

@@ -26,7 +26,8 @@ namespace {
 
 void AllocateRecentLists(AppState& app) {
     // Without memory a list stays null and the program runs without it.
-    for (auto* list : {&app.recentFiles, &app.recentProjects, &app.recentPalettes, &app.recentPlaylists}) {
+    for (auto* list : {&app.recent.recentFiles, &app.recent.recentProjects, &app.recent.recentPalettes,
+                       &app.recent.recentPlaylists}) {
         list->reset(new (std::nothrow) StringList);
     }
 }
@@ -54,11 +55,12 @@ void ShutDown(AppState& app, Settings& settings) {
     SaveWorkbenchSettings(settings);
     FreeDocuments();
     Windows().Clear();
-    app.includeContext.reset();
-    for (auto* list : {&app.recentFiles, &app.recentProjects, &app.recentPalettes, &app.recentPlaylists}) {
+    app.project.includeContext.reset();
+    for (auto* list : {&app.recent.recentFiles, &app.recent.recentProjects, &app.recent.recentPalettes,
+                       &app.recent.recentPlaylists}) {
         list->reset();
     }
-    app.sharedPalette.reset();
+    app.palette.shared.reset();
     FreeGlobals();
 }
 
@@ -68,7 +70,7 @@ int ApplicationMain(const FolderChoice& folders,
                     const std::function<void(const StartedWorkbench&)>& runMainWindow) {
     if (!AllocateGlobals()) return 0;
     AppState& app = *App();
-    app.startTime = 0.1f;
+    app.project.startTime = 0.1f;
     SetBaseFolders(folders);
     MakeDataFolders();
     RecorderSettings recorder;
@@ -79,8 +81,8 @@ int ApplicationMain(const FolderChoice& folders,
     AllocateRecentLists(app);
     Settings settings({app, recorder, keyCombos, audio, Windows().Layout(), colours});
     LoadWorkbenchSettings(settings);
-    app.sharedPalette = OpenSharedPalette();
-    if (!app.sharedPalette) return kExitNoSharedMemory;
+    app.palette.shared = OpenSharedPalette();
+    if (!app.palette.shared) return kExitNoSharedMemory;
     runMainWindow({settings, colours});
     ShutDown(app, settings);
     return 0;

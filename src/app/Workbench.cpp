@@ -75,7 +75,7 @@ void RunMainWindow(const QStringList& files, Settings& settings) {
         const bool isRestored = window.OfferRecovery();
         window.AddStatusLine(settings.Notice());
         if (isRestored || !opened) return;
-        if (qEnvironmentVariable(kAutoplayVariable) == QStringLiteral("1") && App()->openGlOk)
+        if (qEnvironmentVariable(kAutoplayVariable) == QStringLiteral("1") && App()->display.openGlOk)
             window.PostCommand(kCmdPlay, 0);
     };
     QMetaObject::invokeMethod(&window, begin, Qt::QueuedConnection);

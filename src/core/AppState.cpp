@@ -9,8 +9,6 @@
 
 namespace pixelgrove {
 
-bool shaderModified = false;
-
 namespace {
 AppState* appState = nullptr;
 ControlSet* controlSet = nullptr;

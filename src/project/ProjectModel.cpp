@@ -21,32 +21,33 @@ QString FittedFileName(const QString& name) {
 
 // Shows the stage as if nothing had been shown before.
 void ShowStageAnew(AppState& app, uint32_t id) {
-    app.currentStage = kStageNone;
-    app.currentDocument = nullptr;
+    app.project.currentStage = kStageNone;
+    app.project.currentDocument = nullptr;
     SelectStage(id);
 }
 
 bool DiffersFromSaved(const AppState& app, uint32_t id) {
-    const StageDocument& document = app.documents[id];
+    const StageDocument& document = app.project.documents[id];
     // Image has its place also where a project has no text for it.
-    if (id != kStageImage && document.hasText != app.saved.hasText[id]) return true;
-    return document.text != app.saved.texts[id] ||
-           !std::ranges::equal(app.channels[id], app.saved.channels[id], SameInFile);
+    if (id != kStageImage && document.hasText != app.project.saved.hasText[id]) return true;
+    return document.text != app.project.saved.texts[id] ||
+           !std::ranges::equal(app.project.channels[id], app.project.saved.channels[id], SameInFile);
 }
 
 void RefreshModified(AppState& app) {
-    shaderModified =
-        app.changesDiscarded || std::ranges::find(app.stageDiffers, true) != app.stageDiffers.end();
+    app.project.shaderModified =
+        app.project.changesDiscarded ||
+        std::ranges::find(app.project.stageDiffers, true) != app.project.stageDiffers.end();
 }
 
 void GiveDefaultText(uint32_t id) {
     stageTabs[id].exists = 1;
-    SetDocumentText(App()->documents[id], DefaultSource(id));
+    SetDocumentText(App()->project.documents[id], DefaultSource(id));
 }
 
 // Moves one stage that was read into the editing form.
 void AdoptStage(AppState& app, uint32_t id, ShaderStage& stage) {
-    StageDocument& document = app.documents[id];
+    StageDocument& document = app.project.documents[id];
     document = StageDocument();
     const QByteArray source = std::exchange(stage.source, QByteArray());
     SetDocumentText(document, stage.text.isNull() ? FromCodePage(source) : stage.text, 1);
@@ -54,40 +55,40 @@ void AdoptStage(AppState& app, uint32_t id, ShaderStage& stage) {
     stageTabs[id].stageId = int32_t(id);
     for (size_t i = 0; i < kChannelCount; ++i) {
         if (stage.channels[i].kind == kChannelUnused) continue;
-        app.channels[id][i] = std::exchange(stage.channels[i], ChannelInput());
+        app.project.channels[id][i] = std::exchange(stage.channels[i], ChannelInput());
     }
 }
 
 }  // namespace
 
 void FreeDocuments() {
-    for (StageDocument& document : App()->documents)
+    for (StageDocument& document : App()->project.documents)
         document = StageDocument();
 }
 
 void ClearProject(bool addImage) {
     AppState& app = *App();
-    const bool wasModified = shaderModified;
+    const bool wasModified = app.project.shaderModified;
     KeepPreviousProject();
     FreeDocuments();
     for (uint32_t id = 0; id < kStageCount; ++id) {
-        app.stageErrors[id].clear();
-        app.channels[id] = {};
+        app.project.stageErrors[id].clear();
+        app.project.channels[id] = {};
         stageTabs[id].exists = id == kStageNone || id == kStageImage ? 1 : 0;
     }
-    app.projectInfo = ShaderInfo();
-    app.projectVersion = kDefaultProjectVersion;
-    app.projectFile.clear();
-    app.currentStage = kStageNone;
+    app.project.projectInfo = ShaderInfo();
+    app.project.projectVersion = kDefaultProjectVersion;
+    app.project.projectFile.clear();
+    app.project.currentStage = kStageNone;
     // The record that was shown is empty now; the editor must not put its old text back there.
-    app.currentDocument = nullptr;
+    app.project.currentDocument = nullptr;
     if (addImage) GiveDefaultText(kStageImage);
     MarkProjectSaved();
-    app.changesDiscarded = shaderModified = wasModified;
+    app.project.changesDiscarded = app.project.shaderModified = wasModified;
     if (!addImage) return;
-    app.fileName = QStringLiteral("Untitled.json");
+    app.project.fileName = QStringLiteral("Untitled.json");
     ShowStageAnew(app, kStageImage);
-    app.host->ShowTitle(shaderModified);
+    app.host->ShowTitle(app.project.shaderModified);
     app.host->RebuildControlTree();
 }
 
@@ -99,27 +100,28 @@ void AddStage(uint32_t id) {
 
 void ShowStageErrors() {
     AppState& app = *App();
-    if (!app.stageErrors[app.currentStage].isEmpty()) {
-        app.host->SetStatusText(app.stageErrors[app.currentStage]);
+    if (!app.project.stageErrors[app.project.currentStage].isEmpty()) {
+        app.host->SetStatusText(app.project.stageErrors[app.project.currentStage]);
         app.host->MarkErrorLines();
         return;
     }
-    QString text = QStringLiteral("[ %1 ] No errors.").arg(StageName(app.currentStage));
+    QString text = QStringLiteral("[ %1 ] No errors.").arg(StageName(app.project.currentStage));
     for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
-        if (!app.stageErrors[id].isEmpty()) text += QStringLiteral("\n%1 has errors.").arg(StageName(id));
+        if (!app.project.stageErrors[id].isEmpty())
+            text += QStringLiteral("\n%1 has errors.").arg(StageName(id));
     }
     app.host->SetStatusText(text);
 }
 
 void SelectStage(uint32_t id) {
     AppState& app = *App();
-    if (id >= kStageCount || id == app.currentStage) return;
-    StageDocument& document = app.documents[id];
+    if (id >= kStageCount || id == app.project.currentStage) return;
+    StageDocument& document = app.project.documents[id];
     document.length = uint32_t(document.text.size());
     // The host finds the outgoing document still current, to save its view.
     app.host->LoadDocument(document);
-    app.currentDocument = &document;
-    app.currentStage = id;
+    app.project.currentDocument = &document;
+    app.project.currentStage = id;
     ShowStageErrors();
     app.host->RefreshStageTabs();
     app.host->RefreshChannelPanel();
@@ -129,12 +131,12 @@ void RemoveStage(uint32_t id) {
     if (id == kStageNone || id >= kStageImage) return;
     AppState& app = *App();
     stageTabs[id].exists = 0;
-    app.documents[id] = StageDocument();
-    app.channels[id] = {};
-    if (id == app.currentStage) {
+    app.project.documents[id] = StageDocument();
+    app.project.channels[id] = {};
+    if (id == app.project.currentStage) {
         SelectStage(kStageImage);
         // Leaving the stage saved its view, which belongs to a text that is gone.
-        app.documents[id] = StageDocument();
+        app.project.documents[id] = StageDocument();
     }
     OnStageChanged(id);
     app.host->RefreshStageTabs();
@@ -158,29 +160,29 @@ void SetDocumentText(StageDocument& document, const QString& text, uint32_t extr
 
 void OnStageChanged(uint32_t id) {
     AppState& app = *App();
-    app.stageDiffers[id] = DiffersFromSaved(app, id);
+    app.project.stageDiffers[id] = DiffersFromSaved(app, id);
     RefreshModified(app);
-    if (app.fileName.isEmpty()) app.fileName = QStringLiteral("Untitled");
-    app.host->ShowTitle(shaderModified);
+    if (app.project.fileName.isEmpty()) app.project.fileName = QStringLiteral("Untitled");
+    app.host->ShowTitle(app.project.shaderModified);
 }
 
 void MarkProjectSaved() {
     AppState& app = *App();
     for (uint32_t id = 0; id < kStageCount; ++id) {
-        app.saved.texts[id] = app.documents[id].text;
-        app.saved.hasText[id] = app.documents[id].hasText;
+        app.project.saved.texts[id] = app.project.documents[id].text;
+        app.project.saved.hasText[id] = app.project.documents[id].hasText;
     }
-    app.saved.channels = app.channels;
+    app.project.saved.channels = app.project.channels;
     // Pictures and volumes play no part in the comparison, and are not to be held for it.
-    for (auto& channels : app.saved.channels) {
+    for (auto& channels : app.project.saved.channels) {
         for (ChannelInput& channel : channels) {
             channel.faces = {};
             channel.volumeData = nullptr;
         }
     }
-    app.stageDiffers = {};
-    app.changesDiscarded = false;
-    shaderModified = false;
+    app.project.stageDiffers = {};
+    app.project.changesDiscarded = false;
+    app.project.shaderModified = false;
 }
 
 void AdoptProject(ShaderProject& project, const QString& path) {
@@ -190,11 +192,11 @@ void AdoptProject(ShaderProject& project, const QString& path) {
         ShaderStage& stage = project.stages[id];
         if (stage.kind != kStageNone) AdoptStage(app, id, stage);
     }
-    app.projectInfo = project.info;
-    app.projectVersion = project.version;
+    app.project.projectInfo = project.info;
+    app.project.projectVersion = project.version;
     // So short a path is a service id, which says little to a reader.
     const bool isServiceId = path.size() <= kServiceIdLength;
-    app.fileName = FittedFileName(isServiceId ? project.info.name + QStringLiteral(".json") : path);
+    app.project.fileName = FittedFileName(isServiceId ? project.info.name + QStringLiteral(".json") : path);
     MarkProjectSaved();
     ShowStageAnew(app, kStageImage);
     app.host->RebuildControlTree();
@@ -202,37 +204,38 @@ void AdoptProject(ShaderProject& project, const QString& path) {
 
 EditedProject CopyOfProject() {
     const AppState& app = *App();
-    return {app.documents,   app.channels,     app.projectInfo, app.projectVersion,  app.fileName,
-            app.projectFile, app.currentStage, app.saved,       app.changesDiscarded};
+    return {app.project.documents,      app.project.channels, app.project.projectInfo,
+            app.project.projectVersion, app.project.fileName, app.project.projectFile,
+            app.project.currentStage,   app.project.saved,    app.project.changesDiscarded};
 }
 
 void KeepPreviousProject() {
     AppState& app = *App();
-    if (std::ranges::find(app.stageDiffers, true) == app.stageDiffers.end()) return;
-    app.previousProject = std::make_unique<EditedProject>(CopyOfProject());
+    if (std::ranges::find(app.project.stageDiffers, true) == app.project.stageDiffers.end()) return;
+    app.project.previousProject = std::make_unique<EditedProject>(CopyOfProject());
 }
 
 bool RestorePreviousProject() {
     AppState& app = *App();
-    const std::unique_ptr<EditedProject> previous = std::move(app.previousProject);
+    const std::unique_ptr<EditedProject> previous = std::move(app.project.previousProject);
     if (!previous) return false;
     ClearProject(false);
-    app.documents = std::move(previous->documents);
-    app.channels = std::move(previous->channels);
-    app.projectInfo = previous->info;
-    app.projectVersion = previous->version;
-    app.fileName = previous->fileName;
-    app.projectFile = previous->projectFile;
-    app.saved = std::move(previous->saved);
-    app.changesDiscarded = previous->changesDiscarded;
+    app.project.documents = std::move(previous->documents);
+    app.project.channels = std::move(previous->channels);
+    app.project.projectInfo = previous->info;
+    app.project.projectVersion = previous->version;
+    app.project.fileName = previous->fileName;
+    app.project.projectFile = previous->projectFile;
+    app.project.saved = std::move(previous->saved);
+    app.project.changesDiscarded = previous->changesDiscarded;
     for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
-        if (app.documents[id].hasText) stageTabs[id].exists = 1;
-        app.documents[id].errorLines.lines.clear();
-        app.stageDiffers[id] = DiffersFromSaved(app, id);
+        if (app.project.documents[id].hasText) stageTabs[id].exists = 1;
+        app.project.documents[id].errorLines.lines.clear();
+        app.project.stageDiffers[id] = DiffersFromSaved(app, id);
     }
     RefreshModified(app);
     ShowStageAnew(app, previous->shownStage);
-    app.host->ShowTitle(shaderModified);
+    app.host->ShowTitle(app.project.shaderModified);
     app.host->RebuildControlTree();
     return true;
 }

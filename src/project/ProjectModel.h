@@ -47,8 +47,8 @@ void MarkProjectSaved();
 
 // Takes a project that was read into the editing form; bitmaps and volumes pass over. path is where it
 // came from; when shorter than 7 characters the file name becomes the project's name plus ".json". The
-// project has no file of its own: who read one sets AppState::projectFile. Keeps what it replaces, as
-// KeepPreviousProject does.
+// project has no file of its own: who read one sets AppState::project::projectFile. Keeps what it replaces,
+// as KeepPreviousProject does.
 void AdoptProject(ShaderProject& project, const QString& path);
 
 // What is edited now. The shown stage's view is the editor's, and not in it.

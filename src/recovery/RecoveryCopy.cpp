@@ -237,18 +237,18 @@ std::optional<RecoveryCopy> ReadRecoveryCopy(QByteArrayView bytes) {
 }
 
 RecoveryCopy TakeRecoveryCopy() {
-    const std::unique_ptr<EditedProject>& previous = App()->previousProject;
+    const std::unique_ptr<EditedProject>& previous = App()->project.previousProject;
     return {CopyOfProject(), previous ? std::optional(*previous) : std::nullopt};
 }
 
 QStringList ShowRecoveryCopy(RecoveryCopy copy) {
     AppState& app = *App();
     QStringList unusable = LoadMedia(copy.project);
-    app.previousProject = std::make_unique<EditedProject>(std::move(copy.project));
+    app.project.previousProject = std::make_unique<EditedProject>(std::move(copy.project));
     RestorePreviousProject();
     if (copy.previous) {
         LoadMedia(*copy.previous);
-        app.previousProject = std::make_unique<EditedProject>(*std::move(copy.previous));
+        app.project.previousProject = std::make_unique<EditedProject>(*std::move(copy.previous));
     }
     return unusable;
 }

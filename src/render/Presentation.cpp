@@ -83,18 +83,18 @@ void PresentByBlit(RenderContext& context) {
 
 bool RenderAndPresent(RenderRun& run, int width, int height) {
     RenderContext& context = *run.context;
-    if (run.app.restartRequested.exchange(0) != 0) {
+    if (run.app.run->restartRequested.exchange(0) != 0) {
         run.WithGate([&] { run.app.host->PostCommand(kCmdRestart, 0); });
     }
     const float elapsedMs = MsSinceFirstFrame();
     if (width + height < 3 || width < 1 || height < 1) return false;
     UpdateUniformValues(context.uniforms, elapsedMs);
-    context.frameBufferFormat = run.app.frameBufferFormat;
+    context.frameBufferFormat = run.app.run->frameBufferFormat;
     TakeSamplerChanges(run.samplers, context);
-    if (!RenderStages(&context, &run.app.palette)) return false;
+    if (!RenderStages(&context, run.app.palette.table.get())) return false;
     if (run.stopRequested) return true;
-    if (run.app.useGdiDisplay || run.app.recordingActive) return ShowReadBack(run, width, height);
-    if (run.app.showChannelBuffers) ShowChannelPreviews(run);
+    if (run.app.run->useGdiDisplay || run.app.run->recordingActive) return ShowReadBack(run, width, height);
+    if (run.app.run->showChannelBuffers) ShowChannelPreviews(run);
     if (run.stopRequested) return true;
     PresentByBlit(context);
     return true;
@@ -102,9 +102,9 @@ bool RenderAndPresent(RenderRun& run, int width, int height) {
 
 bool RenderFrameTick(RenderRun& run) {
     AppState& app = run.app;
-    if (app.captureRequested || app.recordingActive) {
-        app.captureRequested = 0;
-        const bool drawn = RenderAndPresent(run, int(app.recordWidth), int(app.recordHeight));
+    if (app.run->captureRequested || app.run->recordingActive) {
+        app.run->captureRequested = 0;
+        const bool drawn = RenderAndPresent(run, int(app.run->recordWidth), int(app.run->recordHeight));
         if (!drawn) run.WithGate([&] { app.host->Beep(); });
         return drawn;
     }

@@ -37,7 +37,7 @@ void SetForcedSize(RenderRun& run, bool recording) {
     RenderContext& context = *run.context;
     context.forcedSizeOn = recording;
     context.forcedSize = {};
-    if (recording) context.forcedSize = {int(run.app.recordWidth), int(run.app.recordHeight)};
+    if (recording) context.forcedSize = {int(run.app.run->recordWidth), int(run.app.run->recordHeight)};
 }
 
 void ReportFailure(RenderRun& run, const CompileOutcome& outcome) {
@@ -45,7 +45,7 @@ void ReportFailure(RenderRun& run, const CompileOutcome& outcome) {
     run.failure = outcome.failure;
     if (!run.failure.isEmpty()) run.errors[outcome.failedStage] = run.failure + u'\n';
     run.WithGate([&] {
-        run.app.compileFailed = 1;
+        run.app.run->compileFailed = 1;
         run.app.host->PostCommand(kCmdCompileResult, 1);
     });
 }
@@ -54,20 +54,20 @@ void FrameLoop(RenderRun& run) {
     AppState& app = run.app;
     RateMeter meter;
     meter.Restart(TickCountMs());
-    bool recording = app.recordingActive != 0;
+    bool recording = app.run->recordingActive != 0;
     SetForcedSize(run, recording);
     while (run.stopRequested == 0) {
-        if (app.paused) {
+        if (app.run->paused) {
             // No frame comes to fill what another window covered meanwhile.
             if (run.context->surface->TakeRepaintRequest()) PresentByBlit(*run.context);
             SleepMs(100);
             continue;
         }
-        if ((app.recordingActive != 0) != recording) {
+        if ((app.run->recordingActive != 0) != recording) {
             recording = !recording;
             SetForcedSize(run, recording);
         }
-        const int64_t now = WaitForFrame(lastFrameNs, FrameIntervalNs(app.fpsTarget), run.stopRequested);
+        const int64_t now = WaitForFrame(lastFrameNs, FrameIntervalNs(app.run->fpsTarget), run.stopRequested);
         if (now != 0) {
             const bool drawn = RenderFrameTick(run);
             if (run.stopRequested) return;
@@ -78,17 +78,17 @@ void FrameLoop(RenderRun& run) {
                 ++run.framesDrawn;
             }
         }
-        const uint32_t rate = meter.Update(TickCountMs(), app.fpsCurrent);
-        run.WithGate([&] { app.fpsCurrent = rate; });
+        const uint32_t rate = meter.Update(TickCountMs(), app.run->fpsCurrent);
+        run.WithGate([&] { app.run->fpsCurrent = rate; });
     }
 }
 
 void RunProject(RenderRun& run) {
-    run.WithGate([&] { run.app.compileFailed = 0; });
+    run.WithGate([&] { run.app.run->compileFailed = 0; });
     if (!PrepareRenderContext(run)) return;
     ChooseSampleExponent(run.request.multisampleIndex);
     run.context->sampleExponent = sampleExponent;
-    run.context->frameBufferFormat = run.app.frameBufferFormat;
+    run.context->frameBufferFormat = run.app.run->frameBufferFormat;
     const CompileOutcome outcome =
         CompileProject(*run.context, [&run] { return run.stopRequested.load() != 0; });
     if (outcome.result == CompileResult::Stopped) return;
@@ -100,7 +100,7 @@ void RunProject(RenderRun& run) {
     FrameLoop(run);
     run.context->forcedSizeOn = false;
     run.context->forcedSize = {};
-    run.WithGate([&] { run.app.recordingActive = 0; });
+    run.WithGate([&] { run.app.run->recordingActive = 0; });
 }
 
 }  // namespace
@@ -160,14 +160,14 @@ RunRequest SnapshotProject() {
     const AppState& app = *App();
     RunRequest request;
     for (size_t id = 0; id < kStageCount; ++id) {
-        request.texts[id] = app.documents[id].text;
-        request.hasText[id] = app.documents[id].hasText;
+        request.texts[id] = app.project.documents[id].text;
+        request.hasText[id] = app.project.documents[id].hasText;
     }
-    request.channels = app.channels;
-    request.info = app.projectInfo;
-    request.version = app.projectVersion;
-    request.multisampleIndex = app.multisampleIndex;
-    if (app.includeContext) request.includeFolder = app.includeContext->searchFolder;
+    request.channels = app.project.channels;
+    request.info = app.project.projectInfo;
+    request.version = app.project.projectVersion;
+    request.multisampleIndex = app.display.multisampleIndex;
+    if (app.project.includeContext) request.includeFolder = app.project.includeContext->searchFolder;
     return request;
 }
 
@@ -204,7 +204,7 @@ bool StopRenderThread() {
     const bool ended = run->EndOrAbandon(run->stopWaitMs);
     run->request.surface->SetInUse(false);
     app.renderContext = nullptr;
-    app.recordingActive = 0;
+    app.run->recordingActive = 0;
     app.host->CancelPostedCommand(kCmdCompileResult);
     app.host->CancelPostedCommand(kCmdRestart);
     return ended;
@@ -218,8 +218,8 @@ bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t
         return false;
     }
     const uint32_t rate = std::clamp(fpsTarget, kMinFps, kMaxFps);
-    app.fpsTarget = rate;
-    app.fpsCurrent = rate;
+    app.run->fpsTarget = rate;
+    app.run->fpsCurrent = rate;
     PublishControlValues(*Controls());
     auto run = std::make_shared<RenderRun>(app, makeRequest());
     if (configure) configure(*run);

@@ -66,7 +66,8 @@ struct RenderRun {
 
     // Called on the render thread with a preview to show; may be empty. Set before the thread starts.
     std::function<void(ChannelPreview)> showPreview;
-    // The stage whose Buffer channels are previewed while AppState::showChannelBuffers is set; main writes.
+    // The stage whose Buffer channels are previewed while AppState::run::showChannelBuffers is set; main
+    // writes.
     std::atomic<uint32_t> previewStage{kStageImage};
 
     SamplerMailbox samplers;  // filter, wrap and flip as changed since Play

@@ -47,13 +47,13 @@ const QString kAudioMaximizeRange = QStringLiteral("AudioMaximizeRange");
 // The lists at the root of the file, in its order.
 struct RecentElement {
     const char* name;
-    std::unique_ptr<StringList> AppState::*list;
+    std::unique_ptr<StringList> RecentLists::*list;
 };
 constexpr std::array<RecentElement, 4> kRecentElements{{
-    {"RecentFiles", &AppState::recentFiles},
-    {"RecentProjects", &AppState::recentProjects},
-    {"RecentPalettes", &AppState::recentPalettes},
-    {"RecentPlaylists", &AppState::recentPlaylists},
+    {"RecentFiles", &RecentLists::recentFiles},
+    {"RecentProjects", &RecentLists::recentProjects},
+    {"RecentPalettes", &RecentLists::recentPalettes},
+    {"RecentPlaylists", &RecentLists::recentPlaylists},
 }};
 
 QString ComboElement(size_t index) {
@@ -86,11 +86,11 @@ void ReadPath(const XmlStore& store, const QString& element, QString& field) {
 void ReadRecorder(const XmlStore& store, AppState& app, RecorderSettings& recorder) {
     ReadPath(store, kFormat, recorder.format);
     ReadPath(store, kFolder, recorder.folder);
-    if (const auto width = ReadUnsigned(store, kWidth)) app.recordWidth = uint32_t(*width);
-    if (const auto height = ReadUnsigned(store, kHeight)) app.recordHeight = uint32_t(*height);
+    if (const auto width = ReadUnsigned(store, kWidth)) app.run->recordWidth = uint32_t(*width);
+    if (const auto height = ReadUnsigned(store, kHeight)) app.run->recordHeight = uint32_t(*height);
     if (const auto delay = ReadUpTo(store, kDelay, RecorderSettings::kMaxFrameDelayMs))
         recorder.frameDelayMs = uint32_t(*delay);
-    if (const auto method = ReadUnsigned(store, kMethod)) app.recordMethod = uint32_t(*method);
+    if (const auto method = ReadUnsigned(store, kMethod)) app.recording.recordMethod = uint32_t(*method);
     ReadText(store, kFriendlyName, kMaxKeyComboLength, recorder.friendlyName);
     ReadText(store, kStart, kMaxKeyComboLength, recorder.start);
     ReadText(store, kStop, kMaxKeyComboLength, recorder.stop);
@@ -132,10 +132,10 @@ void ReadAudio(const XmlStore& store, AudioParameters& audio) {
 void ReadGlobals(XmlStore& store, const SettingsRecords& records) {
     AppState& app = records.app;
     if (const auto fps = XmlFindInt(store, kFpsTarget))
-        app.fpsTarget = uint32_t(std::clamp(*fps, int32_t(kMinFps), int32_t(kMaxFps)));
+        app.run->fpsTarget = uint32_t(std::clamp(*fps, int32_t(kMinFps), int32_t(kMaxFps)));
     ReadRecorder(store, app, records.recorder);
     ReadKeyCombos(store, records.keyCombos);
-    if (const auto snap = XmlFindInt(store, kSnapEdges)) app.snapToEdges = *snap != 0 ? 1 : 0;
+    if (const auto snap = XmlFindInt(store, kSnapEdges)) app.display.snapToEdges = *snap != 0 ? 1 : 0;
     ReadAudio(store, records.audio);
     LoadLayout(store, records.layout);
 }
@@ -149,10 +149,10 @@ void WriteRecorder(XmlStore& store, const AppState& app, const RecorderSettings&
     XmlWritePath(store, kFormat, recorder.format);
     if (IsStorablePath(recorder.folder) || recorder.folder != DefaultRecordFolder())
         XmlWritePath(store, kFolder, recorder.folder);
-    XmlWriteInt(store, kWidth, int32_t(app.recordWidth));
-    XmlWriteInt(store, kHeight, int32_t(app.recordHeight));
+    XmlWriteInt(store, kWidth, int32_t(app.run->recordWidth));
+    XmlWriteInt(store, kHeight, int32_t(app.run->recordHeight));
     XmlWriteInt(store, kDelay, int32_t(recorder.frameDelayMs));
-    XmlWriteInt(store, kMethod, int32_t(app.recordMethod));
+    XmlWriteInt(store, kMethod, int32_t(app.recording.recordMethod));
     XmlWriteText(store, kFriendlyName, recorder.friendlyName);
     XmlWriteText(store, kStart, recorder.start);
     XmlWriteText(store, kStop, recorder.stop);
@@ -182,7 +182,7 @@ void WriteRecentLists(XmlStore& store, const AppState& app, XmlStore* stored,
                       const std::array<QStringList, kRecentElements.size()>& asRead) {
     for (size_t i = 0; i < kRecentElements.size(); ++i) {
         const QString name = QString::fromLatin1(kRecentElements[i].name);
-        const StringList* own = (app.*kRecentElements[i].list).get();
+        const StringList* own = (app.recent.*kRecentElements[i].list).get();
         StringList merged, theirs;
         if (stored) LoadRecent(&theirs, *stored, name);
         merged.entries = MergeRecent(own ? own->entries : QStringList(), theirs.entries, asRead[i]);
@@ -211,7 +211,7 @@ bool Settings::Load(const QString& settingsPath, const QString& coloursPath) {
     }
     ReconcileCurrentCombo(records_.recorder, records_.keyCombos);
     for (size_t i = 0; i < kRecentElements.size(); ++i) {
-        StringList* list = (records_.app.*kRecentElements[i].list).get();
+        StringList* list = (records_.app.recent.*kRecentElements[i].list).get();
         LoadRecent(list, *file.store, QString::fromLatin1(kRecentElements[i].name));
         if (list) recentAsRead_[i] = list->entries;
     }
@@ -227,11 +227,11 @@ bool Settings::Save(const QString& settingsPath, QString* reason) {
     if (!store) return false;
     // A write that is refused is remembered by the store, which then saves nothing.
     XmlOpenElement(*store, kGlobals);
-    XmlWriteInt(*store, kFpsTarget, int32_t(app.fpsTarget));
+    XmlWriteInt(*store, kFpsTarget, int32_t(app.run->fpsTarget));
     WriteRecorder(*store, app, records_.recorder);
     WriteKeyCombos(*store, records_.keyCombos);
     ReconcileCurrentCombo(records_.recorder, records_.keyCombos);
-    XmlWriteInt(*store, kSnapEdges, app.snapToEdges);
+    XmlWriteInt(*store, kSnapEdges, app.display.snapToEdges);
     WriteAudio(*store, records_.audio);
     SaveLayout(*store, records_.layout);
     XmlCloseElement(*store);

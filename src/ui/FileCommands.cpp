@@ -36,10 +36,10 @@ QString EntryOf(const StringList* list, int index) {
 
 bool LoadSourceFile(const QString& path) {
     AppState& app = *App();
-    StageDocument* document = app.currentDocument;
+    StageDocument* document = app.project.currentDocument;
     std::optional<QByteArray> bytes = ReadWholeFile(path, kMaxSourceFileBytes);
     if (!bytes || !document) return false;
-    PushRecent(app.recentFiles.get(), path);
+    PushRecent(app.recent.recentFiles.get(), path);
     // Text ends at a zero byte.
     if (const qsizetype end = bytes->indexOf('\0'); end >= 0) bytes->truncate(end);
 
@@ -48,10 +48,10 @@ bool LoadSourceFile(const QString& path) {
     document->errorLines.lines.clear();
     document->caretPosition = document->anchorPosition = document->firstVisibleLine = 0;
     // The view on screen belongs to the old text and must not be saved into the document.
-    app.currentDocument = nullptr;
+    app.project.currentDocument = nullptr;
     app.host->LoadDocument(*document);
-    app.currentDocument = document;
-    OnStageChanged(app.currentStage);
+    app.project.currentDocument = document;
+    OnStageChanged(app.project.currentStage);
     app.host->RebuildControlTree();
     return true;
 }
@@ -95,14 +95,14 @@ void ProjectCommands::SaveFileAs() {
     question.forSaving = true;
     const QString path = dialogs.askForFile(question);
     if (path.isEmpty()) return;
-    const StageDocument* document = App()->currentDocument;
+    const StageDocument* document = App()->project.currentDocument;
     QString reason;
     if (!document || document->text.isEmpty() || !WriteWholeFile(path, ToAscii(document->text), &reason)) {
         Say(SavingFailed(reason));
         return;
     }
     std::array<qsizetype, kStageCount> lost{};
-    lost[App()->currentStage] =
+    lost[App()->project.currentStage] =
         std::ranges::count_if(document->text.toUcs4(), [](uint point) { return point >= 0x80; });
     Say(QStringLiteral("File saved.") + LostCharacters(lost, QStringLiteral("US-ASCII"), true));
 }
@@ -115,12 +115,12 @@ bool ProjectCommands::LoadSource(const QString& path) {
 }
 
 void ProjectCommands::OpenRecentFile(int index) {
-    const QString path = EntryOf(App()->recentFiles.get(), index);
+    const QString path = EntryOf(App()->recent.recentFiles.get(), index);
     if (!path.isEmpty() && ConfirmLoss()) LoadSource(path);
 }
 
 void ProjectCommands::OpenRecentProject(int index) {
-    const QString path = EntryOf(App()->recentProjects.get(), index);
+    const QString path = EntryOf(App()->recent.recentProjects.get(), index);
     if (path.isEmpty() || !ConfirmLoss()) return;
     // The path itself, also where so short a one would give way to the project's own name.
     if (Load(path)) SetOpenFileName(path);

@@ -28,7 +28,7 @@ QList<Pane> PanesOf(const Ui::EditWindow& form) {
         {form.editor},
         {form.statusText},
         {form.treeView},
-        {form.stageButtons->Button(App()->currentStage), form.stageButtons},
+        {form.stageButtons->Button(App()->project.currentStage), form.stageButtons},
         {form.channelButton0, form.filterCombo0, form.wrapCombo0, form.vflipCheck0, form.channelButton1,
          form.filterCombo1, form.wrapCombo1, form.vflipCheck1, form.channelButton2, form.filterCombo2,
          form.wrapCombo2, form.vflipCheck2, form.channelButton3, form.filterCombo3, form.wrapCombo3,

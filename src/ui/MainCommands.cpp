@@ -72,12 +72,12 @@ void MainWindow::SendCommand(int id, intptr_t) {
             playback_.CommitFpsTarget();
             return;
         case kCmdUseGdiDisplay:
-            App()->useGdiDisplay = App()->useGdiDisplay ? 0 : 1;
-            menus_->SetTick(id, App()->useGdiDisplay != 0);
+            App()->run->useGdiDisplay = App()->run->useGdiDisplay ? 0 : 1;
+            menus_->SetTick(id, App()->run->useGdiDisplay != 0);
             return;
         case kCmdShowChannelBuffers:
-            App()->showChannelBuffers = App()->showChannelBuffers ? 0 : 1;
-            menus_->SetTick(id, App()->showChannelBuffers != 0);
+            App()->run->showChannelBuffers = App()->run->showChannelBuffers ? 0 : 1;
+            menus_->SetTick(id, App()->run->showChannelBuffers != 0);
             RefreshChannelPanel();
             return;
         case kCmdPaletteChanged:
@@ -130,7 +130,7 @@ void MainWindow::SendCommand(int id, intptr_t) {
             return;
         case kCmdNextStage:
         case kCmdPreviousStage:
-            SelectStage(NeighbourStage(App()->currentStage, id == kCmdNextStage));
+            SelectStage(NeighbourStage(App()->project.currentStage, id == kCmdNextStage));
             return;
         case kCmdShaderHelp:
             OpenShaderHelp(*form_->editor, projects_.dialogs);
@@ -201,15 +201,15 @@ void MainWindow::SendCommand(int id, intptr_t) {
 
 void MainWindow::ChooseFrameBufferFormat(int id) {
     AppState& app = *App();
-    if (const FrameBufferFormatRow* old = FindFrameBufferFormatOf(app.frameBufferFormat))
+    if (const FrameBufferFormatRow* old = FindFrameBufferFormatOf(app.run->frameBufferFormat))
         menus_->SetTick(old->commandId, false);
     const FrameBufferFormatRow* chosen = FindFrameBufferFormat(id);
-    if (chosen && chosen->isAccepted) app.frameBufferFormat = chosen->format;
+    if (chosen && chosen->isAccepted) app.run->frameBufferFormat = chosen->format;
     menus_->SetTick(id, true);
 }
 
 void MainWindow::ChooseMultisample(int id) {
-    App()->multisampleIndex = uint32_t(id - kCmdMultisampleFirst);
+    App()->display.multisampleIndex = uint32_t(id - kCmdMultisampleFirst);
     for (int other = kCmdMultisampleFirst; other <= kCmdMultisampleLast; ++other)
         menus_->SetTick(other, other == id);
 }

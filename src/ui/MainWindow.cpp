@@ -80,7 +80,7 @@ MainWindow::MainWindow()
     form_->lowerSplitter->setStretchFactor(1, 1);
     form_->lowerSplitter->setSizes({540, 198});
     form_->lineGutter->Attach(*form_->editor);
-    app.includeContext = CreateIncludeContext();
+    app.project.includeContext = CreateIncludeContext();
     playback_.prepareRun = [this](RenderRun& run) {
         // A shader can end the process by way of the driver.
         recovery_.Update();
@@ -102,8 +102,8 @@ MainWindow::MainWindow()
     ResizeClient(kBaseSize);
     AttachScaling(*Client(), true);
     RefreshLayoutMenu();
-    Windows().SetSnapping(app.snapToEdges != 0);
-    FillDefaultPalette(app.palette);
+    Windows().SetSnapping(app.display.snapToEdges != 0);
+    FillDefaultPalette(*app.palette.table);
     form_->editor->addActions(menus_->EditActions());
     form_->editor->setContextMenuPolicy(Qt::CustomContextMenu);
     form_->editor->setFocus();
@@ -147,7 +147,7 @@ void MainWindow::ConnectControls() {
                 [this, id = button->property("controlId").toInt()] { SendCommand(id, 0); });
     }
     connect(form_->fpsTarget, &FpsField::editingFinished, this, [this] { SendCommand(kCmdFpsTarget, 0); });
-    form_->stageButtons->SetUp(*App(), [this](int id) { SendCommand(id, 0); });
+    form_->stageButtons->SetUp(App()->project, [this](int id) { SendCommand(id, 0); });
     form_->statusText->viewport()->installEventFilter(this);
     form_->treeView->viewport()->installEventFilter(this);
     // Files are for the window, also where a text would take their names.
@@ -158,7 +158,7 @@ void MainWindow::ConnectControls() {
 void MainWindow::ConnectEditor() {
     CodeView* editor = form_->editor;
     // The comparison with what was saved, and by way of the title the recovery copy.
-    connect(editor, &CodeView::TextEdited, this, [] { OnStageChanged(App()->currentStage); });
+    connect(editor, &CodeView::TextEdited, this, [] { OnStageChanged(App()->project.currentStage); });
     connect(editor, &CodeView::PaintedAnew, this, [this](bool hasControlWords) {
         const ControlSet& controls = *Controls();
         if (hasControlWords || controls.uniformCount + controls.defineCount == 0) RebuildControlTree();
@@ -195,12 +195,12 @@ void MainWindow::ZoomTree(int delta) {
 void MainWindow::ProbeOutput() {
     AppState& app = *App();
     const std::shared_ptr<OutputSurface> probe = CreateOffscreenOutput({1, 1});
-    app.openGlOk = probe && ProbeOpenGl(probe);
+    app.display.openGlOk = probe && ProbeOpenGl(probe);
     const QString version = QStringLiteral("OpenGL v") + QString::fromStdString(OpenGlVersionText());
     form_->openGlVersionText->setText(version);
     form_->openGlVersionText->setToolTip(version);  // a driver's text may be longer than the field
-    form_->openGlFeaturesText->setText(app.openGlOk ? QStringLiteral("All features available")
-                                                    : QStringLiteral("Unsupported OpenGL version"));
+    form_->openGlFeaturesText->setText(app.display.openGlOk ? QStringLiteral("All features available")
+                                                            : QStringLiteral("Unsupported OpenGL version"));
 }
 
 bool MainWindow::OpenInitialProject(const QString& path) {
@@ -272,15 +272,16 @@ void MainWindow::ToggleLockWindows() {
 
 void MainWindow::ToggleSnapping() {
     AppState& app = *App();
-    app.snapToEdges = app.snapToEdges ? 0 : 1;
-    Windows().SetSnapping(app.snapToEdges != 0);
-    menus_->SetTick(kCmdSnapToEdges, app.snapToEdges != 0);
+    app.display.snapToEdges = app.display.snapToEdges ? 0 : 1;
+    Windows().SetSnapping(app.display.snapToEdges != 0);
+    menus_->SetTick(kCmdSnapToEdges, app.display.snapToEdges != 0);
 }
 
 void MainWindow::TakeSharedPalette() {
     AppState& app = *App();
     PaletteBlock block;
-    if (app.sharedPalette && app.sharedPalette->Read(&block, sizeof block)) UnpackPalette(block, app.palette);
+    if (app.palette.shared && app.palette.shared->Read(&block, sizeof block))
+        UnpackPalette(block, *app.palette.table);
 }
 
 void MainWindow::JumpToMessage(const QString& line) {
@@ -321,7 +322,7 @@ QString MainWindow::StatusText() const {
 void MainWindow::ShowTitle(bool modified) {
     setWindowTitle(
         QStringLiteral("%1%2 - Pixelgrove")
-            .arg(modified ? QStringLiteral("*") : QString(), QFileInfo(App()->fileName).fileName()));
+            .arg(modified ? QStringLiteral("*") : QString(), QFileInfo(App()->project.fileName).fileName()));
     recovery_.NoteChange();
 }
 
@@ -332,9 +333,9 @@ void MainWindow::LoadDocument(StageDocument& document) {
 void MainWindow::MarkErrorLines() {
     AppState& app = *App();
     const QString text = StatusText();
-    if (text.isEmpty() || !app.currentDocument) return;
-    const std::vector<int> lines = ErrorLinesOf(text, StageName(app.currentStage));
-    app.currentDocument->errorLines.lines.assign(lines.begin(), lines.end());
+    if (text.isEmpty() || !app.project.currentDocument) return;
+    const std::vector<int> lines = ErrorLinesOf(text, StageName(app.project.currentStage));
+    app.project.currentDocument->errorLines.lines.assign(lines.begin(), lines.end());
     form_->editor->RefreshErrorMarks();
 }
 

@@ -98,7 +98,7 @@ Menus::Menus(QMenuBar& bar, QObject& receiver, std::function<void(int commandId)
     ShowTicks();
     // What changes in many places is looked up when it comes on screen.
     const auto showRestore = [this] {
-        Action(kCmdRestorePrevious)->setEnabled(App()->previousProject != nullptr);
+        Action(kCmdRestorePrevious)->setEnabled(App()->project.previousProject != nullptr);
     };
     showRestore();
     QObject::connect(FindSubmenu(QStringLiteral("&FIle")), &QMenu::aboutToShow, &receiver_, showRestore);
@@ -121,12 +121,12 @@ QAction* Menus::AddEntry(QMenu& menu, int commandId, const QString& text) {
 
 void Menus::ShowTicks() {
     const AppState& app = *App();
-    SetTick(kCmdUseGdiDisplay, app.useGdiDisplay != 0);
-    SetTick(kCmdShowChannelBuffers, app.showChannelBuffers != 0);
-    SetTick(kCmdMultisampleFirst + int(app.multisampleIndex), true);
-    if (const FrameBufferFormatRow* row = FindFrameBufferFormatOf(app.frameBufferFormat))
+    SetTick(kCmdUseGdiDisplay, app.run->useGdiDisplay != 0);
+    SetTick(kCmdShowChannelBuffers, app.run->showChannelBuffers != 0);
+    SetTick(kCmdMultisampleFirst + int(app.display.multisampleIndex), true);
+    if (const FrameBufferFormatRow* row = FindFrameBufferFormatOf(app.run->frameBufferFormat))
         SetTick(row->commandId, true);
-    SetTick(kCmdSnapToEdges, app.snapToEdges != 0);
+    SetTick(kCmdSnapToEdges, app.display.snapToEdges != 0);
     SetTick(kCmdLockWindows, Windows().LockWindows());
 }
 

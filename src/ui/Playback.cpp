@@ -51,7 +51,7 @@ void Playback::SetUp() {
 }
 
 void Playback::SetButtonState(ButtonState state) {
-    const bool openGlOk = App()->openGlOk;
+    const bool openGlOk = App()->display.openGlOk;
     const bool active = state != ButtonState::Idle;
     const QWidget* focus = form_.playButton->window()->focusWidget();
     form_.playButton->setEnabled(state == ButtonState::Idle && openGlOk);
@@ -69,10 +69,10 @@ void Playback::SetButtonState(ButtonState state) {
 
 void Playback::ForgetErrors() {
     AppState& app = *App();
-    for (QString& errors : app.stageErrors)
+    for (QString& errors : app.project.stageErrors)
         errors.clear();
     // Every stage's marks, not the shown one's alone: they name lines of a text that is compiled anew.
-    for (StageDocument& document : app.documents)
+    for (StageDocument& document : app.project.documents)
         document.errorLines.lines.clear();
     form_.editor->RefreshErrorMarks();
 }
@@ -81,8 +81,8 @@ void Playback::Play() {
     AppState& app = *App();
     ForgetErrors();
     form_.editor->RefreshStageText();
-    app.paused = 0;
-    app.recordFrameIndex = 1;
+    app.run->paused = 0;
+    app.run->recordFrameIndex = 1;
     app.host->RefreshStageTabs();
     const bool onlyClears = app.renderThread != nullptr;
     ToggleRun();
@@ -90,7 +90,7 @@ void Playback::Play() {
 }
 
 void Playback::PlayAnew() {
-    if (!App()->openGlOk) return;
+    if (!App()->display.openGlOk) return;
     if (App()->renderThread) {
         ToggleRun();
         SetButtonState(ButtonState::Idle);
@@ -133,14 +133,14 @@ void Playback::ToggleRun() {
 
 void Playback::Pause() {
     AppState& app = *App();
-    app.paused = app.paused ? 0 : 1;
-    SetButtonState(app.paused ? ButtonState::Paused : ButtonState::Running);
+    app.run->paused = app.run->paused ? 0 : 1;
+    SetButtonState(app.run->paused ? ButtonState::Paused : ButtonState::Running);
 }
 
 void Playback::Stop() {
     AppState& app = *App();
     if (!app.renderContext.load()) return;
-    app.paused = 0;
+    app.run->paused = 0;
     ToggleRun();
     SetButtonState(ButtonState::Idle);
 }
@@ -155,7 +155,7 @@ void Playback::Start() {
 
 void Playback::Restart() {
     AppState& app = *App();
-    if (!app.openGlOk) return;
+    if (!app.display.openGlOk) return;
     app.host->SendCommand(kCmdStop, 0);
     SleepMs(kRestartDelayMs);
     app.host->SendCommand(kCmdPlay, 0);
@@ -164,13 +164,13 @@ void Playback::Restart() {
 void Playback::OnCompileResult() {
     AppState& app = *App();
     if (!app.renderThread) return;
-    if (!app.compileFailed) {
+    if (!app.run->compileFailed) {
         app.host->SetStatusText(QStringLiteral("Compilation successful."));
         SetButtonState(ButtonState::Running);
         ForgetErrors();
         refresh_.start();
     } else {
-        app.stageErrors = app.renderThread->ReportedErrors();
+        app.project.stageErrors = app.renderThread->ReportedErrors();
         SetButtonState(ButtonState::Idle);
         ShowStageErrors();
         // Without a compiler's log there is one sentence, which names its stage: shown whatever the editor
@@ -179,7 +179,7 @@ void Playback::OnCompileResult() {
             app.host->SetStatusText(failure);
             app.host->MarkErrorLines();
         }
-        app.recordingActive = 0;
+        app.run->recordingActive = 0;
     }
     app.host->RefreshStageTabs();
 }
@@ -193,30 +193,30 @@ void Playback::OnRandomize() {
 void Playback::SetStartToCurrent() {
     AppState& app = *App();
     // The displayed number counts, with its three decimals, not the exact time behind it.
-    app.startTime = NumberFromText(form_.currentTimeText->text());
-    form_.startTimeEdit->setText(TimeText(app.startTime));
-    if (RenderContext* context = app.renderContext.load()) context->playTime = app.startTime;
+    app.project.startTime = NumberFromText(form_.currentTimeText->text());
+    form_.startTimeEdit->setText(TimeText(app.project.startTime));
+    if (RenderContext* context = app.renderContext.load()) context->playTime = app.project.startTime;
 }
 
 void Playback::CommitFpsTarget() {
     bool isNumber = false;
     const int number = form_.fpsTarget->Number(&isNumber);
     if (!isNumber) return;
-    App()->fpsTarget = ClampedFps(number);
-    form_.fpsTarget->setValue(int(App()->fpsTarget));
+    App()->run->fpsTarget = ClampedFps(number);
+    form_.fpsTarget->setValue(int(App()->run->fpsTarget));
 }
 
 void Playback::RefreshDisplays() {
     AppState& app = *App();
     if (const RenderContext* context = app.renderContext.load()) {
         form_.currentTimeText->setText(TimeText(context->playTime));
-        form_.fpsCurrentEdit->setText(QString::number(app.fpsCurrent));
+        form_.fpsCurrentEdit->setText(QString::number(app.run->fpsCurrent));
     } else {
         form_.randomizeCheck->setChecked(true);
-        form_.startTimeEdit->setText(TimeText(app.startTime));
+        form_.startTimeEdit->setText(TimeText(app.project.startTime));
     }
-    app.fpsTarget = ClampedFps(int(app.fpsTarget));
-    if (!form_.fpsTarget->IsBeingChanged()) form_.fpsTarget->setValue(int(app.fpsTarget));
+    app.run->fpsTarget = ClampedFps(int(app.run->fpsTarget));
+    if (!form_.fpsTarget->IsBeingChanged()) form_.fpsTarget->setValue(int(app.run->fpsTarget));
 }
 
 void Playback::NoteOutputSize(SurfaceSize size) {

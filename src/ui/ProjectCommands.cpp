@@ -49,7 +49,7 @@ ShaderProject ProjectToSave() {
 QString LostCharactersOfProject(bool isSaved) {
     std::array<qsizetype, kStageCount> counts{};
     for (uint32_t id = kStageCommon; id < kStageCount; ++id)
-        counts[id] = CountLackingCharacters(App()->documents[id].text);
+        counts[id] = CountLackingCharacters(App()->project.documents[id].text);
     return LostCharacters(counts, QStringLiteral("Windows-1252"), isSaved);
 }
 
@@ -57,12 +57,12 @@ QString LostCharactersOfProject(bool isSaved) {
 
 void SetOpenFileName(const QString& path) {
     AppState& app = *App();
-    app.fileName = path.size() < kFileNameCapacity ? path : QFileInfo(path).fileName();
-    app.host->ShowTitle(shaderModified);
+    app.project.fileName = path.size() < kFileNameCapacity ? path : QFileInfo(path).fileName();
+    app.host->ShowTitle(app.project.shaderModified);
 }
 
 bool ProjectCommands::ConfirmLoss() {
-    if (!shaderModified) return true;
+    if (!App()->project.shaderModified) return true;
     return dialogs.confirm(
         QStringLiteral("Warning: Unsaved changes"),
         QStringLiteral("You've made changes to the current shader that have not been saved. If you proceed, "
@@ -80,7 +80,7 @@ void ProjectCommands::OpenProject() {
         App()->host->SetStatusText(QStringLiteral("Error loading file."));
         return;
     }
-    if (Load(path)) PushRecent(App()->recentProjects.get(), path);
+    if (Load(path)) PushRecent(App()->recent.recentProjects.get(), path);
 }
 
 bool ProjectCommands::Load(const QString& path, const LoadWords& words) {
@@ -98,8 +98,8 @@ bool ProjectCommands::Load(const QString& path, const LoadWords& words) {
     if (isLoaded) {
         AdoptProject(project, path);
         // A file that holds more than was read of it is not written over without a question.
-        if (result.isComplete) app.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
-        app.host->ShowTitle(shaderModified);
+        if (result.isComplete) app.project.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
+        app.host->ShowTitle(app.project.shaderModified);
         status += LostCharactersOfProject(false);
     }
     app.host->SetStatusText(status);
@@ -107,7 +107,7 @@ bool ProjectCommands::Load(const QString& path, const LoadWords& words) {
 }
 
 void ProjectCommands::SaveProject() {
-    const QString path = App()->projectFile;
+    const QString path = App()->project.projectFile;
     if (path.isEmpty()) {
         SaveProjectAs();
     } else {
@@ -119,7 +119,7 @@ void ProjectCommands::SaveProjectAs() {
     AppState& app = *App();
     FileQuestion question = ProjectQuestion(QStringLiteral("Save Project As"));
     question.forSaving = true;
-    const QFileInfo open(NormalizePath(app.fileName));
+    const QFileInfo open(NormalizePath(app.project.fileName));
     if (open.isAbsolute()) question.folder = open.absolutePath();
     // A source file may be open under that name, and a project must not be written over it.
     question.fileName = open.completeBaseName() + QStringLiteral(".json");
@@ -134,7 +134,7 @@ void ProjectCommands::Save(const QString& path) {
         app.host->SetStatusText(SavingFailed(reason));
         return;
     }
-    app.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
+    app.project.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
     MarkProjectSaved();
     SetOpenFileName(path);
     app.host->SetStatusText(QStringLiteral("File saved.") + LostCharactersOfProject(true));

@@ -6,14 +6,14 @@
 namespace pixelgrove {
 
 const std::array<RecentMenuRow, 3> kRecentMenus{{
-    {u"Recent Files", kCmdRecentFileFirst, &AppState::recentFiles},
-    {u"Recent Projects", kCmdRecentProjectFirst, &AppState::recentProjects},
-    {u"Recent Palette Files", kCmdRecentPaletteFirst, &AppState::recentPalettes},
+    {u"Recent Files", kCmdRecentFileFirst, &RecentLists::recentFiles},
+    {u"Recent Projects", kCmdRecentProjectFirst, &RecentLists::recentProjects},
+    {u"Recent Palette Files", kCmdRecentPaletteFirst, &RecentLists::recentPalettes},
 }};
 
 void RebuildRecentMenu(Menus& menus, const RecentMenuRow& row) {
     QStringList texts;
-    if (const StringList* list = (App()->*row.list).get()) {
+    if (const StringList* list = (App()->recent.*row.list).get()) {
         for (const QString& path : list->entries)
             texts.append(QString::number(texts.size() + 1) + u' ' + path);
     }

@@ -13,7 +13,7 @@ class Menus;
 struct RecentMenuRow {
     const char16_t* label;  // of the submenu
     int firstCommandId;
-    std::unique_ptr<StringList> AppState::*list;
+    std::unique_ptr<StringList> RecentLists::*list;
 };
 extern const std::array<RecentMenuRow, 3> kRecentMenus;
 

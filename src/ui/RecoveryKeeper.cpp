@@ -39,7 +39,7 @@ void RecoveryKeeper::Start(const QString& folder) {
 
 void RecoveryKeeper::NoteChange() {
     if (folder_.isEmpty()) return;
-    if (!shaderModified) {
+    if (!App()->project.shaderModified) {
         Update();
         return;
     }
@@ -52,7 +52,7 @@ bool RecoveryKeeper::Update(QString* reason) {
     timer_.stop();
     sinceFirstChange_.invalidate();
     if (folder_.isEmpty()) return true;
-    if (!shaderModified) {
+    if (!App()->project.shaderModified) {
         if (file_) file_->Remove();
         return true;
     }

@@ -87,18 +87,19 @@ TEST(Startup, TheMainWindowRunsBetweenLoadingAndSaving) {
     const auto run = [&](const StartedWorkbench& started) {
         ran = true;
         AppState& app = *App();
-        EXPECT_EQ(app.fpsTarget, 77u);
-        EXPECT_EQ(app.recentFiles->entries, QStringList({QStringLiteral("/")}));
-        EXPECT_TRUE(app.recentProjects && app.recentPalettes && app.recentPlaylists && app.sharedPalette);
+        EXPECT_EQ(app.run->fpsTarget, 77u);
+        EXPECT_EQ(app.recent.recentFiles->entries, QStringList({QStringLiteral("/")}));
+        EXPECT_TRUE(app.recent.recentProjects && app.recent.recentPalettes && app.recent.recentPlaylists &&
+                    app.palette.shared);
         EXPECT_TRUE(Windows().Layout().lockWindows);
         EXPECT_EQ(started.colours[UiColour::Timer], 7u);
         for (const QString& name : {kCacheShaders, kCacheAssets, kCacheSearches})
             EXPECT_TRUE(IsFolder(CacheRoot() + u'/' + name));
         EXPECT_TRUE(IsFolder(PathOf(PathId::ProjectFiles)));
         EXPECT_TRUE(PathOf(PathId::ProjectFiles).startsWith(folder.Path("")));
-        app.documents[kStageImage].hasText = true;
-        app.includeContext = std::make_unique<IncludeContext>();
-        app.fpsTarget = 78;
+        app.project.documents[kStageImage].hasText = true;
+        app.project.includeContext = std::make_unique<IncludeContext>();
+        app.run->fpsTarget = 78;
     };
     EXPECT_EQ(ApplicationMain(folder.Choice(), run), 0);
     EXPECT_TRUE(ran);

@@ -122,8 +122,8 @@ TEST(VolumeFile, IsCompleteOnlyWithAllSamplesOfAKnownKind) {
     AppState* state = App();
     PinGlobals();
     FreeGlobals();
-    state->fpsTarget = 77;  // a freed record would be caught by a sanitizer
-    _exit(made && App() == nullptr && Controls() == nullptr && state->fpsTarget == 77 ? 0 : 1);
+    state->run->fpsTarget = 77;  // a freed record would be caught by a sanitizer
+    _exit(made && App() == nullptr && Controls() == nullptr && state->run->fpsTarget == 77 ? 0 : 1);
 }
 
 TEST(Globals, PinnedRecordsStayInMemory) {

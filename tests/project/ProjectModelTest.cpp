@@ -16,7 +16,7 @@ class ProjectModelTest : public testing::Test {
   protected:
     void SetUp() override {
         ASSERT_TRUE(AllocateGlobals());
-        shaderModified = false;
+        App()->project.shaderModified = false;
         ClearProject(true);
     }
     void TearDown() override {
@@ -27,33 +27,33 @@ class ProjectModelTest : public testing::Test {
 };
 
 TEST_F(ProjectModelTest, ANewProjectIsTheImageStageAlone) {
-    State().documents[kStageBufferB].text = QStringLiteral("x");
-    State().channels[3][1].kind = kChannelTexture;
+    State().project.documents[kStageBufferB].text = QStringLiteral("x");
+    State().project.channels[3][1].kind = kChannelTexture;
     AddStage(kStageBufferB);
-    shaderModified = true;
-    State().projectInfo.name = State().projectInfo.username = QStringLiteral("mine");
+    State().project.shaderModified = true;
+    State().project.projectInfo.name = State().project.projectInfo.username = QStringLiteral("mine");
     ClearProject(true);
 
     EXPECT_THAT(AddableStages(), ElementsAre(1u, 2u, 3u, 4u, 5u, 6u));
-    EXPECT_EQ(State().currentDocument, &State().documents[kStageImage]);
-    EXPECT_EQ(State().currentDocument->text, DefaultSource(kStageImage));
-    EXPECT_FALSE(State().documents[kStageBufferB].hasText);
-    EXPECT_EQ(State().projectInfo.name + State().projectInfo.username, QString());
-    EXPECT_EQ(State().channels[3][1].kind, kChannelUnused);
-    EXPECT_TRUE(shaderModified);
+    EXPECT_EQ(State().project.currentDocument, &State().project.documents[kStageImage]);
+    EXPECT_EQ(State().project.currentDocument->text, DefaultSource(kStageImage));
+    EXPECT_FALSE(State().project.documents[kStageBufferB].hasText);
+    EXPECT_EQ(State().project.projectInfo.name + State().project.projectInfo.username, QString());
+    EXPECT_EQ(State().project.channels[3][1].kind, kChannelUnused);
+    EXPECT_TRUE(State().project.shaderModified);
 
     for (uint32_t id : {uint32_t(kStageNone), uint32_t(kStageImage), 8u})
         RemoveStage(id);
-    EXPECT_TRUE(State().documents[kStageImage].hasText);
+    EXPECT_TRUE(State().project.documents[kStageImage].hasText);
 }
 
 TEST_F(ProjectModelTest, TheMarkStandsWhileAStageDiffersFromWhatWasSaved) {
     AddStage(kStageBufferA);
-    StageDocument& document = State().documents[kStageBufferA];
-    auto& channels = State().channels[kStageBufferA];
+    StageDocument& document = State().project.documents[kStageBufferA];
+    auto& channels = State().project.channels[kStageBufferA];
     channels[1].kind = kChannelKeyboard;
     MarkProjectSaved();
-    State().fileName.clear();
+    State().project.fileName.clear();
     const std::pair<std::function<void()>, bool> rows[] = {
         {[&] { document.text[0] = u'x'; }, true},
         {[&] { document.text.clear(); }, true},
@@ -69,13 +69,13 @@ TEST_F(ProjectModelTest, TheMarkStandsWhileAStageDiffersFromWhatWasSaved) {
     for (const auto& [change, marks] : rows) {
         change();
         OnStageChanged(kStageBufferA);
-        EXPECT_EQ(shaderModified, marks) << &change - &rows[0].first;
+        EXPECT_EQ(App()->project.shaderModified, marks) << &change - &rows[0].first;
         document = savedDocument;
         channels = savedChannels;
         OnStageChanged(kStageBufferA);
-        EXPECT_FALSE(shaderModified);
+        EXPECT_FALSE(App()->project.shaderModified);
     }
-    EXPECT_EQ(State().fileName, QStringLiteral("Untitled"));
+    EXPECT_EQ(State().project.fileName, QStringLiteral("Untitled"));
 }
 
 TEST_F(ProjectModelTest, WhatIsThrownAwayWithItsChangesComesBackOnce) {
@@ -84,33 +84,33 @@ TEST_F(ProjectModelTest, WhatIsThrownAwayWithItsChangesComesBackOnce) {
         project.version = 0.5f;
         project.stages[kStageImage].kind = project.stages[kStageCommon].kind = kStageImage;
         AdoptProject(project, QStringLiteral("/p/fog.json"));
-        State().projectFile = State().fileName;
+        State().project.projectFile = State().project.fileName;
     };
     const auto type = [this](const QString& text) {
-        SetDocumentText(*State().currentDocument, text);
-        OnStageChanged(State().currentStage);
+        SetDocumentText(*State().project.currentDocument, text);
+        OnStageChanged(State().project.currentStage);
     };
     open();
     ClearProject(true);
     EXPECT_FALSE(RestorePreviousProject()) << "nothing was thrown away";
-    EXPECT_EQ(State().projectFile, QString());
+    EXPECT_EQ(State().project.projectFile, QString());
     open();
     SelectStage(kStageCommon);
     type(QStringLiteral("mine"));
     ClearProject(true);
-    EXPECT_TRUE(shaderModified) << "the mark survives New";
+    EXPECT_TRUE(App()->project.shaderModified) << "the mark survives New";
     open();  // in place of the untouched default, which is nothing to keep
-    EXPECT_FALSE(shaderModified);
+    EXPECT_FALSE(App()->project.shaderModified);
     ASSERT_TRUE(RestorePreviousProject());
-    EXPECT_EQ(State().currentStage, kStageCommon);
-    EXPECT_EQ(State().currentDocument->text, QStringLiteral("mine"));
+    EXPECT_EQ(State().project.currentStage, kStageCommon);
+    EXPECT_EQ(State().project.currentDocument->text, QStringLiteral("mine"));
     EXPECT_THAT(AddableStages(), ElementsAre(2u, 3u, 4u, 5u, 6u));
-    EXPECT_EQ(State().projectVersion, 0.5f);
-    EXPECT_EQ(State().projectFile, QStringLiteral("/p/fog.json"));
-    EXPECT_TRUE(shaderModified);
+    EXPECT_EQ(State().project.projectVersion, 0.5f);
+    EXPECT_EQ(State().project.projectFile, QStringLiteral("/p/fog.json"));
+    EXPECT_TRUE(App()->project.shaderModified);
     EXPECT_FALSE(RestorePreviousProject());
     type({});
-    EXPECT_FALSE(shaderModified) << "the file holds this";
+    EXPECT_FALSE(App()->project.shaderModified) << "the file holds this";
 
     // Bringing one back throws nothing away either.
     type(QStringLiteral("first"));
@@ -118,7 +118,7 @@ TEST_F(ProjectModelTest, WhatIsThrownAwayWithItsChangesComesBackOnce) {
     type(QStringLiteral("second"));
     for (const char* text : {"first", "second"}) {
         EXPECT_TRUE(RestorePreviousProject());
-        EXPECT_EQ(State().currentDocument->text, QString::fromLatin1(text));
+        EXPECT_EQ(State().project.currentDocument->text, QString::fromLatin1(text));
     }
 }
 
@@ -137,25 +137,25 @@ TEST_F(ProjectModelTest, AdoptingTakesTextsAndChannelsOver) {
     project.stages[kStageBufferB].source = "no kind";
     const BitmapRef face = stage.channels[3].faces[0];
     AddStage(kStageCubeA);
-    shaderModified = true;
+    App()->project.shaderModified = true;
     AdoptProject(project, QStringLiteral("/p/fog.json"));
 
-    const StageDocument& image = State().documents[kStageImage];
+    const StageDocument& image = State().project.documents[kStageImage];
     EXPECT_EQ(image.text, QStringLiteral("a\n\n\u20ac//"));
     EXPECT_EQ(image.commentMap, (std::vector<uint8_t>{0, 0, 0, 0, 1, 1}));
-    EXPECT_EQ(State().channels[kStageImage][3].faces[0], face);
+    EXPECT_EQ(State().project.channels[kStageImage][3].faces[0], face);
     EXPECT_EQ(stage.channels[3].faces[0], nullptr);
-    EXPECT_TRUE(State().documents[kStageBufferA].hasText);
-    EXPECT_EQ(State().documents[kStageBufferC].text, QStringLiteral("\u4e2d\n"));
+    EXPECT_TRUE(State().project.documents[kStageBufferA].hasText);
+    EXPECT_EQ(State().project.documents[kStageBufferC].text, QStringLiteral("\u4e2d\n"));
     EXPECT_THAT(AddableStages(), ElementsAre(1u, 3u, 5u, 6u));
-    EXPECT_EQ(State().currentStage, kStageImage);
-    EXPECT_FALSE(shaderModified);
-    EXPECT_EQ(State().fileName, QStringLiteral("/p/fog.json"));
+    EXPECT_EQ(State().project.currentStage, kStageImage);
+    EXPECT_FALSE(App()->project.shaderModified);
+    EXPECT_EQ(State().project.fileName, QStringLiteral("/p/fog.json"));
 
     for (const auto& [path, name] : {std::pair{QStringLiteral("XsXXDn"), "Fog.json"},  // the id of a service
                                      {QString(260, u'p'), ""}}) {
         AdoptProject(project, path);
-        EXPECT_EQ(State().fileName, QLatin1String(name));
+        EXPECT_EQ(State().project.fileName, QLatin1String(name));
     }
 }
 

@@ -18,7 +18,7 @@ class Recovery : public ::testing::Test {
     void SetUp() override { ASSERT_TRUE(AllocateGlobals()); }
     void TearDown() override {
         ClearProject(false);
-        shaderModified = false;
+        App()->project.shaderModified = false;
         FreeGlobals();
     }
     QString At(const char* name) const { return folder_.filePath(QString::fromLatin1(name)); }
@@ -33,16 +33,16 @@ TEST_F(Recovery, NothingOfAProjectIsLost) {
     ASSERT_TRUE(picture.save(At("p.png")));
     AppState& app = *App();
     ClearProject(true);
-    app.documents[kStageImage].text = QStringLiteral("thrown away");
+    app.project.documents[kStageImage].text = QStringLiteral("thrown away");
     OnStageChanged(kStageImage);
     ClearProject(true);
     AddStage(kStageBufferB);
     // Beyond the code page, half a surrogate pair, a zero, and what JSON has to escape.
     const QString odd = QStringLiteral(u"// \u0416 \u4e2d \U0001F600 \xd800 \"\\\t\n") + QChar(0) + u'x';
-    app.documents[kStageImage].text = odd;
-    app.documents[kStageBufferB].text.clear();
+    app.project.documents[kStageImage].text = odd;
+    app.project.documents[kStageBufferB].text.clear();
     const auto set = [&app](uint32_t stage, size_t index, ChannelInput channel) {
-        app.channels[stage][index] = std::move(channel);
+        app.project.channels[stage][index] = std::move(channel);
     };
     set(kStageImage, 0,
         {.kind = kChannelTexture,
@@ -55,13 +55,13 @@ TEST_F(Recovery, NothingOfAProjectIsLost) {
     set(kStageImage, 3, {.kind = kChannelBuffer, .sourceStage = kStageBufferB});
     set(kStageBufferB, 1, {.kind = kChannelVolume, .fileName = At("gone.bin")});
     set(kStageCommon, 2, {.fileName = QStringLiteral("no picture, as its choice failed")});
-    app.projectInfo.name = QStringLiteral(u"\u0416");
-    app.projectInfo.likes = std::numeric_limits<uint32_t>::max();
-    app.projectVersion = 0.3f;
-    app.fileName = QStringLiteral("name.json");
-    app.projectFile = At("sub/own name.json");
-    app.currentStage = kStageBufferB;
-    const auto channelsBefore = app.channels;
+    app.project.projectInfo.name = QStringLiteral(u"\u0416");
+    app.project.projectInfo.likes = std::numeric_limits<uint32_t>::max();
+    app.project.projectVersion = 0.3f;
+    app.project.fileName = QStringLiteral("name.json");
+    app.project.projectFile = At("sub/own name.json");
+    app.project.currentStage = kStageBufferB;
+    const auto channelsBefore = app.project.channels;
 
     const QByteArray bytes = WriteRecoveryCopy(TakeRecoveryCopy());
     ClearProject(true);
@@ -73,20 +73,20 @@ TEST_F(Recovery, NothingOfAProjectIsLost) {
                                 .arg(At("gone.bin"))))
         << qPrintable(unusable);
 
-    EXPECT_TRUE(shaderModified);
-    EXPECT_EQ(app.documents[kStageImage].text, odd);
-    EXPECT_TRUE(app.documents[kStageBufferB].hasText);
-    EXPECT_EQ(app.currentStage, uint32_t(kStageBufferB));
-    EXPECT_EQ(app.currentDocument, &app.documents[kStageBufferB]);
+    EXPECT_TRUE(App()->project.shaderModified);
+    EXPECT_EQ(app.project.documents[kStageImage].text, odd);
+    EXPECT_TRUE(app.project.documents[kStageBufferB].hasText);
+    EXPECT_EQ(app.project.currentStage, uint32_t(kStageBufferB));
+    EXPECT_EQ(app.project.currentDocument, &app.project.documents[kStageBufferB]);
     EXPECT_FALSE(stageTabs[kStageCommon].exists);
-    EXPECT_EQ(app.fileName, QStringLiteral("name.json"));
-    EXPECT_EQ(app.projectFile, At("sub/own name.json"));
-    EXPECT_EQ(app.projectInfo.name, QStringLiteral(u"\u0416"));
-    EXPECT_EQ(app.projectInfo.likes, std::numeric_limits<uint32_t>::max());
-    EXPECT_EQ(app.projectVersion, 0.3f);
+    EXPECT_EQ(app.project.fileName, QStringLiteral("name.json"));
+    EXPECT_EQ(app.project.projectFile, At("sub/own name.json"));
+    EXPECT_EQ(app.project.projectInfo.name, QStringLiteral(u"\u0416"));
+    EXPECT_EQ(app.project.projectInfo.likes, std::numeric_limits<uint32_t>::max());
+    EXPECT_EQ(app.project.projectVersion, 0.3f);
     for (uint32_t id = 0; id < kStageCount; ++id) {
         for (size_t i = 0; i < kChannelCount; ++i) {
-            const ChannelInput& now = app.channels[id][i];
+            const ChannelInput& now = app.project.channels[id][i];
             const ChannelInput& before = channelsBefore[id][i];
             const auto all = [](const ChannelInput& c) {
                 return std::tuple(c.kind, c.wrap, c.filter, c.vflip, c.srgb, c.internalFormat, c.sourceStage,
@@ -95,13 +95,13 @@ TEST_F(Recovery, NothingOfAProjectIsLost) {
             EXPECT_EQ(all(now), all(before)) << id << ' ' << i;
         }
     }
-    const BitmapRef& loaded = app.channels[kStageImage][0].faces[0];
+    const BitmapRef& loaded = app.project.channels[kStageImage][0].faces[0];
     ASSERT_TRUE(loaded);
     EXPECT_EQ(loaded->width, 6);
     OnStageChanged(kStageImage);
-    EXPECT_TRUE(shaderModified) << "no file has it, whatever it is compared with";
+    EXPECT_TRUE(App()->project.shaderModified) << "no file has it, whatever it is compared with";
     EXPECT_TRUE(RestorePreviousProject());
-    EXPECT_EQ(app.documents[kStageImage].text, QStringLiteral("thrown away"));
+    EXPECT_EQ(app.project.documents[kStageImage].text, QStringLiteral("thrown away"));
 }
 
 TEST_F(Recovery, DamagedCopies) {

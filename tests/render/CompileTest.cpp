@@ -86,11 +86,11 @@ TEST(Compile, FailuresWithoutALogHaveASentence) {
 
 TEST(Compile, ReservedWordsOfTheServiceAndCodePageTextCompile) {
     Engine engine;
-    SetDocumentText(App()->documents[kStageImage],
+    SetDocumentText(App()->project.documents[kStageImage],
                     QStringLiteral("// caf\u00e9 \u4e2d\r\nvoid mainImage(out vec4 c, in vec2 p)\r\n{ float "
                                    "packed = 0.5; float char = 0.25;"
                                    " c = vec4(packed, char, 0.0, 1.0); }\r\n\r\n"));
-    App()->documents[kStageImage].hasText = true;
+    App()->project.documents[kStageImage].hasText = true;
     ASSERT_EQ(engine.Start(2, 2).result, CompileResult::Good);
     ASSERT_TRUE(engine.Draw(1));
     EXPECT_EQ(engine.ReadFirst(), (test::Pixel{0.5f, 0.25f, 0, 1}));

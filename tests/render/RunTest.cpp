@@ -32,8 +32,8 @@ class Run : public ::testing::Test {
         FreeGlobals();
     }
     static void SetText(uint32_t stage, const char* text) {
-        SetDocumentText(App()->documents[stage], QString::fromLatin1(text));
-        App()->documents[stage].hasText = true;
+        SetDocumentText(App()->project.documents[stage], QString::fromLatin1(text));
+        App()->project.documents[stage].hasText = true;
     }
     bool Toggle(uint32_t fps = 240) {
         return ToggleRenderThread(
@@ -75,7 +75,7 @@ TEST_F(Run, TwoHundredStartsAndStopsWithErrorsInBetween) {
                 broken ? "void mainImage(" : "void mainImage(out vec4 c, in vec2 p) { c = vec4(0.5); }");
         ASSERT_TRUE(Toggle());
         ASSERT_EQ(WaitResult(), broken ? 1 : 0) << i;
-        EXPECT_EQ(App()->compileFailed, broken ? 1u : 0u);
+        EXPECT_EQ(App()->run->compileFailed, broken ? 1u : 0u);
         if (broken) {
             EXPECT_FALSE(App()->renderThread->ReportedErrors()[kStageImage].isEmpty());
             EXPECT_NE(App()->renderContext.load(), nullptr) << "a failed run stays until the next press";
@@ -106,7 +106,7 @@ TEST_F(Run, PauseHoldsTimeAndReleaseGoesOn) {
     ASSERT_TRUE(Toggle());
     ASSERT_EQ(WaitResult(), 0);
     ASSERT_TRUE(WaitFrames(5));
-    App()->paused = 1;
+    App()->run->paused = 1;
     const auto waitTurns = [this](int count) {
         return WaitUntil(
             [this, end = surface_->RepaintsAsked() + count] { return surface_->RepaintsAsked() >= end; });
@@ -117,14 +117,14 @@ TEST_F(Run, PauseHoldsTimeAndReleaseGoesOn) {
     ASSERT_TRUE(waitTurns(2));
     EXPECT_EQ(App()->renderContext.load()->playTime, time);
     EXPECT_EQ(App()->renderContext.load()->frameCounter, frame);
-    App()->paused = 0;
+    App()->run->paused = 0;
     EXPECT_TRUE(WaitFrames(App()->renderThread->framesDrawn + 3));
 }
 
 TEST_F(Run, ReadBackPathShowsThePictureAndRecordingForcesTheSize) {
-    App()->useGdiDisplay = 1;
-    App()->recordWidth = 50;
-    App()->recordHeight = 40;
+    App()->run->useGdiDisplay = 1;
+    App()->run->recordWidth = 50;
+    App()->run->recordHeight = 40;
     ASSERT_TRUE(Toggle());
     ASSERT_EQ(WaitResult(), 0);
     ASSERT_TRUE(WaitFrames(3));
@@ -132,17 +132,17 @@ TEST_F(Run, ReadBackPathShowsThePictureAndRecordingForcesTheSize) {
     ASSERT_TRUE(small);
     EXPECT_EQ(small->width, 32);
     EXPECT_EQ(int(small->Row(0)[2]), 128);
-    App()->recordingActive = 1;
+    App()->run->recordingActive = 1;
     ASSERT_TRUE(WaitFrames(App()->renderThread->framesDrawn + 5));
     EXPECT_EQ(surface_->Shown()->width, 50);
     EXPECT_EQ(surface_->Shown()->height, 40);
-    App()->recordingActive = 0;
+    App()->run->recordingActive = 0;
     ASSERT_TRUE(WaitFrames(App()->renderThread->framesDrawn + 5));
     EXPECT_EQ(surface_->Shown()->width, 32);
 }
 
 TEST_F(Run, WhatHangsIsAbandonedAndTheNextRunPlays) {
-    App()->useGdiDisplay = 1;
+    App()->run->useGdiDisplay = 1;
     for (const auto place : {test::HangingSurface::In::Context, test::HangingSurface::In::Frame}) {
         const auto hanging = std::make_shared<test::HangingSurface>(place);
         surface_ = hanging;

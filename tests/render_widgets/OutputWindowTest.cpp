@@ -65,7 +65,7 @@ TEST_F(OutputWindowTest, HasNoSizeWhileMinimised) {
 
 TEST_F(OutputWindowTest, ContextMenu) {
     Open();
-    App()->alwaysOnTop = 1;
+    App()->display.alwaysOnTop = 1;
     const std::unique_ptr<QMenu> menu = window->MakeContextMenu();
     QStringList enabled;
     for (const QAction* action : menu->actions()) {
@@ -90,7 +90,7 @@ TEST_F(OutputWindowTest, AlwaysOnTopKeepsTheNativeWindow) {
     for (uint32_t expected : {1u, 0u}) {
         EXPECT_TRUE(window->RunCommand(kCmdAlwaysOnTop));
         PumpFor(50);
-        EXPECT_EQ(App()->alwaysOnTop, expected);
+        EXPECT_EQ(App()->display.alwaysOnTop, expected);
         EXPECT_EQ(window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint), expected == 1);
         EXPECT_EQ(window->winId(), before);
         EXPECT_TRUE(window->View()->isExposed());

@@ -39,7 +39,7 @@ TEST_F(PresentationTest, TheLastBitmapOfAnotherThreadFillsTheClientArea) {
     EXPECT_TRUE(Shows(639, 359, kBlack));
     RenderContext run;
     App()->renderContext = &run;
-    App()->useGdiDisplay = 1;
+    App()->run->useGdiDisplay = 1;
     ContextOnThread context(window->Surface());  // the window shows pictures of its own run only
     ASSERT_TRUE(context.WaitCurrent());
     window->View()->installEventFilter(&counter);
@@ -69,10 +69,10 @@ TEST_F(PresentationTest, TheLastBitmapOfAnotherThreadFillsTheClientArea) {
 TEST_F(PresentationTest, AMultisampledPictureFollowsTheWindowWhilePaused) {
     Open();
     SetDocumentText(
-        App()->documents[kStageImage],
+        App()->project.documents[kStageImage],
         QStringLiteral("void mainImage(out vec4 c, in vec2 p) { c = vec4(1.0, 0.0, 0.0, 1.0); }"));
-    App()->documents[kStageImage].hasText = true;
-    App()->multisampleIndex = 2;
+    App()->project.documents[kStageImage].hasText = true;
+    App()->display.multisampleIndex = 2;
     ASSERT_TRUE(ToggleRenderThread(
         [this] {
             RunRequest request = SnapshotProject();
@@ -81,7 +81,7 @@ TEST_F(PresentationTest, AMultisampledPictureFollowsTheWindowWhilePaused) {
         },
         60));
     ASSERT_TRUE(Shows(639, 359, kRed));
-    App()->paused = 1;
+    App()->run->paused = 1;
     PumpFor(150);  // the frame that was under way
     window->ResizeClient({800, 450});
     EXPECT_TRUE(Shows(799, 449, kRed));

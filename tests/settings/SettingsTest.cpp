@@ -35,7 +35,8 @@ class SettingsTest : public ImageFileTest {
     void Renew() {
         FreeGlobals();
         ASSERT_TRUE(AllocateGlobals());
-        for (auto* list : {&App()->recentFiles, &App()->recentProjects, &App()->recentPlaylists})
+        for (auto* list :
+             {&App()->recent.recentFiles, &App()->recent.recentProjects, &App()->recent.recentPlaylists})
             *list = std::make_unique<StringList>();
         records = std::make_unique<Records>();
     }
@@ -61,7 +62,7 @@ TEST_F(SettingsTest, WritesEveryElementInOrder) {
     records->recorder.folder = S("/shots");
     records->layout.desktop = {-1, 0, 1920, 1080};
     records->layout.windows = {{S("EditWin"), false, {44, 0, 1, -1, -1, -1, -1, {16, 32, 800, 600}}}};
-    ASSERT_TRUE(PushRecent(App()->recentFiles.get(), dir.path()));
+    ASSERT_TRUE(PushRecent(App()->recent.recentFiles.get(), dir.path()));
     const QByteArray expected = QByteArray(R"(<?xml version="1.0"?>
 <Globals>
 	<FPSTarget>30</FPSTarget>
@@ -119,11 +120,11 @@ TEST_F(SettingsTest, WritesEveryElementInOrder) {
 }
 
 TEST_F(SettingsTest, ReadsBackWhatItWrote) {
-    App()->fpsTarget = 144;
-    App()->recordWidth = 720;
-    App()->recordHeight = 480;
-    App()->recordMethod = 1;
-    App()->snapToEdges = 1;
+    App()->run->fpsTarget = 144;
+    App()->run->recordWidth = 720;
+    App()->run->recordHeight = 480;
+    App()->recording.recordMethod = 1;
+    App()->display.snapToEdges = 1;
     records->recorder.format = S("a-%d.bmp");
     records->recorder.frameDelayMs = 10000;
     records->recorder.friendlyName = S("Mine");
@@ -138,14 +139,14 @@ TEST_F(SettingsTest, ReadsBackWhatItWrote) {
     records->layout.lockWindows = true;
     records->layout.windows = {{S("EditWin"), true, {44, 2, 3, 4, 5, 6, 7, {-8, 9, 10, INT32_MAX}}},
                                {S("OutputWin"), false, {}}};
-    ASSERT_TRUE(PushRecent(App()->recentPlaylists.get(), dir.path()));
+    ASSERT_TRUE(PushRecent(App()->recent.recentPlaylists.get(), dir.path()));
     const QByteArray saved = Saved();
     ASSERT_FALSE(saved.isEmpty());
     EXPECT_EQ(records->keyCombos.current.name, S("Current"));
 
     EXPECT_FALSE(Load("saved.xml")) << "no colours";
     EXPECT_EQ(records->keyCombos.current.stop, S("F2"));
-    EXPECT_EQ(App()->recordWidth, 720u);
+    EXPECT_EQ(App()->run->recordWidth, 720u);
     EXPECT_EQ(records->layout.windows[0].placement.normal.bottom, INT32_MAX);
     EXPECT_TRUE(records->audio.maximizeRange);
     EXPECT_EQ(Saved(), saved);
@@ -158,16 +159,16 @@ TEST_F(SettingsTest, KeepsNumbersInTheirRanges) {
         std::function<double()> value;
         double expected;
     } rows[] = {
-        {"FPSTarget", "5", [] { return App()->fpsTarget.load(); }, 10},
-        {"FPSTarget", "99999999999", [] { return App()->fpsTarget.load(); }, 240},
-        {"FPSTarget", "-1", [] { return App()->fpsTarget.load(); }, 10},
-        {"FPSTarget", " \n+42kg", [] { return App()->fpsTarget.load(); }, 42},
+        {"FPSTarget", "5", [] { return App()->run->fpsTarget.load(); }, 10},
+        {"FPSTarget", "99999999999", [] { return App()->run->fpsTarget.load(); }, 240},
+        {"FPSTarget", "-1", [] { return App()->run->fpsTarget.load(); }, 10},
+        {"FPSTarget", " \n+42kg", [] { return App()->run->fpsTarget.load(); }, 42},
         {"FrameRecordDelay", "x7", [this] { return records->recorder.frameDelayMs.load(); }, 0},
         {"AudioHoming", "7.5e-1x", [this] { return records->audio.homingFactor.load(); }, 0.75},
-        {"FrameRecordWidth", "-1", [] { return App()->recordWidth.load(); }, 1920},
+        {"FrameRecordWidth", "-1", [] { return App()->run->recordWidth.load(); }, 1920},
         {"FrameRecordDelay", "10000", [this] { return records->recorder.frameDelayMs.load(); }, 10000},
         {"FrameRecordDelay", "10001", [this] { return records->recorder.frameDelayMs.load(); }, 500},
-        {"SnapEdges", "-3", [] { return App()->snapToEdges; }, 1},
+        {"SnapEdges", "-3", [] { return App()->display.snapToEdges; }, 1},
         {"AudioSensitivity", "128", [this] { return records->audio.smoothingWeight.load(); }, 128},
         {"AudioSensitivity", "129", [this] { return records->audio.smoothingWeight.load(); }, 8},
         {"AudioSmoothing", "-1", [this] { return records->audio.noiseLevel.load(); }, 1},
@@ -211,7 +212,7 @@ TEST_F(SettingsTest, DamagedFilesLeaveDefaults) {
     EXPECT_EQ(records->recorder.format, S("Untitled-%04d.png"));
     EXPECT_EQ(records->recorder.friendlyName, QString());
     EXPECT_EQ(records->recorder.folder, QString(259, u'x'));
-    EXPECT_EQ(App()->fpsTarget, 20u);
+    EXPECT_EQ(App()->run->fpsTarget, 20u);
 }
 
 TEST_F(SettingsTest, FileThatCannotBeReadIsLeftAlone) {
@@ -236,8 +237,8 @@ TEST_F(SettingsTest, PathsThatTheCodePageLacksAreNotStored) {
     records->recorder.folder = QStringLiteral(u"/shots/\u03c9");
     records->recorder.format = QStringLiteral(u"\u03c9-%d.png");
     ASSERT_TRUE(WriteBytes(path, ""));
-    ASSERT_TRUE(PushRecent(App()->recentFiles.get(), path) &&
-                PushRecent(App()->recentFiles.get(), dir.path()));
+    ASSERT_TRUE(PushRecent(App()->recent.recentFiles.get(), path) &&
+                PushRecent(App()->recent.recentFiles.get(), dir.path()));
     const QByteArray saved = Saved();
     EXPECT_TRUE(saved.contains("<FrameRecordFolder></FrameRecordFolder>")) << saved.constData();
     EXPECT_TRUE(saved.contains("<File_00></File_00>\n\t<File_01>/"));
@@ -245,7 +246,7 @@ TEST_F(SettingsTest, PathsThatTheCodePageLacksAreNotStored) {
     Load("saved.xml");
     EXPECT_EQ(records->recorder.folder, folder);
     EXPECT_EQ(records->recorder.format, format);
-    EXPECT_EQ(App()->recentFiles->entries, QStringList({dir.path()}));
+    EXPECT_EQ(App()->recent.recentFiles->entries, QStringList({dir.path()}));
 }
 
 TEST_F(SettingsTest, RecentEntriesOfAnotherInstanceStay) {
@@ -254,7 +255,7 @@ TEST_F(SettingsTest, RecentEntriesOfAnotherInstanceStay) {
         ASSERT_TRUE(WriteBytes(Path(name), ""));
         paths.append(Path(name));
     }
-    const auto list = [] { return App()->recentProjects.get(); };
+    const auto list = [] { return App()->recent.recentProjects.get(); };
     ASSERT_TRUE(PushRecent(list(), paths[0]) && Save("s.xml"));
     Load("s.xml");
     ASSERT_TRUE(PushRecent(list(), paths[2]) && Save("s.xml"));

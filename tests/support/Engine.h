@@ -79,10 +79,10 @@ class Engine {
     }
 
     void SetText(uint32_t stage, const char* text) {
-        SetDocumentText(App()->documents[stage], QString::fromLatin1(text));
-        App()->documents[stage].hasText = true;
+        SetDocumentText(App()->project.documents[stage], QString::fromLatin1(text));
+        App()->project.documents[stage].hasText = true;
     }
-    ChannelInput& Channel(uint32_t stage, int index) { return App()->channels[stage][size_t(index)]; }
+    ChannelInput& Channel(uint32_t stage, int index) { return App()->project.channels[stage][size_t(index)]; }
     // A channel that reads another stage.
     void Connect(uint32_t stage, int index, uint32_t source) {
         SetKind(Channel(stage, index), source == kStageCubeA ? kChannelCubeA : kChannelBuffer);

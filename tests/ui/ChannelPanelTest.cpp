@@ -17,7 +17,7 @@ namespace {
 class ChannelPanelTest : public OutputTest {
   protected:
     ChannelInput& Channel(int index = 0, uint32_t stage = kStageImage) {
-        return App()->channels[stage][size_t(index)];
+        return App()->project.channels[stage][size_t(index)];
     }
     QWidget* Part(const char* name, int channel = 0) const {
         return Control<QWidget>((std::string(name) + std::to_string(channel)).c_str());
@@ -238,7 +238,7 @@ class ChannelRunTest : public ChannelPanelTest {
     void SetUp() override {
         ChannelPanelTest::SetUp();
         if (!App()) return;
-        if (!App()->openGlOk) GTEST_SKIP() << "no usable OpenGL on this display";
+        if (!App()->display.openGlOk) GTEST_SKIP() << "no usable OpenGL on this display";
         OpenOutput();
     }
     // The colour in the upper half of the output window.
@@ -273,7 +273,7 @@ TEST_F(ChannelRunTest, FlipAndFilterReachTheRunningShaderAndItsFile) {
 TEST_F(ChannelRunTest, PreviewsComeAndGoWithTheRun) {
     AddStage(kStageBufferA);
     AddStage(kStageBufferB);
-    SetDocumentText(App()->documents[kStageBufferA],
+    SetDocumentText(App()->project.documents[kStageBufferA],
                     QStringLiteral("void mainImage(out vec4 c, in vec2 p) { c = vec4(1, 0, 1, 1); }"));
     ASSERT_TRUE(RunEntry(kChannelMenuBufferA));
     const QImage letter = Shown();

@@ -52,7 +52,7 @@ class EditorTest : public WindowTest {
         cursor.setPosition(position, QTextCursor::KeepAnchor);
         Editor()->setTextCursor(cursor);
     }
-    const QString& Stored() const { return App()->currentDocument->text; }
+    const QString& Stored() const { return App()->project.currentDocument->text; }
     // The stretches of a line (from 0) that have the colour.
     QStringList Coloured(int line, uint32_t colour) const {
         const QTextBlock block = Editor()->document()->findBlockByNumber(line);
@@ -157,7 +157,7 @@ TEST_F(EditorTest, OnlyWhatDiffersFromTheSavedTextIsMarked) {
     const auto isMarked = [this] {
         Paint();
         QCoreApplication::sendPostedEvents();
-        return shaderModified;
+        return App()->project.shaderModified;
     };
     for (const int key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown}) {
         Key(key);
@@ -168,7 +168,7 @@ TEST_F(EditorTest, OnlyWhatDiffersFromTheSavedTextIsMarked) {
         EXPECT_FALSE(isMarked());
     }
     Type(Latin("x"));
-    EXPECT_TRUE(shaderModified) << "without waiting for a paint that may never come";
+    EXPECT_TRUE(App()->project.shaderModified) << "without waiting for a paint that may never come";
     Run(kCmdEditUndo);
     EXPECT_FALSE(isMarked()) << "back at the saved text";
     EXPECT_FALSE(Title().startsWith(u'*'));
@@ -522,10 +522,10 @@ TEST_F(EditorTest, TheStoredTextFollowsEveryEdit) {
         ASSERT_EQ(Stored(), shown) << "edit " << i;
         ASSERT_EQ(told, shown) << "edit " << i;
         ASSERT_EQ(Text("caretStatusText"), Editor()->CaretStatus());
-        ASSERT_EQ(App()->currentDocument->length, uint32_t(shown.size()));
+        ASSERT_EQ(App()->project.currentDocument->length, uint32_t(shown.size()));
     }
     EXPECT_TRUE(Editor()->RefreshStageText());
-    EXPECT_EQ(App()->currentDocument->commentMap, BuildCommentMap(Stored()));
+    EXPECT_EQ(App()->project.currentDocument->commentMap, BuildCommentMap(Stored()));
 }
 
 }  // namespace

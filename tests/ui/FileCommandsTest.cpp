@@ -16,16 +16,16 @@ class FileCommandsTest : public WindowTest {
   protected:
     static QByteArray BytesOf(const QString& path) { return ReadWholeFile(path).value_or("unreadable"); }
     QString Source(const QByteArray& bytes) { return FileWith(bytes, QStringLiteral("glsl")); }
-    QString ImageText() const { return App()->documents[kStageImage].text; }
+    QString ImageText() const { return App()->project.documents[kStageImage].text; }
 };
 
 TEST_F(FileCommandsTest, ASourceFileReplacesTheShownStageAlone) {
     AddStage(kStageCommon);
     ReplaceText(QStringLiteral("// line\n").repeated(300));
     Editor()->GoToLine(200);
-    App()->documents[kStageImage].errorLines.lines = {2};
-    App()->channels[kStageImage][1].kind = kChannelKeyboard;
-    shaderModified = false;
+    App()->project.documents[kStageImage].errorLines.lines = {2};
+    App()->project.channels[kStageImage][1].kind = kChannelKeyboard;
+    App()->project.shaderModified = false;
 
     Run(kCmdOpenFile);  // cancelled
     EXPECT_EQ(Status(), QStringLiteral("[ Image ] No errors."));
@@ -34,7 +34,7 @@ TEST_F(FileCommandsTest, ASourceFileReplacesTheShownStageAlone) {
     Run(kCmdOpenFile);
     EXPECT_EQ(Status(), QStringLiteral("Error loading file."));
     EXPECT_EQ(Editor()->CaretLine(), 200);
-    EXPECT_FALSE(shaderModified);
+    EXPECT_FALSE(App()->project.shaderModified);
 
     chosenPath = Source(QByteArray("\xE9 a\r\nb\rc\n") + QByteArray("// x\n").repeated(100));
     Run(kCmdOpenFile);
@@ -43,10 +43,10 @@ TEST_F(FileCommandsTest, ASourceFileReplacesTheShownStageAlone) {
     EXPECT_EQ(Editor()->toPlainText(), ImageText());
     EXPECT_EQ(Editor()->CaretLine(), 1);
     EXPECT_FALSE(Editor()->IsErrorLine(2));
-    EXPECT_EQ(App()->documents[kStageCommon].text, DefaultSource(kStageCommon));
-    EXPECT_EQ(App()->channels[kStageImage][1].kind, uint32_t(kChannelKeyboard));
+    EXPECT_EQ(App()->project.documents[kStageCommon].text, DefaultSource(kStageCommon));
+    EXPECT_EQ(App()->project.channels[kStageImage][1].kind, uint32_t(kChannelKeyboard));
     EXPECT_EQ(Title(), QStringLiteral("*Untitled.json - Pixelgrove")) << "the project keeps its name";
-    EXPECT_EQ(App()->recentFiles->entries, QStringList(chosenPath));
+    EXPECT_EQ(App()->recent.recentFiles->entries, QStringList(chosenPath));
 
     // Text ends at a zero byte; an empty file gives an empty stage.
     answer = true;
@@ -67,9 +67,9 @@ TEST_F(FileCommandsTest, ASavedStageIsAnAsciiCopy) {
         Status(),
         QStringLiteral("File saved.\nImage: 4 characters were saved as \"?\".\nOnly US-ASCII can be saved."));
     EXPECT_EQ(BytesOf(chosenPath), QByteArray("a?????\n\tb"));
-    EXPECT_TRUE(shaderModified) << "the project stays unsaved";
+    EXPECT_TRUE(App()->project.shaderModified) << "the project stays unsaved";
     EXPECT_EQ(Title(), QStringLiteral("*Untitled.json - Pixelgrove"));
-    EXPECT_TRUE(App()->recentFiles->entries.isEmpty());
+    EXPECT_TRUE(App()->recent.recentFiles->entries.isEmpty());
 
     const QString saved = chosenPath;
     for (const QString& path : {folder.filePath(QStringLiteral("no/such/place.glsl")), folder.path(),
@@ -82,8 +82,8 @@ TEST_F(FileCommandsTest, ASavedStageIsAnAsciiCopy) {
                 << qPrintable(path) << command << qPrintable(Status());
         }
     }
-    EXPECT_TRUE(shaderModified);
-    EXPECT_EQ(App()->fileName, QStringLiteral("Untitled.json"));
+    EXPECT_TRUE(App()->project.shaderModified);
+    EXPECT_EQ(App()->project.fileName, QStringLiteral("Untitled.json"));
     ReplaceText({});
     chosenPath = saved;
     Run(kCmdSaveFileAs);
@@ -116,43 +116,43 @@ TEST_F(FileCommandsTest, DroppedFiles) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(qPrintable(c.paths.join(u' ')));
-        shaderModified = false;
+        App()->project.shaderModified = false;
         MakeWindow({});
         window->Projects().DropFiles(c.paths);
         EXPECT_EQ(Status().section(u'\n', 0, 0), c.status);
-        EXPECT_EQ(App()->fileName, c.name);
+        EXPECT_EQ(App()->project.fileName, c.name);
         EXPECT_EQ(ImageText(), c.text);
         EXPECT_TRUE(Title().endsWith(QFileInfo(c.name).fileName() + QStringLiteral(" - Pixelgrove")));
-        EXPECT_EQ(Title().startsWith(u'*'), shaderModified);
-        EXPECT_EQ(shaderModified, ImageText() == loaded);
+        EXPECT_EQ(Title().startsWith(u'*'), App()->project.shaderModified);
+        EXPECT_EQ(App()->project.shaderModified, ImageText() == loaded);
     }
 }
 
 TEST_F(FileCommandsTest, RecentEntriesLoad) {
     const QString source = Source("// first"), other = Source("// second"),
                   project = FileWith(kTwoStageProject);
-    App()->recentFiles->entries = {source, other};
-    App()->recentProjects->entries = {project, folder.filePath(QStringLiteral("gone.json"))};
+    App()->recent.recentFiles->entries = {source, other};
+    App()->recent.recentProjects->entries = {project, folder.filePath(QStringLiteral("gone.json"))};
     answer = true;
     Run(kCmdRecentFileFirst + 1);
     EXPECT_EQ(Status(), QStringLiteral("File loaded."));
     EXPECT_EQ(ImageText(), QStringLiteral("// second"));
-    EXPECT_EQ(App()->fileName, other);
-    EXPECT_EQ(App()->recentFiles->entries, QStringList({other, source})) << "moved to the top";
+    EXPECT_EQ(App()->project.fileName, other);
+    EXPECT_EQ(App()->recent.recentFiles->entries, QStringList({other, source})) << "moved to the top";
     ASSERT_TRUE(QFile::remove(source));
     Run(kCmdRecentFileFirst + 1);
     EXPECT_EQ(Status(), QStringLiteral("Error loading file."));
-    EXPECT_EQ(App()->fileName, other);
+    EXPECT_EQ(App()->project.fileName, other);
 
     Run(kCmdRecentProjectFirst + 1);
     EXPECT_TRUE(Status().startsWith(QStringLiteral("Error loading project."))) << qPrintable(Status());
     Run(kCmdRecentProjectFirst);
     EXPECT_EQ(Status(), QStringLiteral("Project loaded."));
-    EXPECT_EQ(App()->fileName, project);
-    EXPECT_FALSE(shaderModified);
+    EXPECT_EQ(App()->project.fileName, project);
+    EXPECT_FALSE(App()->project.shaderModified);
 
     const int before = questions;
-    shaderModified = true;
+    App()->project.shaderModified = true;
     for (const int absent : {kCmdRecentFileFirst + 2, kCmdRecentProjectFirst + 9, kCmdRecentPaletteFirst + 0})
         Run(absent);
     EXPECT_EQ(questions, before);
@@ -163,12 +163,12 @@ TEST_F(FileCommandsTest, AProjectOpenedByHandIsRecentAndOneSavedIsNot) {
     chosenPath = FileWith(kTwoStageProject);
     const QString project = chosenPath;
     Run(kCmdOpenProject);
-    EXPECT_EQ(App()->recentProjects->entries, QStringList(project));
+    EXPECT_EQ(App()->recent.recentProjects->entries, QStringList(project));
     chosenPath = folder.filePath(QStringLiteral("saved.json"));
     Run(kCmdSaveProjectAs);
     EXPECT_EQ(fileQuestion.folder, folder.path());
     EXPECT_EQ(fileQuestion.fileName, QFileInfo(project).fileName());
-    EXPECT_EQ(App()->recentProjects->entries, QStringList(project));
+    EXPECT_EQ(App()->recent.recentProjects->entries, QStringList(project));
 
     // A project isn't suggested to go over a source file.
     window->Projects().DropFiles({Source("// s")});
@@ -192,7 +192,7 @@ TEST_F(FileCommandsTest, SavingWritesWhatIsEditedToTheProjectsOwnFile) {
     chosenPath = first;
     Run(kCmdOpenProject);
     ReplaceText(kRunning);
-    if (App()->openGlOk) {
+    if (App()->display.openGlOk) {
         Run(kCmdPlay);
         ASSERT_TRUE(PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); }));
         EXPECT_TRUE(App()->renderThread->request.hasText[kStageImage]);
@@ -248,7 +248,7 @@ TEST_F(FileCommandsTest, CharactersThatFilesCannotHoldAreToldOfAndStay) {
                                        "characters were saved as \"?\".\nOnly Windows-1252 can be saved."));
     EXPECT_TRUE(BytesOf(chosenPath).contains("// ?? \x80 ??"));
     EXPECT_EQ(ImageText(), text);
-    EXPECT_EQ(App()->documents[kStageCommon].text, QStringLiteral("\u5199 // \U0001F600"));
+    EXPECT_EQ(App()->project.documents[kStageCommon].text, QStringLiteral("\u5199 // \U0001F600"));
     Run(kCmdOpenProject);
     EXPECT_EQ(Status(), QStringLiteral("Project loaded."));
 }

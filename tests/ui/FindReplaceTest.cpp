@@ -191,11 +191,11 @@ TEST_F(FindReplaceTest, ReplaceAllTakesTheWholeTextInOneStep) {
         Edit(dialog, "findEdit")->setText(QString::fromUtf16(row.what));
         Edit(dialog, "replaceEdit")->setText(QString::fromUtf16(row.with));
         Button(dialog, "replaceAllButton")->click();
-        EXPECT_EQ(App()->currentDocument->text, QString::fromUtf16(row.result));
+        EXPECT_EQ(App()->project.currentDocument->text, QString::fromUtf16(row.result));
         EXPECT_EQ(messages, QStringList(QStringLiteral("Replace All: ") + QString::fromUtf16(row.message)));
         EXPECT_EQ(messageOwner, dialog);
-        if (App()->currentDocument->text != text) Editor()->undo();
-        EXPECT_EQ(App()->currentDocument->text, text);
+        if (App()->project.currentDocument->text != text) Editor()->undo();
+        EXPECT_EQ(App()->project.currentDocument->text, text);
         dialog->close();
     }
 }

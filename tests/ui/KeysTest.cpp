@@ -22,7 +22,7 @@ class KeysTest : public WindowTest {
 TEST_F(KeysTest, EachKeyLeadsToItsPlace) {
     for (const uint32_t stage : {kStageCommon, kStageBufferB})
         AddStage(stage);
-    const auto stage = [] { return StageName(App()->currentStage); };
+    const auto stage = [] { return StageName(App()->project.currentStage); };
     const auto zoom = [this] { return QString::number(Editor()->ZoomPercent()); };
     const auto focus = [this] { return Focus(); };
     const auto text = [this] { return Editor()->toPlainText(); };
@@ -38,10 +38,10 @@ TEST_F(KeysTest, EachKeyLeadsToItsPlace) {
         {Qt::Key_F6, none, focus, "treeView"},
         {Qt::Key_F6, none, focus, "stageImageButton"},
         {Qt::Key_F6, none, focus, "channelButton0"},
-        {Qt::Key_F6, none, focus, App()->openGlOk ? "playButton" : "randomizeCheck"},
+        {Qt::Key_F6, none, focus, App()->display.openGlOk ? "playButton" : "randomizeCheck"},
         {Qt::Key_F6, none, focus, "editor"},
         {Qt::Key_Tab, ctrl, stage, "Common"},  // behind the last
-        {Qt::Key_F6, shift, focus, App()->openGlOk ? "playButton" : "randomizeCheck"},
+        {Qt::Key_F6, shift, focus, App()->display.openGlOk ? "playButton" : "randomizeCheck"},
         {Qt::Key_F6, shift, focus, "stageCommonButton"},  // it has no channels
         {Qt::Key_Tab, ctrl, stage, "Buffer B"},
         {Qt::Key_Tab, ctrl, stage, "Image"},
@@ -94,7 +94,7 @@ TEST_F(KeysTest, AltIsNoWayToTypeALetter) {
 // As many pixels as its border is wide and high turn light or dark.
 TEST_F(KeysTest, EveryControlShowsThatItHasTheFocus) {
     AddStage(kStageBufferA);
-    for (ChannelInput& channel : App()->channels[kStageImage])
+    for (ChannelInput& channel : App()->project.channels[kStageImage])
         channel.kind = kChannelKeyboard;
     window->RefreshChannelPanel();
     int controls = 0;

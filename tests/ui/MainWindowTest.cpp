@@ -17,11 +17,11 @@ TEST_F(MainWindowTest, StartsWithTheDefaultImageAndOnlyEditingMarksIt) {
     EXPECT_EQ(Text("stageImageButton"), QStringLiteral("[ Image ]"));
     EXPECT_EQ(Text("caretStatusText"), QStringLiteral("Ln: 1 / 11\t Ch: 1"));
     EXPECT_EQ(Title(), QStringLiteral("Untitled.json - Pixelgrove"));
-    EXPECT_FALSE(shaderModified);
+    EXPECT_FALSE(App()->project.shaderModified);
     QTest::keyClicks(Editor(), QStringLiteral("x"));
-    EXPECT_TRUE(shaderModified);
+    EXPECT_TRUE(App()->project.shaderModified);
     EXPECT_EQ(Title(), QStringLiteral("*Untitled.json - Pixelgrove"));
-    EXPECT_EQ(App()->documents[kStageImage].text, u'x' + DefaultSource(kStageImage));
+    EXPECT_EQ(App()->project.documents[kStageImage].text, u'x' + DefaultSource(kStageImage));
     EXPECT_EQ(Text("caretStatusText"), QStringLiteral("Ln: 1 / 11\t Ch: 2"));
 }
 
@@ -32,7 +32,7 @@ TEST_F(MainWindowTest, AddedStagesKeepTheirTextsAndViews) {
     ASSERT_EQ(menu->actions().size(), 6);
     menu->actions().at(1)->trigger();
     menu->close();
-    EXPECT_EQ(App()->currentStage, uint32_t(kStageBufferA));
+    EXPECT_EQ(App()->project.currentStage, uint32_t(kStageBufferA));
     EXPECT_EQ(Text("stageBufferAButton"), QStringLiteral("[ Buffer A ]"));
     EXPECT_EQ(Text("stageImageButton"), QStringLiteral("Image"));
 
@@ -56,7 +56,7 @@ TEST_F(MainWindowTest, TheTextReachesTheDocumentUnchanged) {
     Editor()->selectAll();
     Run(kCmdEditPaste);
     QTest::keyClick(Editor(), Qt::Key_Return, Qt::ShiftModifier);
-    EXPECT_EQ(App()->documents[kStageImage].text, QStringLiteral("a\u00A0b\nc\n"));
+    EXPECT_EQ(App()->project.documents[kStageImage].text, QStringLiteral("a\u00A0b\nc\n"));
     EXPECT_EQ(Editor()->blockCount(), 3);
 }
 
@@ -99,22 +99,22 @@ TEST_F(MainWindowTest, UnsavedChangesAreAskedForOnceAndOnlyYesProceeds) {
     EXPECT_EQ(lastQuestion,
               QStringLiteral("You've made changes to the current shader that have not been saved. If you "
                              "proceed, those changes will be lost.\n\nDo you wish to proceed?"));
-    EXPECT_EQ(App()->documents[kStageImage].text, QStringLiteral("mine"));
+    EXPECT_EQ(App()->project.documents[kStageImage].text, QStringLiteral("mine"));
     Run(kCmdCancel);
     EXPECT_TRUE(window->isVisible()) << "the answer was no";
 
     answer = true;
     Run(kCmdOpenProject);
-    EXPECT_FALSE(shaderModified);
+    EXPECT_FALSE(App()->project.shaderModified);
     EXPECT_EQ(Title(), QFileInfo(chosenPath).fileName() + QStringLiteral(" - Pixelgrove"));
-    EXPECT_EQ(App()->documents[kStageCommon].text, QStringLiteral("// shared"));
+    EXPECT_EQ(App()->project.documents[kStageCommon].text, QStringLiteral("// shared"));
 
     // New asks nothing and leaves the mark of changes as it is.
     ReplaceText(QStringLiteral("mine too"));
     const int before = questions;
     Run(kCmdNew);
     EXPECT_EQ(questions, before);
-    EXPECT_TRUE(shaderModified);
+    EXPECT_TRUE(App()->project.shaderModified);
     EXPECT_EQ(Title(), QStringLiteral("*Untitled.json - Pixelgrove"));
     EXPECT_EQ(Editor()->toPlainText(), DefaultSource(kStageImage));
     EXPECT_FALSE(Control<QPushButton>("stageCommonButton")->isVisible());
@@ -153,8 +153,8 @@ TEST_F(MainWindowTest, ABadFileLeavesTheProjectAlone) {
 TEST_F(MainWindowTest, ASourceFileBeginsAProject) {
     const QString path = FileWith("// mine", QStringLiteral("glsl"));
     MakeWindow(path);
-    EXPECT_EQ(App()->documents[kStageImage].text, QStringLiteral("// mine"));
-    EXPECT_EQ(App()->fileName, path);
+    EXPECT_EQ(App()->project.documents[kStageImage].text, QStringLiteral("// mine"));
+    EXPECT_EQ(App()->project.fileName, path);
     EXPECT_EQ(Status(), QStringLiteral("File loaded."));
     EXPECT_EQ(Text("stageImageButton"), QStringLiteral("[ Image ]"));
 }
@@ -164,25 +164,25 @@ TEST_F(MainWindowTest, ASavedProjectReadsBackTheSame) {
     AddStage(kStageCommon);
     SelectStage(kStageCommon);
     ReplaceText(common);
-    App()->channels[kStageImage][2].kind = kChannelKeyboard;
+    App()->project.channels[kStageImage][2].kind = kChannelKeyboard;
     OnStageChanged(kStageImage);
     chosenPath = folder.filePath(QStringLiteral("saved.json"));
     Run(kCmdSaveProjectAs);
     EXPECT_EQ(Status(), QStringLiteral("File saved."));
     EXPECT_EQ(Title(), QStringLiteral("saved.json - Pixelgrove"));
-    EXPECT_FALSE(shaderModified);
+    EXPECT_FALSE(App()->project.shaderModified);
 
     Run(kCmdNew);
-    ASSERT_FALSE(App()->documents[kStageCommon].hasText);
+    ASSERT_FALSE(App()->project.documents[kStageCommon].hasText);
     Run(kCmdOpenProject);
-    EXPECT_EQ(App()->documents[kStageCommon].text, common);
-    EXPECT_EQ(App()->channels[kStageImage][2].kind, uint32_t(kChannelKeyboard));
+    EXPECT_EQ(App()->project.documents[kStageCommon].text, common);
+    EXPECT_EQ(App()->project.channels[kStageImage][2].kind, uint32_t(kChannelKeyboard));
 
     ReplaceText(QStringLiteral("unsaved"));
     chosenPath = folder.filePath(QStringLiteral("no/such/folder.json"));
     Run(kCmdSaveProjectAs);
     EXPECT_EQ(Status(), QStringLiteral("Error saving file.\nNo such file or directory"));
-    EXPECT_TRUE(shaderModified);
+    EXPECT_TRUE(App()->project.shaderModified);
 }
 
 TEST_F(MainWindowTest, MenuChoicesReachTheRunsSettings) {
@@ -190,11 +190,11 @@ TEST_F(MainWindowTest, MenuChoicesReachTheRunsSettings) {
     auto ticked = [this](int id) { return window->MenuEntries().Action(id)->isChecked(); };
     EXPECT_TRUE(ticked(121));
     choose(115);
-    EXPECT_EQ(App()->frameBufferFormat, 0x8058u);
+    EXPECT_EQ(App()->run->frameBufferFormat, 0x8058u);
     EXPECT_FALSE(ticked(121));
     EXPECT_TRUE(ticked(115));
     choose(118);
-    EXPECT_EQ(App()->frameBufferFormat, 0x8058u) << "GL_RGB16F is not accepted";
+    EXPECT_EQ(App()->run->frameBufferFormat, 0x8058u) << "GL_RGB16F is not accepted";
     EXPECT_TRUE(ticked(118)) << "but ticked";
     EXPECT_FALSE(ticked(115));
 }
@@ -205,8 +205,8 @@ TEST_F(MainWindowTest, PostedCommandsCanBeDroppedUntilTheyRun) {
     window->PostCommand(kCmdMultisampleFirst + 2, 0);
     window->CancelPostedCommand(kCmdUseGdiDisplay);
     QCoreApplication::processEvents();
-    EXPECT_EQ(App()->useGdiDisplay, 0u);
-    EXPECT_EQ(App()->multisampleIndex, 2u);
+    EXPECT_EQ(App()->run->useGdiDisplay, 0u);
+    EXPECT_EQ(App()->display.multisampleIndex, 2u);
 }
 
 }  // namespace

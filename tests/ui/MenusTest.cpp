@@ -34,7 +34,8 @@ class MenusTest : public DisplayTest {
     void SetUp() override {
         DisplayTest::SetUp();
         if (!App()) return;
-        for (auto* list : {&App()->recentFiles, &App()->recentProjects, &App()->recentPalettes})
+        for (auto* list :
+             {&App()->recent.recentFiles, &App()->recent.recentProjects, &App()->recent.recentPalettes})
             *list = std::make_unique<StringList>();
         menus = std::make_unique<Menus>(bar, bar, [this](int id) { ran.push_back(id); });
     }
@@ -48,8 +49,8 @@ class MenusTest : public DisplayTest {
 TEST_F(MenusTest, RecentListsFillWhenTheirMenuOpens) {
     QMenu* files = Submenu("Recent Files");
     EXPECT_EQ(Describe(*files), "(0 N/A)");
-    App()->recentFiles->entries = {QStringLiteral("/a b/c&d.glsl"), QStringLiteral("/x.glsl")};
-    App()->recentPalettes->entries = {QStringLiteral("/p")};
+    App()->recent.recentFiles->entries = {QStringLiteral("/a b/c&d.glsl"), QStringLiteral("/x.glsl")};
+    App()->recent.recentPalettes->entries = {QStringLiteral("/p")};
     Q_EMIT Submenu("&FIle")->aboutToShow();
     EXPECT_EQ(Describe(*files), "32768 1 /a b/c&&d.glsl\n32769 2 /x.glsl");
     EXPECT_EQ(Describe(*Submenu("Recent Palette Files")), "(32790 1 /p)");
@@ -59,7 +60,7 @@ TEST_F(MenusTest, RecentListsFillWhenTheirMenuOpens) {
 
     // A choice may change the list that it stands in.
     QObject::connect(files->actions().at(1), &QAction::triggered, &bar, [this] {
-        App()->recentFiles->entries.move(1, 0);
+        App()->recent.recentFiles->entries.move(1, 0);
         RebuildRecentMenu(*menus, kRecentMenus[0]);
     });
     menus->Action(32769)->trigger();

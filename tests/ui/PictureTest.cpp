@@ -63,7 +63,7 @@ class PictureTest : public OutputTest {
 TEST_F(PictureTest, BothPathsShowExactPixelsAtEverySize) {
     ReplaceText(kQuarters);
     for (const bool readBack : {false, true, false}) {
-        App()->useGdiDisplay = readBack;
+        App()->run->useGdiDisplay = readBack;
         ASSERT_TRUE(PlayUntilRunning());
         for (const QSize size : {QSize(640, 360), QSize(320, 241), QSize(801, 600), QSize(173, 77)}) {
             Output().ResizeClient(size);

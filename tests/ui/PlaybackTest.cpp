@@ -21,7 +21,7 @@ class PlaybackTest : public WindowTest {
     void SetUp() override {
         WindowTest::SetUp();
         if (!App()) return;
-        if (!App()->openGlOk) GTEST_SKIP() << "no usable OpenGL on this display";
+        if (!App()->display.openGlOk) GTEST_SKIP() << "no usable OpenGL on this display";
         ReplaceText(kPlain);
     }
     bool WaitRunning() {
@@ -44,10 +44,10 @@ TEST_F(PlaybackTest, ButtonsFollowTheRun) {
 
     Click("pauseButton");
     EXPECT_EQ(Enabled(), QStringLiteral("pS"));
-    EXPECT_EQ(App()->paused, 1u);
+    EXPECT_EQ(App()->run->paused, 1u);
     Click("stopButton");
     EXPECT_EQ(Enabled(), QStringLiteral("P"));
-    EXPECT_EQ(App()->paused, 0u);
+    EXPECT_EQ(App()->run->paused, 0u);
     EXPECT_EQ(App()->renderThread, nullptr);
     EXPECT_EQ(Context(), nullptr);
 }
@@ -92,7 +92,7 @@ TEST_F(PlaybackTest, ErrorsOfAStageThatIsNotShownWaitUntilItIs) {
     ReplaceText(kBroken);
     SelectStage(kStageImage);
     Click("playButton");
-    ASSERT_TRUE(PumpUntil([] { return !App()->stageErrors[kStageBufferA].isEmpty(); }));
+    ASSERT_TRUE(PumpUntil([] { return !App()->project.stageErrors[kStageBufferA].isEmpty(); }));
     ASSERT_TRUE(PumpUntil([this] { return Status().contains(u'\n'); }));
     EXPECT_EQ(Status(), QStringLiteral("[ Image ] No errors.\nBuffer A has errors."));
     SelectStage(kStageBufferA);
@@ -140,7 +140,7 @@ TEST_F(PlaybackTest, StartAndSetStartMoveTheShadersTime) {
     Click("stopButton");
     Run(kCmdSetStartToCurrent);
     EXPECT_EQ(Text("startTimeEdit"), QStringLiteral("3.250"));
-    EXPECT_EQ(App()->startTime, 3.25f);
+    EXPECT_EQ(App()->project.startTime, 3.25f);
     Run(kCmdStart);
     EXPECT_EQ(Text("currentTimeText"), QStringLiteral("3.250"));
 }
@@ -149,10 +149,10 @@ TEST_F(PlaybackTest, RestartCompilesTheTextOfTheMoment) {
     const auto restarted = [this](const QString& text) {
         const std::weak_ptr<RenderRun> before = App()->renderThread;
         ReplaceText(text);
-        App()->paused = 1;
+        App()->run->paused = 1;
         Run(kCmdRestart);
         EXPECT_TRUE(before.expired());
-        EXPECT_EQ(App()->paused, 0u);
+        EXPECT_EQ(App()->run->paused, 0u);
         return App()->renderThread && App()->renderThread->request.texts[kStageImage] == text;
     };
     EXPECT_TRUE(restarted(kPlain)) << "also when nothing runs";
@@ -168,9 +168,9 @@ TEST_F(PlaybackTest, RestartCompilesTheTextOfTheMoment) {
 
     // A control that needs a new compile asks the run for it.
     const std::weak_ptr<RenderRun> before = App()->renderThread;
-    App()->restartRequested = 1;
+    App()->run->restartRequested = 1;
     EXPECT_TRUE(PumpUntil([&] { return before.expired() && App()->renderThread; }));
-    EXPECT_EQ(App()->restartRequested, 0u);
+    EXPECT_EQ(App()->run->restartRequested, 0u);
     EXPECT_TRUE(WaitRunning());
 }
 
@@ -181,17 +181,17 @@ TEST_F(PlaybackTest, TheRateIsClampedWhenTheEditIsLeftAndAtPlay) {
         field->setFocus();
         field->selectAll();
         QTest::keyClicks(field, QString::number(typed));
-        EXPECT_NE(App()->fpsTarget, rate) << "nothing counts before the edit is left";
+        EXPECT_NE(App()->run->fpsTarget, rate) << "nothing counts before the edit is left";
         QTest::keyClick(field, Qt::Key_Return);
-        EXPECT_EQ(App()->fpsTarget, rate) << typed;
+        EXPECT_EQ(App()->run->fpsTarget, rate) << typed;
         EXPECT_EQ(edit->text(), QString::number(rate));
     }
     edit->setText(QStringLiteral("no number"));
     Run(kCmdFpsTarget);
-    EXPECT_EQ(App()->fpsTarget, 61u);
+    EXPECT_EQ(App()->run->fpsTarget, 61u);
     edit->setText(QStringLiteral("500"));
     ASSERT_TRUE(PlayUntilRunning());
-    EXPECT_EQ(App()->fpsTarget, 240u);
+    EXPECT_EQ(App()->run->fpsTarget, 240u);
     EXPECT_TRUE(PumpUntil([&] { return edit->text() == QStringLiteral("240"); }));
     // What is being typed outlives the ticks of the displays.
     field->selectAll();
@@ -204,7 +204,7 @@ TEST_F(PlaybackTest, TheRateIsClampedWhenTheEditIsLeftAndAtPlay) {
     EXPECT_EQ(edit->text(), QStringLiteral("1")) << "the arrow had selected its number";
     QTest::keyClick(field, Qt::Key_6);
     QTest::keyClick(field, Qt::Key_Return);
-    EXPECT_EQ(App()->fpsTarget, 16u);
+    EXPECT_EQ(App()->run->fpsTarget, 16u);
     edit->setText(QStringLiteral("no number"));
     EXPECT_TRUE(PumpUntil([&] { return edit->text() == QStringLiteral("16"); }));
 }

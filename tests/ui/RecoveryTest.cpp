@@ -28,7 +28,7 @@ class RecoveryTest : public WindowTest {
     }
     // The next start, at which every question gets the answers in turn.
     void StartAgain(QList<Answer> answers) {
-        shaderModified = false;
+        App()->project.shaderModified = false;
         MakeWindow({});
         window->StartRecovery(Folder());
         asked.clear();
@@ -47,7 +47,7 @@ TEST_F(RecoveryTest, ACopyIsThereBeforeARunAndSoonAfterAChange) {
     Run(kCmdPlay);
     EXPECT_TRUE(Files().isEmpty()) << "nothing is unsaved";
     ReplaceText(QStringLiteral("first"));
-    App()->openGlOk = true;
+    App()->display.openGlOk = true;
     bool wasKept = false;
     const auto prepare = window->PlaybackControl().prepareRun;
     window->PlaybackControl().prepareRun = [&](RenderRun& run) {
@@ -89,7 +89,7 @@ TEST_F(RecoveryTest, TheNextStartsOfferWhatWasNotSaved) {
     EXPECT_EQ(asked, QStringList{QStringLiteral("two.json")});
     EXPECT_TRUE(restored);
     EXPECT_EQ(Editor()->toPlainText(), QStringLiteral("two"));
-    EXPECT_EQ(App()->fileName, QStringLiteral("/a/two.json"));
+    EXPECT_EQ(App()->project.fileName, QStringLiteral("/a/two.json"));
     EXPECT_TRUE(Title().startsWith(QStringLiteral("*two.json")));
     EXPECT_EQ(Files("*.bad").size(), 1);
     for (const char* word : {"bad.bad", "two.json is restored", "Another unsaved project"})

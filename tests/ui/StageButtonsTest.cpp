@@ -19,7 +19,7 @@ class StageButtonsTest : public WindowTest {
 
 TEST_F(StageButtonsTest, ColoursTellTheCurrentStageAndErrors) {
     AddStage(kStageBufferA);
-    App()->stageErrors[kStageBufferA] = QStringLiteral("wrong");
+    App()->project.stageErrors[kStageBufferA] = QStringLiteral("wrong");
     window->RefreshStageTabs();
     EXPECT_EQ(GroundOf(kStageImage), 0xff80ff80u);
     EXPECT_EQ(GroundOf(kStageBufferA), 0xffb28080u);
@@ -38,7 +38,7 @@ TEST_F(StageButtonsTest, ColoursTellTheCurrentStageAndErrors) {
 TEST_F(StageButtonsTest, AStageIsRemovedByItsContextMenuAlone) {
     AddStage(kStageBufferC);
     SelectStage(kStageBufferC);
-    App()->channels[kStageBufferC][2].kind = kChannelTexture;
+    App()->project.channels[kStageBufferC][2].kind = kChannelTexture;
     const auto rightClick = [this](uint32_t stage) {
         QPushButton* tab = Tabs().Button(stage);
         const QPoint at = tab->rect().center();
@@ -58,10 +58,10 @@ TEST_F(StageButtonsTest, AStageIsRemovedByItsContextMenuAlone) {
     EXPECT_EQ(menu->actions()[0]->text(), QStringLiteral("Remove Buffer"));
     menu->actions()[0]->trigger();
     menu->close();
-    EXPECT_EQ(App()->currentStage, uint32_t(kStageImage));
+    EXPECT_EQ(App()->project.currentStage, uint32_t(kStageImage));
     EXPECT_FALSE(Tabs().Button(kStageBufferC)->isVisible());
-    EXPECT_FALSE(App()->documents[kStageBufferC].hasText);
-    EXPECT_EQ(App()->channels[kStageBufferC][2].kind, uint32_t(kChannelUnused));
+    EXPECT_FALSE(App()->project.documents[kStageBufferC].hasText);
+    EXPECT_EQ(App()->project.channels[kStageBufferC][2].kind, uint32_t(kChannelUnused));
 }
 
 }  // namespace

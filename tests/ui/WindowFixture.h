@@ -34,8 +34,8 @@ class WindowTest : public DisplayTest {
     void SetUp() override {
         DisplayTest::SetUp();
         if (!App()) return;
-        shaderModified = false;
-        for (auto* list : {&App()->recentFiles, &App()->recentProjects, &App()->recentPalettes})
+        for (auto* list :
+             {&App()->recent.recentFiles, &App()->recent.recentProjects, &App()->recent.recentPalettes})
             *list = std::make_unique<StringList>();
         MakeWindow({});
     }

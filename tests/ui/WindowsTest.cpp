@@ -95,9 +95,9 @@ TEST_F(WindowsTest, LayoutsAreSavedListedAndLoaded) {
 TEST_F(WindowsTest, TicksFollowTheSettings) {
     const std::pair<int, std::function<bool()>> rows[] = {
         {kCmdLockWindows, [] { return Windows().LockWindows(); }},
-        {kCmdSnapToEdges, [] { return App()->snapToEdges && Windows().IsSnapping(); }},
-        {kCmdUseGdiDisplay, [] { return App()->useGdiDisplay != 0; }},
-        {kCmdShowChannelBuffers, [] { return App()->showChannelBuffers != 0; }},
+        {kCmdSnapToEdges, [] { return App()->display.snapToEdges && Windows().IsSnapping(); }},
+        {kCmdUseGdiDisplay, [] { return App()->run->useGdiDisplay != 0; }},
+        {kCmdShowChannelBuffers, [] { return App()->run->showChannelBuffers != 0; }},
     };
     for (const auto& [id, setting] : rows) {
         for (const bool expected : {true, false, true}) {
@@ -164,8 +164,8 @@ TEST_F(WindowsTest, FilesDroppedOnTheEditorAreLoaded) {
 
 TEST_F(WindowsTest, OnlyThePaletteCommandIsTakenFromOutside) {
     const std::string name = "/pixelgrove-test-" + std::to_string(getpid());
-    App()->sharedPalette = SharedMemory::CreateOrOpen(name.c_str(), sizeof(PaletteBlock));
-    ASSERT_TRUE(App()->sharedPalette);
+    App()->palette.shared = SharedMemory::CreateOrOpen(name.c_str(), sizeof(PaletteBlock));
+    ASSERT_TRUE(App()->palette.shared);
     PaletteBlock block{};
     block.count = 2;
     const int tool = shm_open(name.c_str(), O_RDWR, 0);
@@ -189,17 +189,17 @@ TEST_F(WindowsTest, OnlyThePaletteCommandIsTakenFromOutside) {
     send(kCmdCancel);
     send(kCmdUseGdiDisplay);
     send(kCmdPaletteChanged);
-    EXPECT_TRUE(PumpUntil([] { return App()->palette.count == 2; }));
+    EXPECT_TRUE(PumpUntil([] { return App()->palette.table->count == 2; }));
     EXPECT_TRUE(window->isVisible());
-    EXPECT_EQ(App()->useGdiDisplay, 0u);
+    EXPECT_EQ(App()->run->useGdiDisplay, 0u);
     std::free(type);
     xcb_disconnect(connection);
     // A tool that cuts its block short leaves the colours as they are.
     ASSERT_EQ(ftruncate(tool, 0), 0);
     window->SendCommand(kCmdPaletteChanged, 0);
-    EXPECT_EQ(App()->palette.count, 2u);
+    EXPECT_EQ(App()->palette.table->count, 2u);
     close(tool);
-    App()->sharedPalette.reset();
+    App()->palette.shared.reset();
     shm_unlink(name.c_str());
 }
 

@@ -20,8 +20,8 @@ RenderContext* CurrentRun() {
 }
 
 bool BitmapsAreShown() {
-    return App()->useGdiDisplay.load(std::memory_order_relaxed) ||
-           App()->recordingActive.load(std::memory_order_relaxed);
+    return App()->run->useGdiDisplay.load(std::memory_order_relaxed) ||
+           App()->run->recordingActive.load(std::memory_order_relaxed);
 }
 
 }  // namespace
@@ -79,8 +79,8 @@ void OutputView::exposeEvent(QExposeEvent*) {
     // The window may have come to a screen of another pixel ratio.
     UpdateClientSize();
     // A run that started elsewhere, or failed to compile, never fills this window.
-    const bool draws =
-        CurrentRun() && surface_->HasContexts() && App()->compileFailed.load(std::memory_order_relaxed) == 0;
+    const bool draws = CurrentRun() && surface_->HasContexts() &&
+                       App()->run->compileFailed.load(std::memory_order_relaxed) == 0;
     if (!draws) {
         shown_.reset();
         Paint(nullptr);

@@ -134,7 +134,7 @@ bool OutputWindow::TakeKey(const QKeyEvent& event) {
 
 std::unique_ptr<QMenu> OutputWindow::MakeContextMenu() {
     auto menu = std::make_unique<QMenu>(this);
-    FillOutputMenu(*menu, App() && App()->alwaysOnTop, IsFullScreen(), IsAvailable);
+    FillOutputMenu(*menu, App() && App()->display.alwaysOnTop, IsFullScreen(), IsAvailable);
     connect(menu.get(), &QMenu::triggered, this,
             [this](QAction* action) { RunCommand(action->data().toInt()); });
     return menu;
@@ -158,7 +158,7 @@ bool OutputWindow::RunCommand(int commandId) {
             close();
             return true;
         case kCmdAlwaysOnTop:
-            if (App()) App()->alwaysOnTop = !App()->alwaysOnTop;
+            if (App()) App()->display.alwaysOnTop = !App()->display.alwaysOnTop;
             ApplyAlwaysOnTop();
             return true;
         case kCmdFullScreen:
@@ -179,7 +179,8 @@ void OutputWindow::ResizePicture(const QSize& pixels) {
 
 void OutputWindow::ApplyAlwaysOnTop() {
     // On the QWindow: the widget's own flags would replace the native window and lose the view.
-    if (windowHandle()) windowHandle()->setFlag(Qt::WindowStaysOnTopHint, App() && App()->alwaysOnTop);
+    if (windowHandle())
+        windowHandle()->setFlag(Qt::WindowStaysOnTopHint, App() && App()->display.alwaysOnTop);
 }
 
 }  // namespace pixelgrove

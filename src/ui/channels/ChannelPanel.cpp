@@ -100,7 +100,7 @@ ChannelPanel::ChannelPanel(QWidget& form, AppState& app, const UserDialogs& dial
 }
 
 ChannelInput& ChannelPanel::ShownChannel(uint32_t channel) const {
-    return app_.channels[app_.currentStage][channel];
+    return app_.project.channels[app_.project.currentStage][channel];
 }
 
 ChannelPanel::Group ChannelPanel::FindGroup(uint32_t channel) const {
@@ -124,7 +124,7 @@ ChannelPanel::Group ChannelPanel::FindGroup(uint32_t channel) const {
 
 void ChannelPanel::Connect(uint32_t channel) {
     const Group& group = groups_[channel];
-    group.thumbnail->SetUp(app_, channel);
+    group.thumbnail->SetUp(app_.project, channel);
     Fill(*group.filter, kFilters);
     Fill(*group.wrap, kWraps);
     group.vflip->setChecked(false);
@@ -146,13 +146,13 @@ void ChannelPanel::Connect(uint32_t channel) {
 
 void ChannelPanel::Refresh() {
     const bool hasPreviews =
-        app_.renderThread && app_.showChannelBuffers != 0 && shownStage_ == app_.currentStage;
-    shownStage_ = app_.currentStage;
-    if (app_.renderThread) app_.renderThread->previewStage = app_.currentStage;
+        app_.renderThread && app_.run->showChannelBuffers != 0 && shownStage_ == app_.project.currentStage;
+    shownStage_ = app_.project.currentStage;
+    if (app_.renderThread) app_.renderThread->previewStage = app_.project.currentStage;
     for (uint32_t i = 0; i < kChannelCount; ++i) {
-        const ChannelInput& channel = app_.channels[app_.currentStage][i];
+        const ChannelInput& channel = app_.project.channels[app_.project.currentStage][i];
         if (!hasPreviews || channel.kind != kChannelBuffer) groups_[i].thumbnail->ShowPreview(nullptr);
-        ShowGroup(groups_[i], channel, app_.currentStage != kStageCommon);
+        ShowGroup(groups_[i], channel, app_.project.currentStage != kStageCommon);
     }
 }
 
@@ -175,16 +175,16 @@ void ChannelPanel::WriteThrough(uint32_t channel) {
     ChannelInput& changed = ShownChannel(channel);
     changed.samplerCountdown = 2;
     // Also while the run still compiles: it takes this up with its first frame.
-    if (app_.renderThread) app_.renderThread->samplers.Post(app_.currentStage, channel, changed);
-    OnStageChanged(app_.currentStage);
+    if (app_.renderThread) app_.renderThread->samplers.Post(app_.project.currentStage, channel, changed);
+    OnStageChanged(app_.project.currentStage);
 }
 
 void ChannelPanel::PopUpMenu(uint32_t channel) {
     if (channel >= uint32_t(kChannelCount)) return;
-    const uint32_t stage = app_.currentStage;
+    const uint32_t stage = app_.project.currentStage;
     const bool isUsed = ShownChannel(channel).kind != kChannelUnused;
     QMenu* menu = MakeChannelMenu(&form_, isUsed, [this, stage, channel](int entryId) {
-        if (RunChannelMenu(entryId, app_.channels[stage][channel], dialogs_)) OnStageChanged(stage);
+        if (RunChannelMenu(entryId, app_.project.channels[stage][channel], dialogs_)) OnStageChanged(stage);
         Refresh();
     });
     menu->popup(QCursor::pos());
@@ -192,7 +192,7 @@ void ChannelPanel::PopUpMenu(uint32_t channel) {
 
 void ChannelPanel::Watch(RenderRun& run) {
     previews_ = std::make_shared<PreviewMailbox>(*this);
-    run.previewStage = app_.currentStage;
+    run.previewStage = app_.project.currentStage;
     run.showPreview = [mailbox = previews_](ChannelPreview preview) { mailbox->Put(std::move(preview)); };
 }
 
@@ -206,8 +206,8 @@ void ChannelPanel::ShowPreviews() {
     if (!previews_) return;
     for (ChannelPreview& preview : previews_->Take()) {
         // What was still under way when the run ended, or another stage was shown, comes too late.
-        if (!preview.bitmap || !app_.renderThread || app_.showChannelBuffers == 0) continue;
-        if (preview.stage != app_.currentStage) continue;
+        if (!preview.bitmap || !app_.renderThread || app_.run->showChannelBuffers == 0) continue;
+        if (preview.stage != app_.project.currentStage) continue;
         const auto channel = uint32_t(preview.channel);
         if (ShownChannel(channel).kind == kChannelBuffer)
             groups_[channel].thumbnail->ShowPreview(std::move(preview.bitmap));

@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <QToolTip>
 
-#include "core/AppState.h"
+#include "core/EditingForm.h"
 #include "ui/channels/ChannelPictures.h"
 #include "ui/text/ChannelTooltip.h"
 
@@ -47,7 +47,7 @@ ChannelThumbnail::ChannelThumbnail(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-void ChannelThumbnail::SetUp(const AppState& project, uint32_t channel) {
+void ChannelThumbnail::SetUp(const EditingForm& project, uint32_t channel) {
     project_ = &project;
     channel_ = channel;
 }

@@ -9,7 +9,7 @@
 
 namespace pixelgrove {
 
-struct AppState;
+struct EditingForm;
 struct ChannelInput;
 
 class ChannelThumbnail : public QWidget {
@@ -18,7 +18,7 @@ class ChannelThumbnail : public QWidget {
   public:
     explicit ChannelThumbnail(QWidget* parent = nullptr);
     // Once, before it is shown: it paints itself from this channel, 0..3, of the project's shown stage.
-    void SetUp(const AppState& project, uint32_t channel);
+    void SetUp(const EditingForm& project, uint32_t channel);
     // A frame of the buffer that the channel reads, shown in place of the buffer's letter; null brings the
     // letter back.
     void ShowPreview(BitmapRef frame);
@@ -33,7 +33,7 @@ class ChannelThumbnail : public QWidget {
     const ChannelInput& Channel() const;
     const QImage& PictureOf(const BitmapRef& bitmap);
 
-    const AppState* project_ = nullptr;
+    const EditingForm* project_ = nullptr;
     uint32_t channel_ = 0;
     BitmapRef preview_;
     // The last bitmap that was scaled, as it was painted.

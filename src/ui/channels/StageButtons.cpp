@@ -32,7 +32,7 @@ TabColours ColoursOf(bool current, bool inError) {
 class StageTab : public QPushButton {
   public:
     // The row's project, once it has one.
-    StageTab(uint32_t stage, const AppState* const& project, QWidget* row)
+    StageTab(uint32_t stage, const EditingForm* const& project, QWidget* row)
         : QPushButton(StageName(stage), row), stage_(stage), project_(project) {
         setAttribute(Qt::WA_OpaquePaintEvent);
         setAttribute(Qt::WA_Hover);
@@ -62,7 +62,7 @@ class StageTab : public QPushButton {
 
   private:
     const uint32_t stage_;
-    const AppState* const& project_;
+    const EditingForm* const& project_;
 };
 
 }  // namespace
@@ -85,7 +85,7 @@ StageButtons::StageButtons(QWidget* parent) : QWidget(parent) {
     buttons_[kStageNone]->setToolTip(QStringLiteral("Add a stage"));
 }
 
-void StageButtons::SetUp(const AppState& project, std::function<void(int commandId)> runCommand) {
+void StageButtons::SetUp(const EditingForm& project, std::function<void(int commandId)> runCommand) {
     project_ = &project;
     runCommand_ = std::move(runCommand);
 }

@@ -86,7 +86,7 @@ void CodeView::SaveView(StageDocument& document) const {
 }
 
 void CodeView::LoadDocument(StageDocument& incoming) {
-    const StageDocument* current = App()->currentDocument;
+    const StageDocument* current = App()->project.currentDocument;
     if (Shown() && Shown() == current && Shown()->hasText) SaveView(*Shown());
     if (!current) incoming.viewSaved = false;
     isLoading_ = true;
