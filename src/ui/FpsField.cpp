@@ -4,7 +4,7 @@
 #include <QWheelEvent>
 
 #include "commands/Commands.h"
-#include "core/AppState.h"
+#include "core/RunControls.h"
 
 namespace pixelgrove {
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <set>
 
+#include "core/AppState.h"
 #include "look/widgets/Theme.h"
 #include "platform/TextScan.h"
 #include "ui/text/Indentation.h"

@@ -14,7 +14,6 @@
 #include <optional>
 #include <vector>
 
-#include "core/AppState.h"
 #include "ui/editor/CodeLayout.h"
 #include "ui/editor/StageText.h"
 
@@ -30,7 +29,7 @@ class CodeView : public QPlainTextEdit {
     explicit CodeView(QWidget* parent = nullptr);
 
     // Shows the document with its saved view. The view of the document shown before is saved into it, unless
-    // AppState::currentDocument no longer names it, which means that it was freed or replaced. With no
+    // EditingForm::currentDocument no longer names it, which means that it was freed or replaced. With no
     // current document the incoming one is shown from its top, as the first of a project. Any other tells
     // PaintedAnew. Undo begins anew.
     void LoadDocument(StageDocument& document);

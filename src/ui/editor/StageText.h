@@ -6,7 +6,7 @@
 #include <optional>
 #include <span>
 
-#include "core/AppState.h"
+#include "core/EditingForm.h"
 #include "ui/text/UndoHistory.h"
 
 class QTextDocument;
