@@ -15,10 +15,19 @@ enum CommandId : int {
     kCmdCompileResult = 122,  // posted by the render thread; data 0 good, 1 failed
     kCmdUseGdiDisplay = 130,
     kCmdShowChannelBuffers = 131,
-    kCmdMultisampleFirst = 132,  // 132..137: none, 2x, 4x, 8x, 16x, 32x
-    kCmdMultisampleLast = 137,
-    kCmdFrameBufferFormatFirst = 115,
-    kCmdFrameBufferFormatLast = 121,
+    kCmdMultisampleNone = 132,
+    kCmdMultisample2,
+    kCmdMultisample4,
+    kCmdMultisample8,
+    kCmdMultisample16,
+    kCmdMultisample32,
+    kCmdFormatRgba8 = 115,
+    kCmdFormatRgb8,
+    kCmdFormatRgba16f,
+    kCmdFormatRgb16f,
+    kCmdFormatRgba16,
+    kCmdFormatRgb16,
+    kCmdFormatRgba32f,
     kCmdRandomize = 1021,
     kCmdSetStartToCurrent = 1022,
     kCmdFpsTarget = 1035,
@@ -30,8 +39,11 @@ enum CommandId : int {
     kCmdChannelLast = 1062,
     kCmdRestart = 1113,
     kCmdPaletteChanged = 1428,
-    kCmdRecordForFirst = 1559,  // 1559..1563: record for 10, 20, 30, 60 seconds, with manual stop
-    kCmdRecordForLast = 1563,
+    kCmdRecordFor10s = 1559,
+    kCmdRecordFor20s,
+    kCmdRecordFor30s,
+    kCmdRecordFor60s,
+    kCmdRecordManualStop,
     kCmdEditUndo = 1550,
     kCmdEditPaste = 1551,
     kCmdEditCopy = 1552,
@@ -87,6 +99,11 @@ enum CommandId : int {
     kCmdPreviousStage = 45010,
     kCmdPlayAnew = 45011,    // whatever runs is ended first
     kCmdFullScreen = 45012,  // of the output window
+};
+
+// Entries of the menu of a stage's button.
+enum StageMenuId : int {
+    kStageMenuRemove = 1,
 };
 
 // Entries of a channel's menu: their choice is the menu's result, never a command.

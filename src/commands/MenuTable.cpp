@@ -12,7 +12,7 @@ namespace {
 using enum MenuRowKind;
 
 // New has no key: it asks nothing, and a slip of the hand would take the text away.
-constexpr MenuRow kRows[] = {
+constexpr MenuRow kMenuBar[] = {
     {Menu, 0, u"&FIle"},
     {Entry, kCmdNew, u"&New"},
     {Entry, kCmdRestorePrevious, u"Res&tore Previous Project"},
@@ -40,15 +40,15 @@ constexpr MenuRow kRows[] = {
     {End},
 
     {Menu, 0, u"&Edit"},
-    {Entry, kCmdEditUndo, u"Undo", "Ctrl+Z"},
-    {Entry, kCmdEditRedo, u"Redo", "Ctrl+Y; Ctrl+Shift+Z"},
+    {FocusEntry, kCmdEditUndo, u"Undo", "Ctrl+Z"},
+    {FocusEntry, kCmdEditRedo, u"Redo", "Ctrl+Y; Ctrl+Shift+Z"},
     {Separator},
-    {Entry, kCmdEditCut, u"Cut", "Ctrl+X"},
-    {Entry, kCmdEditCopy, u"Copy", "Ctrl+C"},
-    {Entry, kCmdEditPaste, u"Paste", "Ctrl+V"},
-    {Entry, kCmdEditDelete, u"Delete"},
+    {FocusEntry, kCmdEditCut, u"Cut", "Ctrl+X"},
+    {FocusEntry, kCmdEditCopy, u"Copy", "Ctrl+C"},
+    {FocusEntry, kCmdEditPaste, u"Paste", "Ctrl+V"},
+    {FocusEntry, kCmdEditDelete, u"Delete"},
     {Separator},
-    {Entry, kCmdEditSelectAll, u"Select All", "Ctrl+A"},
+    {FocusEntry, kCmdEditSelectAll, u"Select All", "Ctrl+A"},
     {Separator},
     {Entry, kCmdFind, u"&Find", "Ctrl+F"},
     {Entry, kCmdFindNext, u"Find Next", "F3"},
@@ -62,23 +62,23 @@ constexpr MenuRow kRows[] = {
     {End},
     {Separator},
     {Menu, 0, u"Frame Buffer Format"},
-    {Tick, 115, u"GL_RGBA8"},
-    {Tick, 116, u"GL_RGB8"},
-    {Tick, 117, u"GL_RGBA16F"},
-    {Tick, 118, u"GL_RGB16F"},
-    {Tick, 119, u"GL_RGBA16"},
-    {Tick, 120, u"GL_RGB16"},
-    {Tick, 121, u"GL_RGBA32F"},
+    {Tick, kCmdFormatRgba8, u"GL_RGBA8"},
+    {Tick, kCmdFormatRgb8, u"GL_RGB8"},
+    {Tick, kCmdFormatRgba16f, u"GL_RGBA16F"},
+    {Tick, kCmdFormatRgb16f, u"GL_RGB16F"},
+    {Tick, kCmdFormatRgba16, u"GL_RGBA16"},
+    {Tick, kCmdFormatRgb16, u"GL_RGB16"},
+    {Tick, kCmdFormatRgba32f, u"GL_RGBA32F"},
     {End},
     {Tick, kCmdUseGdiDisplay, u"Use GDI for display"},
     {Tick, kCmdShowChannelBuffers, u"Show channel buffers when animating"},
     {Menu, 0, u"Multisample"},
-    {Tick, 132, u"None"},
-    {Tick, 133, u"2x"},
-    {Tick, 134, u"4x"},
-    {Tick, 135, u"8x"},
-    {Tick, 136, u"16x"},
-    {Tick, 137, u"32x"},
+    {Tick, kCmdMultisampleNone, u"None"},
+    {Tick, kCmdMultisample2, u"2x"},
+    {Tick, kCmdMultisample4, u"4x"},
+    {Tick, kCmdMultisample8, u"8x"},
+    {Tick, kCmdMultisample16, u"16x"},
+    {Tick, kCmdMultisample32, u"32x"},
     {End},
     {End},
 
@@ -116,15 +116,110 @@ constexpr MenuRow kRows[] = {
     {End},
 };
 
+constexpr MenuRow kEditorMenu[] = {
+    {Entry, kCmdEditUndo, u"Undo"},
+    {Entry, kCmdEditRedo, u"Redo"},
+    {Separator},
+    {Entry, kCmdEditCut, u"Cut"},
+    {Entry, kCmdEditCopy, u"Copy"},
+    {Entry, kCmdEditPaste, u"Paste"},
+    {Entry, kCmdEditDelete, u"Delete"},
+    {Separator},
+    {Entry, kCmdEditSelectAll, u"Select All"},
+    {Separator},
+    {Entry, kCmdShaderHelp, u"Shader Help"},
+    {Separator},
+    {Entry, kCmdInsertDefines, u"Insert #defines in text"},
+    {Entry, kCmdLoadDefines, u"Load #defines from text"},
+    {Separator},
+    {Entry, kCmdCreateControl, u"Create Control"},
+    {Separator},
+    {Entry, kCmdIndentSelection, u"Indent Selection"},
+};
+
+// The commas at two ends belong to the texts.
+constexpr MenuRow kOutputMenu[] = {
+    {Menu, 0, u"Window Size"},
+    {Entry, kCmdWindowSizeFirst, u"640 x 480 (480p)"},
+    {Entry, kCmdWindowSizeFirst + 1, u"720 x 480"},
+    {Entry, kCmdWindowSizeFirst + 2, u"800 x 600"},
+    {Entry, kCmdWindowSizeFirst + 3, u"1024 x 768"},
+    {Entry, kCmdWindowSizeFirst + 4, u"1280 x 720 (720p)"},
+    {Entry, kCmdWindowSizeFirst + 5, u"1280 x 800,"},
+    {Entry, kCmdWindowSizeFirst + 6, u"1280 x 1024"},
+    {Entry, kCmdWindowSizeFirst + 7, u"1360 x 768,"},
+    {Entry, kCmdWindowSizeFirst + 8, u"1400 x 1050"},
+    {Entry, kCmdWindowSizeFirst + 9, u"1600 x 1200"},
+    {Entry, kCmdWindowSizeFirst + 10, u"1680 x 1050"},
+    {Entry, kCmdWindowSizeFirst + 11, u"1920 x 1080 (1080p)"},
+    {Entry, kCmdWindowSizeFirst + 12, u"1920 x 1200"},
+    {Entry, kCmdWindowSizeLast, u"2560 x 1440 (1440p)"},
+    {End},
+    {Menu, 0, u"Recording"},
+    {Entry, kCmdRecordFor10s, u"Record for 10 seconds"},
+    {Entry, kCmdRecordFor20s, u"Record for 20 seconds"},
+    {Entry, kCmdRecordFor30s, u"Record for 30 seconds"},
+    {Entry, kCmdRecordFor60s, u"Record for 1 minute"},
+    {Entry, kCmdRecordManualStop, u"Record w/manual stop"},
+    {End},
+    {Tick, kCmdAlwaysOnTop, u"Always on Top"},
+    {Entry, kCmdScreenCapture8k, u"8K Screen Capture"},
+    {Tick, kCmdFullScreen, u"Full Screen", "F11"},
+};
+
+// The first two rows are there for a channel in use.
+constexpr MenuRow kChannelMenu[] = {
+    {Entry, kChannelMenuReset, u"Reset Channel"},
+    {Separator},
+    {Menu, 0, u"Misc"},
+    {Entry, kChannelMenuBufferA, u"Buffer A"},
+    {Entry, kChannelMenuBufferB, u"Buffer B"},
+    {Entry, kChannelMenuBufferC, u"Buffer C"},
+    {Entry, kChannelMenuBufferD, u"Buffer D"},
+    {Entry, kChannelMenuCubeA, u"Cubemap A"},
+    {Entry, kChannelMenuKeyboard, u"Keyboard"},
+    {Entry, kChannelMenuWebcam, u"Webcam"},
+    {Entry, kChannelMenuAudio, u"Audio"},
+    {End},
+    {Entry, kChannelMenuTexture, u"Texture..."},
+    {Entry, kChannelMenuCubemap, u"Cubemap..."},
+    {Entry, kChannelMenuVolume, u"Volume..."},
+};
+
+constexpr MenuRow kStageMenu[] = {{Entry, kStageMenuRemove, u"Remove Buffer"}};
+
+// The tool tips of Play and Stop name them.
+constexpr KeyRow kKeyRows[] = {{kCmdPlayAnew, "F5; Ctrl+Return; Ctrl+Enter"}, {kCmdStop, "Shift+F5"}};
+
 }  // namespace
 
-std::span<const MenuRow> MenuTable() {
-    return kRows;
+std::span<const MenuRow> MenuBarRows() {
+    return kMenuBar;
+}
+
+std::span<const MenuRow> EditorMenuRows() {
+    return kEditorMenu;
+}
+
+std::span<const MenuRow> OutputMenuRows() {
+    return kOutputMenu;
+}
+
+std::span<const MenuRow> ChannelMenuRows(bool inUse) {
+    return std::span(kChannelMenu).subspan(inUse ? 0 : 2);
+}
+
+std::span<const MenuRow> StageMenuRows() {
+    return kStageMenu;
+}
+
+std::span<const KeyRow> KeyRows() {
+    return kKeyRows;
 }
 
 QString FirstKeyOf(int commandId) {
-    const auto* row = std::ranges::find(kRows, commandId, &MenuRow::commandId);
-    if (row == std::end(kRows)) return {};
+    const auto* row = std::ranges::find(kMenuBar, commandId, &MenuRow::commandId);
+    if (row == std::end(kMenuBar)) return {};
     return QString::fromLatin1(row->keys).section(QLatin1String("; "), 0, 0);
 }
 

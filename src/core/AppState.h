@@ -16,8 +16,6 @@
 #include "core/StringList.h"
 #include "media/PaletteBlock.h"
 
-class QWidget;
-
 namespace pixelgrove {
 
 struct RenderContext;
@@ -48,10 +46,6 @@ struct PaletteRecord {
 };
 
 struct AppState {
-    QWidget* mainWindow = nullptr;
-    QWidget* outputWindow = nullptr;  // as created from the menu, null when closed
-    QWidget* browserWindow = nullptr;
-    QWidget* audioConfigWindow = nullptr;
     // The render target: what the output window last registered. Null until one was opened, stays after a
     // close. A run holds its own reference.
     std::shared_ptr<OutputSurface> outputSurface;

@@ -5,30 +5,23 @@
 #include <algorithm>
 #include <utility>
 
-#include "commands/Commands.h"
-#include "core/AppState.h"
+#include "commands/MenuTable.h"
 #include "ui_EditWindow.h"
 
 namespace pixelgrove {
 
 namespace {
 
-struct KeyRow {
-    int commandId;
-    const char* keys;
-};
-constexpr KeyRow kPlaybackKeys[] = {{kCmdPlayAnew, "F5; Ctrl+Return; Ctrl+Enter"}, {kCmdStop, "Shift+F5"}};
-
 // A part of the window by its controls, from the one that takes the focus on; the later ones stand in where
 // that can't.
 using Pane = QList<QWidget*>;
 
-QList<Pane> PanesOf(const Ui::EditWindow& form) {
+QList<Pane> PanesOf(const Ui::EditWindow& form, uint32_t shownStage) {
     return {
         {form.editor},
         {form.statusText},
         {form.treeView},
-        {form.stageButtons->Button(App()->project.currentStage), form.stageButtons},
+        {form.stageButtons->Button(shownStage), form.stageButtons},
         {form.channelButton0, form.filterCombo0, form.wrapCombo0, form.vflipCheck0, form.channelButton1,
          form.filterCombo1, form.wrapCombo1, form.vflipCheck1, form.channelButton2, form.filterCombo2,
          form.wrapCombo2, form.vflipCheck2, form.channelButton3, form.filterCombo3, form.wrapCombo3,
@@ -45,8 +38,8 @@ bool Holds(const Pane& pane, const QWidget* focus) {
 
 }  // namespace
 
-void AddPlaybackKeys(QWidget& window, std::function<void(int commandId)> runCommand) {
-    for (const auto& [commandId, keys] : kPlaybackKeys) {
+void AddKeys(QWidget& window, std::function<void(int commandId)> runCommand) {
+    for (const auto& [commandId, keys] : KeyRows()) {
         auto* action = new QAction(&window);
         action->setShortcuts(QKeySequence::listFromString(QString::fromLatin1(keys)));
         action->setAutoRepeat(false);  // one run for a key that is held
@@ -56,8 +49,8 @@ void AddPlaybackKeys(QWidget& window, std::function<void(int commandId)> runComm
     }
 }
 
-void FocusNeighbourPane(const Ui::EditWindow& form, bool forward) {
-    const QList<Pane> panes = PanesOf(form);
+void FocusNeighbourPane(const Ui::EditWindow& form, uint32_t shownStage, bool forward) {
+    const QList<Pane> panes = PanesOf(form, shownStage);
     const QWidget* focus = QApplication::focusWidget();
     const auto count = panes.size();
     qsizetype at =
@@ -72,14 +65,6 @@ void FocusNeighbourPane(const Ui::EditWindow& form, bool forward) {
             return;
         }
     }
-}
-
-uint32_t NeighbourStage(uint32_t stage, bool forward) {
-    for (uint32_t turn = 1; turn < kStageCount; ++turn) {
-        const uint32_t next = (stage + (forward ? turn : kStageCount - turn)) % kStageCount;
-        if (next == kStageImage || (next != kStageNone && stageTabs[next].exists)) return next;
-    }
-    return stage;
 }
 
 }  // namespace pixelgrove

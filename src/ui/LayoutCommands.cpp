@@ -4,10 +4,10 @@
 #include <QFileInfo>
 
 #include "commands/Commands.h"
-#include "core/AppState.h"
 #include "core/BaseFolders.h"
 #include "platform/Files.h"
 #include "windows/widgets/WindowRegistry.h"
+#include "windows/widgets/WindowTable.h"
 
 namespace pixelgrove {
 
@@ -28,7 +28,7 @@ FileQuestion LayoutQuestion(const QString& caption) {
 }  // namespace
 
 void LayoutCommands::Apply() {
-    Windows().ApplyLayout(openWindow_);
+    windows_.ApplyLayout(openWindow_);
 }
 
 void LayoutCommands::Load() {
@@ -43,7 +43,7 @@ void LayoutCommands::Save() {
     const QString path = dialogs_.askForFile(question);
     if (path.isEmpty()) return;
     const bool saved = Windows().SaveLayoutFile(path);
-    App()->host->SetStatusText(saved ? QStringLiteral("File saved.") : QStringLiteral("Error saving file."));
+    say_(saved ? QStringLiteral("File saved.") : QStringLiteral("Error saving file."));
 }
 
 void LayoutCommands::LoadNamed(const QString& name) {
@@ -54,14 +54,14 @@ void LayoutCommands::LoadNamed(const QString& name) {
         LoadFile(path);
         return;
     }
-    App()->host->SetStatusText(QStringLiteral("Error loading file."));
+    say_(QStringLiteral("Error loading file."));
 }
 
 void LayoutCommands::LoadFile(const QString& path) {
     if (Windows().LoadLayoutFile(path))
         Apply();
     else
-        App()->host->SetStatusText(QStringLiteral("Error loading file."));
+        say_(QStringLiteral("Error loading file."));
 }
 
 QStringList LayoutCommands::Names() const {

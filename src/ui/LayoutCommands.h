@@ -10,11 +10,15 @@
 
 namespace pixelgrove {
 
+class WindowTable;
+
 class LayoutCommands {
   public:
-    // The dialogs outlive this object. openWindow is asked to open the window of a registry name.
-    LayoutCommands(const UserDialogs& dialogs, std::function<void(const QString& name)> openWindow)
-        : dialogs_(dialogs), openWindow_(std::move(openWindow)) {}
+    // Dialogs and windows outlive this object. openWindow is asked to run the command of a window to open,
+    // say to show a text in the message pane.
+    LayoutCommands(const UserDialogs& dialogs, const WindowTable& windows,
+                   std::function<void(int commandId)> openWindow, std::function<void(const QString&)> say)
+        : dialogs_(dialogs), windows_(windows), openWindow_(std::move(openWindow)), say_(std::move(say)) {}
 
     // Brings the windows in line with the registry.
     void Apply();
@@ -33,7 +37,9 @@ class LayoutCommands {
     void LoadFile(const QString& path);
 
     const UserDialogs& dialogs_;
-    std::function<void(const QString& name)> openWindow_;
+    const WindowTable& windows_;
+    std::function<void(int commandId)> openWindow_;
+    std::function<void(const QString&)> say_;
 };
 
 }  // namespace pixelgrove

@@ -12,17 +12,18 @@
 #include "core/PlayTime.h"
 #include "look/widgets/Icons.h"
 #include "look/widgets/Theme.h"
-#include "platform/SharedMemory.h"
 #include "project/ProjectModel.h"
 #include "render/GlSetup.h"
 #include "render/OpenGlProbe.h"
 #include "render/RenderContext.h"
 #include "render/source/MessageLines.h"
 #include "render/widgets/OffscreenOutput.h"
-#include "render/widgets/OutputWindow.h"
-#include "ui/EditorMenu.h"
 #include "ui/KeyCommands.h"
+#include "ui/OutputWindowRow.h"
 #include "ui/OutsideCommand.h"
+#include "ui/PlaybackCommands.h"
+#include "ui/ProjectMenu.h"
+#include "ui/editor/EditorMenu.h"
 #include "ui_EditWindow.h"
 #include "windows/widgets/DialogScaler.h"
 #include "windows/widgets/WindowRegistry.h"
@@ -42,14 +43,6 @@ std::unique_ptr<Ui::EditWindow> MakeForm(QWidget* client) {
     return form;
 }
 
-// The command that opens or closes the window of a registry name; 0 for the main window.
-int WindowCommand(const QString& name) {
-    if (name == QStringView(kOutputWin)) return kCmdAnimationWindow;
-    if (name == QStringView(kShadertoyWin)) return kCmdShadertoyBrowser;
-    if (name == QStringView(kAudioConfigWin)) return kCmdAudioConfiguration;
-    return 0;
-}
-
 // The local files among what is being dropped; other addresses are nothing that can be loaded.
 QStringList DroppedFiles(const QMimeData& data) {
     QStringList paths;
@@ -62,14 +55,15 @@ QStringList DroppedFiles(const QMimeData& data) {
 
 MainWindow::MainWindow()
     : form_(MakeForm(Client())),
-      commands_(this),
+      posted_(this),
       playback_(*form_),
       projects_(MakeUserDialogs(this)),
       channelPanel_(*Client(), *App(), projects_.dialogs, [this](int id) { SendCommand(id, 0); }),
-      layouts_(projects_.dialogs, [this](const QString& name) { PostCommand(WindowCommand(name), 0); }),
+      layouts_(
+          projects_.dialogs, *windows_, [this](int id) { PostCommand(id, 0); },
+          [this](const QString& text) { SetStatusText(text); }),
       find_(*form_->editor, projects_.dialogs) {
     AppState& app = *App();
-    app.mainWindow = this;
     app.host = this;
     form_->statusText->setFont(CodeFont());
     form_->statusText->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -95,14 +89,17 @@ MainWindow::MainWindow()
     ConnectControls();
     ConnectEditor();
     auto* menuBar = new QMenuBar;
-    menus_ = std::make_unique<Menus>(*menuBar, *this, [this](int id) { SendCommand(id, 0); });
+    Windows().SetSnapping(app.display.snapToEdges != 0);
+    RegisterCommands(app);
+    menus_ = std::make_unique<Menus>(*menuBar, *this, commands_, app.recent,
+                                     [this](int id) { SendCommand(id, 0); });
     SetMenuBar(menuBar);
-    AddPlaybackKeys(*this, [this](int id) { SendCommand(id, 0); });
+    windows_->onChange = [this] { menus_->ShowStates(); };
+    AddKeys(*this, [this](int id) { SendCommand(id, 0); });
     SetMinimumClientSize(kBaseSize / 2);
     ResizeClient(kBaseSize);
     AttachScaling(*Client(), true);
     RefreshLayoutMenu();
-    Windows().SetSnapping(app.display.snapToEdges != 0);
     FillDefaultPalette(*app.palette.table);
     form_->editor->addActions(menus_->EditActions());
     form_->editor->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -115,13 +112,8 @@ MainWindow::~MainWindow() {
     // The children go after the members here, and an edit that loses the focus would still send its command.
     form_->fpsTarget->disconnect(this);
     AppState& app = *App();
-    if (app.outputWindow) {
-        app.outputWindow->disconnect(this);
-        delete app.outputWindow;
-        app.outputWindow = nullptr;
-    }
+    windows_.reset();
     app.host = &SilentHost();
-    app.mainWindow = nullptr;
 }
 
 void MainWindow::ConnectControls() {
@@ -167,9 +159,8 @@ void MainWindow::ConnectEditor() {
     connect(editor, &CodeView::blockCountChanged, this, &MainWindow::RefreshCaretStatus);
     connect(editor, &CodeView::LinkActivated, this,
             [this](const QUrl& url) { projects_.dialogs.openUrl(url); });
-    connect(editor, &QWidget::customContextMenuRequested, this, [this, editor](const QPoint& at) {
-        ShowEditorMenu(*editor, editor->viewport()->mapToGlobal(at));
-    });
+    connect(editor, &QWidget::customContextMenuRequested, this,
+            [this, editor](const QPoint& at) { PopUpEditorMenu(editor->viewport()->mapToGlobal(at)); });
 }
 
 void MainWindow::SetUpTree() {
@@ -217,14 +208,6 @@ bool MainWindow::OpenInitialProject(const QString& path) {
     return false;
 }
 
-void MainWindow::ToggleOutputWindow() {
-    if (App()->outputWindow) {
-        App()->outputWindow->close();
-    } else {
-        OpenOutputWindow();
-    }
-}
-
 void MainWindow::ShowWithLayout() {
     Windows().Present(*this, kEditWin);
     layouts_.Apply();
@@ -244,44 +227,8 @@ void MainWindow::SaveBeforeEnd() {
     Windows().FreezeOpenStates();
 }
 
-void MainWindow::OpenOutputWindow() {
-    AppState& app = *App();
-    if (app.outputWindow) return;
-    auto* output = new OutputWindow;
-    app.outputWindow = output;
-    menus_->SetTick(kCmdAnimationWindow, true);
-    connect(output, &OutputWindow::Closed, this, [this, output] {
-        const QSize pixels = output->Client()->size() * output->devicePixelRatioF();
-        playback_.NoteOutputSize({pixels.width(), pixels.height()});
-        if (App()->outputWindow == output) App()->outputWindow = nullptr;
-        menus_->SetTick(kCmdAnimationWindow, false);
-    });
-    // Whoever opens it goes on typing here.
-    output->LeaveFocusTo(*this);
-    Windows().Present(*output, kOutputWin);
-}
-
 void MainWindow::RefreshLayoutMenu() {
     menus_->FillLayouts(layouts_.Names());
-}
-
-void MainWindow::ToggleLockWindows() {
-    Windows().SetLockWindows(!Windows().LockWindows());
-    menus_->SetTick(kCmdLockWindows, Windows().LockWindows());
-}
-
-void MainWindow::ToggleSnapping() {
-    AppState& app = *App();
-    app.display.snapToEdges = app.display.snapToEdges ? 0 : 1;
-    Windows().SetSnapping(app.display.snapToEdges != 0);
-    menus_->SetTick(kCmdSnapToEdges, app.display.snapToEdges != 0);
-}
-
-void MainWindow::TakeSharedPalette() {
-    AppState& app = *App();
-    PaletteBlock block;
-    if (app.palette.shared && app.palette.shared->Read(&block, sizeof block))
-        UnpackPalette(block, *app.palette.table);
 }
 
 void MainWindow::JumpToMessage(const QString& line) {
@@ -296,11 +243,11 @@ void MainWindow::JumpToMessage(const QString& line) {
 }
 
 void MainWindow::PostCommand(int commandId, intptr_t word) {
-    commands_.PostCommand(commandId, word);
+    posted_.PostCommand(commandId, word);
 }
 
 void MainWindow::CancelPostedCommand(int commandId) {
-    commands_.CancelPostedCommand(commandId);
+    posted_.CancelPostedCommand(commandId);
 }
 
 void MainWindow::Beep() {
@@ -359,8 +306,7 @@ void MainWindow::RefreshCaretStatus() {
 
 bool MainWindow::event(QEvent* event) {
     if (event->type() != CommandQueue::EventType()) return FrameWindow::event(event);
-    if (const std::optional<PostedCommand> command = commands_.Take())
-        SendCommand(command->id, command->data);
+    if (const std::optional<PostedCommand> command = posted_.Take()) SendCommand(command->id, command->data);
     return true;
 }
 
@@ -411,14 +357,14 @@ void MainWindow::dropEvent(QDropEvent* event) {
 // On the form beside its controls; those that have no use for a press let it through to here.
 void MainWindow::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::RightButton && childAt(event->pos()) == Client())
-        ShowEditorMenu(*form_->editor, event->globalPosition().toPoint());
+        PopUpEditorMenu(event->globalPosition().toPoint());
     FrameWindow::mousePressEvent(event);
 }
 
 // A press in this window that is let go over the picture samples another moment, as a click on it does.
 void MainWindow::mouseReleaseEvent(QMouseEvent* event) {
     FrameWindow::mouseReleaseEvent(event);
-    const auto* output = static_cast<OutputWindow*>(App()->outputWindow);
+    const FrameWindow* output = windows_->Find(kOutputWin);
     RenderContext* run = App()->renderContext.load();
     if (event->button() != Qt::LeftButton || !output || !run) return;
     const QPoint at = output->Client()->mapFromGlobal(event->globalPosition().toPoint());
@@ -443,7 +389,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     Windows().FreezeOpenStates();
     StopRenderThread();
     form_->editor->Forget();
-    if (App()->outputWindow) App()->outputWindow->close();
+    windows_->CloseAll();
     ClearProject(false);
     event->accept();
     Q_EMIT Closed();

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "commands/CommandQueue.h"
+#include "commands/CommandRegistry.h"
 #include "core/Host.h"
 #include "ui/LayoutCommands.h"
 #include "ui/Menus.h"
@@ -17,12 +18,15 @@
 #include "ui/channels/ChannelPanel.h"
 #include "ui/editor/FindReplace.h"
 #include "windows/widgets/FrameWindow.h"
+#include "windows/widgets/WindowTable.h"
 
 namespace Ui {
 class EditWindow;
 }
 
 namespace pixelgrove {
+
+struct AppState;
 
 class MainWindow : public FrameWindow, public Host {
     Q_OBJECT
@@ -39,7 +43,6 @@ class MainWindow : public FrameWindow, public Host {
 
     // Shows the window where the layout has it, and the other windows that are to be open.
     void ShowWithLayout();
-    void OpenOutputWindow();
 
     // Keeps a recovery copy of unsaved changes in this folder from now on.
     void StartRecovery(const QString& folder) { recovery_.Start(folder); }
@@ -53,6 +56,7 @@ class MainWindow : public FrameWindow, public Host {
     LayoutCommands& Layouts() { return layouts_; }
     Playback& PlaybackControl() { return playback_; }
     const Menus& MenuEntries() const { return *menus_; }
+    const WindowTable& OtherWindows() const { return *windows_; }
     // What the message pane says.
     QString StatusText() const;
     // Goes where a line of the message pane points to: a line of the shown stage, or a file in the user's
@@ -96,19 +100,18 @@ class MainWindow : public FrameWindow, public Host {
     void ConnectControls();
     void ConnectEditor();
     void ProbeOutput();
-    void ChooseFrameBufferFormat(int commandId);
-    void ChooseMultisample(int commandId);
-    void ToggleOutputWindow();
+    void RegisterCommands(AppState& app);
+    void RegisterLayouts(AppState& app);
+    void PopUpEditorMenu(const QPoint& globalPosition);
     void SetUpTree();
     void ZoomTree(int delta);
     void RefreshLayoutMenu();
-    void ToggleLockWindows();
-    void ToggleSnapping();
-    void TakeSharedPalette();
     void RefreshCaretStatus();
 
     std::unique_ptr<Ui::EditWindow> form_;
-    CommandQueue commands_;
+    CommandQueue posted_;
+    CommandRegistry commands_;
+    std::unique_ptr<WindowTable> windows_ = std::make_unique<WindowTable>();
     Playback playback_;
     ProjectCommands projects_;
     RecoveryKeeper recovery_;

@@ -5,34 +5,15 @@
 #include <algorithm>
 #include <iterator>
 
+#include "commands/CommandRegistry.h"
 #include "commands/Commands.h"
 #include "commands/MenuTable.h"
-#include "core/AppState.h"
 #include "ui/RecentMenus.h"
-#include "windows/widgets/WindowRegistry.h"
+#include "windows/widgets/MenuBuilder.h"
 
 namespace pixelgrove {
 
 namespace {
-
-// GL_RGB16F stands on the menu and is not accepted: it can't be counted on as a colour target.
-constexpr FrameBufferFormatRow kFormats[] = {
-    {115, 0x8058, true}, {116, 0x8051, true}, {117, 0x881A, true},       {118, 0x881B, false},
-    {119, 0x805B, true}, {120, 0x8054, true}, {121, gl::kRgba32f, true},
-};
-
-constexpr int kEditCommands[] = {kCmdEditUndo,  kCmdEditRedo,   kCmdEditCut,      kCmdEditCopy,
-                                 kCmdEditPaste, kCmdEditDelete, kCmdEditSelectAll};
-
-constexpr int kUnavailable[] = {
-    kCmdRecord,  kCmdInsertDefines,     kCmdLoadDefines, kCmdCreateControl,    kCmdAbout,
-    kCmdLicense, kCmdRecordingSettings, kCmdLoadPalette, kCmdShadertoyBrowser, kCmdAudioConfiguration,
-};
-
-template <size_t N>
-bool Contains(const int (&ids)[N], int id) {
-    return std::ranges::find(ids, id) != std::end(ids);
-}
 
 // The menu of that label among the actions and below them.
 QMenu* FindMenu(const QList<QAction*>& actions, const QString& label) {
@@ -47,29 +28,11 @@ QMenu* FindMenu(const QList<QAction*>& actions, const QString& label) {
 
 }  // namespace
 
-bool IsCommandAvailable(int commandId) {
-    const int palette = commandId - kCmdRecentPaletteFirst;
-    return !Contains(kUnavailable, commandId) && (palette < 0 || palette >= StringList::kCapacity);
-}
-
-QString MenuText(QString text) {
-    return text.replace(u'&', QStringLiteral("&&"));
-}
-
-const FrameBufferFormatRow* FindFrameBufferFormat(int commandId) {
-    const auto* row = std::ranges::find(kFormats, commandId, &FrameBufferFormatRow::commandId);
-    return row == std::end(kFormats) ? nullptr : row;
-}
-
-const FrameBufferFormatRow* FindFrameBufferFormatOf(uint32_t format) {
-    const auto* row = std::ranges::find(kFormats, format, &FrameBufferFormatRow::format);
-    return row == std::end(kFormats) ? nullptr : row;
-}
-
-Menus::Menus(QMenuBar& bar, QObject& receiver, std::function<void(int commandId)> runCommand)
-    : bar_(bar), receiver_(receiver), runCommand_(std::move(runCommand)) {
+Menus::Menus(QMenuBar& bar, QObject& receiver, const CommandRegistry& commands, const RecentLists& recent,
+             std::function<void(int commandId)> runCommand)
+    : bar_(bar), receiver_(receiver), commands_(commands), runCommand_(std::move(runCommand)) {
     QList<QMenu*> open;
-    for (const MenuRow& row : MenuTable()) {
+    for (const MenuRow& row : MenuBarRows()) {
         const QString text = QString::fromUtf16(row.text);
         switch (row.kind) {
             case MenuRowKind::Menu:
@@ -85,49 +48,40 @@ Menus::Menus(QMenuBar& bar, QObject& receiver, std::function<void(int commandId)
                 open.last()->addAction(text)->setEnabled(false);
                 break;
             case MenuRowKind::Entry:
+            case MenuRowKind::FocusEntry:
             case MenuRowKind::Tick: {
                 QAction* action = AddEntry(*open.last(), row.commandId, text);
                 action->setCheckable(row.kind == MenuRowKind::Tick);
                 action->setShortcuts(QKeySequence::listFromString(QString::fromLatin1(row.keys)));
-                // The editing keys act where the focus is: the message pane and the fields have their own.
-                if (Contains(kEditCommands, row.commandId)) action->setShortcutContext(Qt::WidgetShortcut);
+                if (row.kind == MenuRowKind::FocusEntry) action->setShortcutContext(Qt::WidgetShortcut);
                 break;
             }
         }
     }
-    ShowTicks();
+    ShowStates();
     // What changes in many places is looked up when it comes on screen.
-    const auto showRestore = [this] {
-        Action(kCmdRestorePrevious)->setEnabled(App()->project.previousProject != nullptr);
-    };
-    showRestore();
-    QObject::connect(FindSubmenu(QStringLiteral("&FIle")), &QMenu::aboutToShow, &receiver_, showRestore);
+    QObject::connect(FindSubmenu(QStringLiteral("&FIle")), &QMenu::aboutToShow, &receiver_,
+                     [this] { ShowStates(); });
     for (const RecentMenuRow& row : kRecentMenus) {
         const QMenu* submenu = FindSubmenu(QString::fromUtf16(row.label));
         QObject::connect(static_cast<QMenu*>(submenu->parent()), &QMenu::aboutToShow, &receiver_,
-                         [this, &row] { RebuildRecentMenu(*this, row); });
+                         [this, &row, &recent] { FillRecentMenu(*this, row, recent); });
     }
 }
 
 QAction* Menus::AddEntry(QMenu& menu, int commandId, const QString& text) {
     QAction* action = menu.addAction(text);
     action->setData(commandId);
-    action->setEnabled(IsCommandAvailable(commandId));
+    ShowState(*action, commands_.StateOf(commandId));
     QObject::connect(action, &QAction::triggered, &receiver_,
                      [run = runCommand_, commandId] { run(commandId); });
     actions_[commandId] = action;
     return action;
 }
 
-void Menus::ShowTicks() {
-    const AppState& app = *App();
-    SetTick(kCmdUseGdiDisplay, app.run->useGdiDisplay != 0);
-    SetTick(kCmdShowChannelBuffers, app.run->showChannelBuffers != 0);
-    SetTick(kCmdMultisampleFirst + int(app.display.multisampleIndex), true);
-    if (const FrameBufferFormatRow* row = FindFrameBufferFormatOf(app.run->frameBufferFormat))
-        SetTick(row->commandId, true);
-    SetTick(kCmdSnapToEdges, app.display.snapToEdges != 0);
-    SetTick(kCmdLockWindows, Windows().LockWindows());
+void Menus::ShowStates() {
+    for (const auto& [commandId, action] : actions_)
+        ShowState(*action, commands_.StateOf(commandId));
 }
 
 QAction* Menus::Action(int commandId) const {
@@ -135,14 +89,10 @@ QAction* Menus::Action(int commandId) const {
     return found == actions_.end() ? nullptr : found->second;
 }
 
-void Menus::SetTick(int commandId, bool ticked) {
-    if (QAction* action = Action(commandId)) action->setChecked(ticked);
-}
-
 QList<QAction*> Menus::EditActions() const {
     QList<QAction*> actions;
-    for (int id : kEditCommands)
-        actions.append(Action(id));
+    for (const MenuRow& row : MenuBarRows())
+        if (row.kind == MenuRowKind::FocusEntry) actions.append(Action(row.commandId));
     return actions;
 }
 

@@ -1,5 +1,5 @@
-// The main window's menus: every entry carries the id of its command and runs it through the window. The one
-// home of the menu texts, and of which commands there are today. Main thread.
+// The main window's menus: every entry carries the id of its command, shows its state, and runs it through
+// the window. Main thread.
 #pragma once
 
 #include <QAction>
@@ -13,16 +13,21 @@ class QMenuBar;
 
 namespace pixelgrove {
 
+class CommandRegistry;
+struct RecentLists;
+
 class Menus {
   public:
-    // Builds the menus into the bar, ticked as AppState and the stored settings say. The lists of recent
-    // files are filled when their menu opens. runCommand is called with an entry's id while the receiver
-    // lives.
-    Menus(QMenuBar& bar, QObject& receiver, std::function<void(int commandId)> runCommand);
+    // Builds the menus into the bar. The lists of recent files are filled when their menu opens. runCommand
+    // is called with an entry's id while the receiver lives. Commands and lists outlive the receiver.
+    Menus(QMenuBar& bar, QObject& receiver, const CommandRegistry& commands, const RecentLists& recent,
+          std::function<void(int commandId)> runCommand);
 
     // Null for a command that is on no menu.
     QAction* Action(int commandId) const;
-    void SetTick(int commandId, bool ticked);
+    // Has every entry show what its command's state is now. After each command and whatever else may have
+    // changed one.
+    void ShowStates();
     // The entries that act on the text where the focus is.
     QList<QAction*> EditActions() const;
 
@@ -38,31 +43,13 @@ class Menus {
 
   private:
     QAction* AddEntry(QMenu& menu, int commandId, const QString& text);
-    void ShowTicks();
 
     QMenuBar& bar_;
     QObject& receiver_;
+    const CommandRegistry& commands_;
     std::function<void(int commandId)> runCommand_;
     std::map<int, QAction*> actions_;
     QMap<int, QString> layouts_;
 };
-
-// False for the commands of what this version lacks: their entries are disabled, and sending them does
-// nothing.
-bool IsCommandAvailable(int commandId);
-
-// The text as a menu shows it letter for letter.
-QString MenuText(QString text);
-
-// A frame buffer format as the menu offers it.
-struct FrameBufferFormatRow {
-    int commandId;
-    uint32_t format;  // GL internal format
-    bool isAccepted;  // choosing it changes the format
-};
-// Ids kCmdFrameBufferFormatFirst to kCmdFrameBufferFormatLast in order; null for another id.
-const FrameBufferFormatRow* FindFrameBufferFormat(int commandId);
-// The entry of a format; null when the menu has none.
-const FrameBufferFormatRow* FindFrameBufferFormatOf(uint32_t format);
 
 }  // namespace pixelgrove

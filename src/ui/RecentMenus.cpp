@@ -11,18 +11,13 @@ const std::array<RecentMenuRow, 3> kRecentMenus{{
     {u"Recent Palette Files", kCmdRecentPaletteFirst, &RecentLists::recentPalettes},
 }};
 
-void RebuildRecentMenu(Menus& menus, const RecentMenuRow& row) {
+void FillRecentMenu(Menus& menus, const RecentMenuRow& row, const RecentLists& lists) {
     QStringList texts;
-    if (const StringList* list = (App()->recent.*row.list).get()) {
+    if (const StringList* list = (lists.*row.list).get()) {
         for (const QString& path : list->entries)
             texts.append(QString::number(texts.size() + 1) + u' ' + path);
     }
     menus.FillSubmenu(QString::fromUtf16(row.label), row.firstCommandId, texts);
-}
-
-void RebuildRecentMenus(Menus& menus) {
-    for (const RecentMenuRow& row : kRecentMenus)
-        RebuildRecentMenu(menus, row);
 }
 
 }  // namespace pixelgrove

@@ -18,7 +18,6 @@ struct RecentMenuRow {
 extern const std::array<RecentMenuRow, 3> kRecentMenus;
 
 // Fills the submenu from its list: "1 PATH" for the newest, and so on. An empty list leaves it empty.
-void RebuildRecentMenu(Menus& menus, const RecentMenuRow& row);
-void RebuildRecentMenus(Menus& menus);
+void FillRecentMenu(Menus& menus, const RecentMenuRow& row, const RecentLists& lists);
 
 }  // namespace pixelgrove

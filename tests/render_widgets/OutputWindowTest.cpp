@@ -33,7 +33,6 @@ class OutputWindowTest : public OutputTest {
 
 TEST_F(OutputWindowTest, RegistersItsSurfaceAndCloses) {
     Open();
-    App()->outputWindow = window;
     std::shared_ptr<OutputSurface> surface = App()->outputSurface;
     EXPECT_EQ(surface, window->Surface());
     EXPECT_EQ(surface->ClientSize(), (SurfaceSize{640, 360}));
@@ -44,7 +43,6 @@ TEST_F(OutputWindowTest, RegistersItsSurfaceAndCloses) {
     EXPECT_TRUE(window->RunCommand(kCmdCancel));
     EXPECT_TRUE(PumpUntil([&] { return !window && !view; }));
     EXPECT_EQ(closed.count(), 1);
-    EXPECT_EQ(App()->outputWindow, nullptr);
     // The render target stays, and says that it is of no more use.
     EXPECT_EQ(App()->outputSurface, surface);
     EXPECT_TRUE(IsRetired(*surface));

@@ -242,7 +242,7 @@ class ChannelRunTest : public ChannelPanelTest {
         OpenOutput();
     }
     // The colour in the upper half of the output window.
-    static bool ShowsAbove(const QColor& colour) {
+    bool ShowsAbove(const QColor& colour) const {
         return PumpUntil([&] {
             const QImage shot = Screenshot();
             return shot.pixelColor(shot.width() / 2, shot.height() / 4) == colour;

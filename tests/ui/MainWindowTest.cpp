@@ -188,21 +188,21 @@ TEST_F(MainWindowTest, ASavedProjectReadsBackTheSame) {
 TEST_F(MainWindowTest, MenuChoicesReachTheRunsSettings) {
     auto choose = [this](int id) { window->MenuEntries().Action(id)->trigger(); };
     auto ticked = [this](int id) { return window->MenuEntries().Action(id)->isChecked(); };
-    EXPECT_TRUE(ticked(121));
-    choose(115);
+    EXPECT_TRUE(ticked(kCmdFormatRgba32f));
+    choose(kCmdFormatRgba8);
     EXPECT_EQ(App()->run->frameBufferFormat, 0x8058u);
-    EXPECT_FALSE(ticked(121));
-    EXPECT_TRUE(ticked(115));
-    choose(118);
+    EXPECT_FALSE(ticked(kCmdFormatRgba32f));
+    EXPECT_TRUE(ticked(kCmdFormatRgba8));
+    choose(kCmdFormatRgb16f);
     EXPECT_EQ(App()->run->frameBufferFormat, 0x8058u) << "GL_RGB16F is not accepted";
-    EXPECT_TRUE(ticked(118)) << "but ticked";
-    EXPECT_FALSE(ticked(115));
+    EXPECT_TRUE(ticked(kCmdFormatRgb16f)) << "but ticked";
+    EXPECT_FALSE(ticked(kCmdFormatRgba8));
 }
 
 TEST_F(MainWindowTest, PostedCommandsCanBeDroppedUntilTheyRun) {
     window->PostCommand(kCmdUseGdiDisplay, 0);
     window->PostCommand(kCmdUseGdiDisplay, 0);
-    window->PostCommand(kCmdMultisampleFirst + 2, 0);
+    window->PostCommand(kCmdMultisample4, 0);
     window->CancelPostedCommand(kCmdUseGdiDisplay);
     QCoreApplication::processEvents();
     EXPECT_EQ(App()->run->useGdiDisplay, 0u);

@@ -1,13 +1,15 @@
 // The menus, the lists of recent files in them, and the editor's context menu.
 #include "ui/Menus.h"
 
+#include <QContextMenuEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <set>
 
 #include "WindowFixture.h"
-#include "ui/EditorMenu.h"
+#include "commands/CommandRegistry.h"
 #include "ui/RecentMenus.h"
+#include "ui/editor/EditorMenu.h"
 #include "ui/editor/ShaderHelp.h"
 
 namespace pixelgrove {
@@ -37,11 +39,16 @@ class MenusTest : public DisplayTest {
         for (auto* list :
              {&App()->recent.recentFiles, &App()->recent.recentProjects, &App()->recent.recentPalettes})
             *list = std::make_unique<StringList>();
-        menus = std::make_unique<Menus>(bar, bar, [this](int id) { ran.push_back(id); });
+        for (const auto& [first, last] : {std::pair(kCmdRecentFileFirst, kCmdRecentFileFirst + 9),
+                                          std::pair(kCmdLayoutFirst, int(kCmdLayoutLast))})
+            ASSERT_TRUE(commands.Add({.first = first, .last = last, .run = [](int) {}}));
+        menus =
+            std::make_unique<Menus>(bar, bar, commands, App()->recent, [this](int id) { ran.push_back(id); });
     }
     QMenu* Submenu(const char* label) const { return menus->FindSubmenu(QString::fromLatin1(label)); }
 
     QMenuBar bar;
+    CommandRegistry commands;
     std::unique_ptr<Menus> menus;
     std::vector<int> ran;
 };
@@ -61,7 +68,7 @@ TEST_F(MenusTest, RecentListsFillWhenTheirMenuOpens) {
     // A choice may change the list that it stands in.
     QObject::connect(files->actions().at(1), &QAction::triggered, &bar, [this] {
         App()->recent.recentFiles->entries.move(1, 0);
-        RebuildRecentMenu(*menus, kRecentMenus[0]);
+        FillRecentMenu(*menus, kRecentMenus[0], App()->recent);
     });
     menus->Action(32769)->trigger();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -112,7 +119,8 @@ TEST_F(EditorMenuWindowTest, TheMenuIsForTheLineBelowTheMouse) {
         Editor()->GoToLine(line);
         const QPoint at = Editor()->cursorRect().center();
         Editor()->GoToLine(1);
-        ShowEditorMenu(*Editor(), Editor()->viewport()->mapToGlobal(at));
+        QContextMenuEvent event(QContextMenuEvent::Mouse, at, Editor()->viewport()->mapToGlobal(at));
+        QCoreApplication::sendEvent(Editor()->viewport(), &event);
         QMenu* menu = nullptr;
         for (QMenu* candidate : Editor()->findChildren<QMenu*>(QStringLiteral("editorMenu")))
             if (candidate->isVisible()) menu = candidate;

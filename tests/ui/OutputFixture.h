@@ -19,17 +19,17 @@ class OutputTest : public WindowTest {
     }
     // Side by side: what is covered can't be seen on a screenshot.
     void OpenOutput() {
-        window->OpenOutputWindow();
+        Run(kCmdAnimationWindow);
         Output().move(8, 40);
         window->move(900, 20);
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(App()->outputWindow));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(OutputFrame()));
     }
     bool PlayUntilRunning() {
         Run(kCmdPlay);
         return PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); });
     }
-    static OutputWindow& Output() { return static_cast<OutputWindow&>(*App()->outputWindow); }
-    static QImage Screenshot() { return Output().screen()->grabWindow(Output().View()->winId()).toImage(); }
+    OutputWindow& Output() const { return static_cast<OutputWindow&>(*OutputFrame()); }
+    QImage Screenshot() const { return Output().screen()->grabWindow(Output().View()->winId()).toImage(); }
 };
 
 }  // namespace pixelgrove

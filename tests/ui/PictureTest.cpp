@@ -34,7 +34,7 @@ class PictureTest : public OutputTest {
         OutputTest::SetUp();
         if (App()) OpenOutput();
     }
-    static bool ShowsQuarters(const QSize& size) {
+    bool ShowsQuarters(const QSize& size) const {
         const QImage image = Screenshot();
         if (image.size() != size) return false;
         const int w = size.width();
@@ -67,7 +67,7 @@ TEST_F(PictureTest, BothPathsShowExactPixelsAtEverySize) {
         ASSERT_TRUE(PlayUntilRunning());
         for (const QSize size : {QSize(640, 360), QSize(320, 241), QSize(801, 600), QSize(173, 77)}) {
             Output().ResizeClient(size);
-            EXPECT_TRUE(PumpUntil([&size] { return ShowsQuarters(size); }))
+            EXPECT_TRUE(PumpUntil([&] { return ShowsQuarters(size); }))
                 << "read back: " << readBack << ", " << size.width() << " by " << size.height();
         }
         Run(kCmdStop);
@@ -80,7 +80,7 @@ TEST_F(PictureTest, ThePathCanBeSwitchedWhileAProjectPlays) {
     for (int i = 0; i < 6; ++i) {
         Run(kCmdUseGdiDisplay);
         Output().ResizeClient({300 + 10 * i, 200});
-        EXPECT_TRUE(PumpUntil([i] { return ShowsQuarters({300 + 10 * i, 200}); })) << i;
+        EXPECT_TRUE(PumpUntil([&] { return ShowsQuarters({300 + 10 * i, 200}); })) << i;
     }
 }
 
@@ -90,14 +90,14 @@ TEST_F(PictureTest, OutputWindowsComeAndGoWhileProjectsPlay) {
     for (int i = 0; i < 50; ++i) {
         if (i % 5 == 0) {
             ASSERT_TRUE(PlayUntilRunning()) << i;
-            ASSERT_TRUE(PumpUntil([] { return Screenshot().pixelColor(30, 30) == QColor(Qt::red); })) << i;
+            ASSERT_TRUE(PumpUntil([this] { return Screenshot().pixelColor(30, 30) == QColor(Qt::red); })) << i;
         }
         Run(kCmdAnimationWindow);
-        EXPECT_EQ(App()->outputWindow, nullptr);
+        EXPECT_EQ(OutputFrame(), nullptr);
         QCoreApplication::processEvents();
         Run(kCmdAnimationWindow);
-        ASSERT_NE(App()->outputWindow, nullptr);
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(App()->outputWindow));
+        ASSERT_NE(OutputFrame(), nullptr);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(OutputFrame()));
         if (i % 5 == 4) {
             Run(kCmdStop);
             EXPECT_EQ(App()->renderThread, nullptr);
@@ -133,7 +133,7 @@ TEST_F(PictureTest, AShaderThatHangsLeavesTheWindowsAnswering) {
     for (; AbandonedRuns() > 0; ++turns)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
     EXPECT_GT(turns, 20);
-    EXPECT_TRUE(PumpUntil([] { return ShowsQuarters({640, 360}); })) << "the next project plays";
+    EXPECT_TRUE(PumpUntil([this] { return ShowsQuarters({640, 360}); })) << "the next project plays";
     Run(kCmdStop);
 }
 

@@ -277,16 +277,16 @@ TEST_F(PlaybackTest, WhatHangsHoldsUpNeitherRestartNorExit) {
 
 TEST_F(PlaybackTest, ClosingTheOutputWindowKeepsTheRunStoppable) {
     Run(kCmdAnimationWindow);
-    ASSERT_NE(App()->outputWindow, nullptr);
+    ASSERT_NE(OutputFrame(), nullptr);
     EXPECT_TRUE(window->MenuEntries().Action(kCmdAnimationWindow)->isChecked());
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(App()->outputWindow));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(OutputFrame()));
     ASSERT_TRUE(PlayUntilRunning());
     EXPECT_EQ(App()->renderThread->request.surface, App()->outputSurface);
     const SurfaceSize size = App()->outputSurface->ClientSize();
 
     const auto close = [this] {
-        App()->outputWindow->close();
-        EXPECT_EQ(App()->outputWindow, nullptr);
+        OutputFrame()->close();
+        EXPECT_EQ(OutputFrame(), nullptr);
         EXPECT_FALSE(window->MenuEntries().Action(kCmdAnimationWindow)->isChecked());
         const uint64_t before = App()->renderThread->framesDrawn;
         EXPECT_TRUE(PumpUntil([&] { return App()->renderThread->framesDrawn > before + 2; }));

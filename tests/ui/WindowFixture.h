@@ -72,6 +72,9 @@ class WindowTest : public DisplayTest {
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     }
 
+    // Null while it is closed.
+    FrameWindow* OutputFrame() const { return window->OtherWindows().Find(kOutputWin); }
+
     template <typename W>
     W* Control(const char* name) const {
         W* control = window->findChild<W*>(QString::fromLatin1(name));

@@ -32,11 +32,11 @@ class WindowsTest : public WindowTest {
     // Shows the windows as the program does at its start.
     void ShowLayout() {
         window->ShowWithLayout();
-        ASSERT_TRUE(PumpUntil([] { return App()->outputWindow && App()->outputWindow->isVisible(); }));
+        ASSERT_TRUE(PumpUntil([this] { return OutputFrame() && OutputFrame()->isVisible(); }));
         PumpFor(50);
     }
     bool Ticked(int commandId) const { return window->MenuEntries().Action(commandId)->isChecked(); }
-    static FrameWindow& Output() { return static_cast<FrameWindow&>(*App()->outputWindow); }
+    FrameWindow& Output() const { return static_cast<FrameWindow&>(*OutputFrame()); }
 };
 
 TEST_F(WindowsTest, TheFirstStartSharesTheScreen) {
@@ -83,7 +83,7 @@ TEST_F(WindowsTest, LayoutsAreSavedListedAndLoaded) {
     Output().close();
     PumpFor(30);
     Run(kCmdLoadLayout);
-    EXPECT_TRUE(PumpUntil([] { return App()->outputWindow != nullptr; })) << "opened by its command";
+    EXPECT_TRUE(PumpUntil([this] { return OutputFrame() != nullptr; })) << "opened by its command";
     ASSERT_TRUE(QFile::remove(chosenPath));
     entry->trigger();
     EXPECT_EQ(Status(), QStringLiteral("Error loading file."));

@@ -45,7 +45,7 @@ QIcon MakeIcon() {
 // Recording is not part of the program yet; its entries keep their places.
 bool IsAvailable(int commandId) {
     return commandId != kCmdScreenCapture8k &&
-           (commandId < kCmdRecordForFirst || commandId > kCmdRecordForLast);
+           (commandId < kCmdRecordFor10s || commandId > kCmdRecordManualStop);
 }
 
 }  // namespace
@@ -83,7 +83,6 @@ void OutputWindow::LetViewGo() {
     std::exchange(view_, nullptr)->LetGo();
     // It has lost its window, and some versions of Qt look at that without asking when the frame goes.
     delete std::exchange(container_, nullptr);
-    if (App() && App()->outputWindow == this) App()->outputWindow = nullptr;
     Q_EMIT Closed();
 }
 

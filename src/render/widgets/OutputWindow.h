@@ -33,7 +33,7 @@ class OutputWindow : public FrameWindow {
     std::unique_ptr<QMenu> MakeContextMenu();
 
   Q_SIGNALS:
-    // The window goes, by whatever way; AppState::outputWindow no longer names it.
+    // The window goes, by whatever way.
     void Closed();
 
   protected:

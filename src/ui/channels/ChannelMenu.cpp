@@ -11,6 +11,7 @@
 #include "render/ChannelTextures.h"
 #include "shadertoy/ProjectMedia.h"
 #include "ui/channels/PickFiles.h"
+#include "windows/widgets/MenuBuilder.h"
 
 namespace pixelgrove {
 
@@ -19,19 +20,18 @@ namespace {
 // The entries that need no file.
 struct EntryRow {
     int id;
-    const char16_t* text;
     uint32_t kind;
     int32_t sourceStage;
 };
 constexpr EntryRow kLiveEntries[] = {
-    {kChannelMenuBufferA, u"Buffer A", kChannelBuffer, kStageBufferA},
-    {kChannelMenuBufferB, u"Buffer B", kChannelBuffer, kStageBufferB},
-    {kChannelMenuBufferC, u"Buffer C", kChannelBuffer, kStageBufferC},
-    {kChannelMenuBufferD, u"Buffer D", kChannelBuffer, kStageBufferD},
-    {kChannelMenuCubeA, u"Cubemap A", kChannelCubeA, kStageCubeA},
-    {kChannelMenuKeyboard, u"Keyboard", kChannelKeyboard, -1},
-    {kChannelMenuWebcam, u"Webcam", kChannelWebcam, -1},
-    {kChannelMenuAudio, u"Audio", kChannelAudio, -1},
+    {kChannelMenuBufferA, kChannelBuffer, kStageBufferA},
+    {kChannelMenuBufferB, kChannelBuffer, kStageBufferB},
+    {kChannelMenuBufferC, kChannelBuffer, kStageBufferC},
+    {kChannelMenuBufferD, kChannelBuffer, kStageBufferD},
+    {kChannelMenuCubeA, kChannelCubeA, kStageCubeA},
+    {kChannelMenuKeyboard, kChannelKeyboard, -1},
+    {kChannelMenuWebcam, kChannelWebcam, -1},
+    {kChannelMenuAudio, kChannelAudio, -1},
 };
 
 // A name that doesn't fit its field leaves it empty.
@@ -88,17 +88,7 @@ QMenu* MakeChannelMenu(QWidget* parent, bool inUse, std::function<void(int entry
     auto* menu = new QMenu(parent);
     menu->setObjectName(QStringLiteral("channelMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    const auto add = [](QMenu& to, int id, const QString& text) { to.addAction(text)->setData(id); };
-    if (inUse) {
-        add(*menu, kChannelMenuReset, QStringLiteral("Reset Channel"));
-        menu->addSeparator();
-    }
-    QMenu* live = menu->addMenu(QStringLiteral("Misc"));
-    for (const EntryRow& row : kLiveEntries)
-        add(*live, row.id, QString::fromUtf16(row.text));
-    add(*menu, kChannelMenuTexture, QStringLiteral("Texture..."));
-    add(*menu, kChannelMenuCubemap, QStringLiteral("Cubemap..."));
-    add(*menu, kChannelMenuVolume, QStringLiteral("Volume..."));
+    FillMenu(*menu, ChannelMenuRows(inUse), AlwaysAvailable);
     // A submenu's choices arrive here too.
     QObject::connect(menu, &QMenu::triggered, parent,
                      [run = std::move(run)](const QAction* action) { run(action->data().toInt()); });

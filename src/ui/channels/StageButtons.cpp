@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "project/ProjectModel.h"
+#include "windows/widgets/MenuBuilder.h"
 
 namespace pixelgrove {
 
@@ -161,8 +162,8 @@ void StageButtons::PopUpRemoveMenu(uint32_t stage, const QPoint& globalPosition)
     auto* menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("removeStageMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    connect(menu->addAction(QStringLiteral("Remove Buffer")), &QAction::triggered, this,
-            [stage] { RemoveStage(stage); });
+    FillMenu(*menu, StageMenuRows(), AlwaysAvailable);
+    connect(menu, &QMenu::triggered, this, [stage] { RemoveStage(stage); });
     menu->popup(globalPosition);
 }
 

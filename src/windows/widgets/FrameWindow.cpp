@@ -321,7 +321,9 @@ bool FrameWindow::event(QEvent* event) {
     if (!self) return handled;
     switch (type) {
         case QEvent::Close:
-            if (event->isAccepted()) Windows().NoteClosed(*this);
+            if (!event->isAccepted()) break;
+            Windows().NoteClosed(*this);
+            Q_EMIT CloseAccepted();
             break;
         case QEvent::Show:
             caption_->SetCanMinimise(HasWindowManager());

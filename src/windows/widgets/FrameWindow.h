@@ -85,6 +85,10 @@ class FrameWindow : public QWidget {
     // window.
     std::unique_ptr<QMenu> MakeWindowMenu();
 
+  Q_SIGNALS:
+    // The window is closed; it may be shown again, or delete itself.
+    void CloseAccepted();
+
   protected:
     bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;

@@ -1,4 +1,4 @@
-#include "ui/EditorMenu.h"
+#include "ui/editor/EditorMenu.h"
 
 #include <QMenu>
 #include <QTextBlock>
@@ -6,12 +6,11 @@
 
 #include "commands/Commands.h"
 #include "commands/MenuTable.h"
-#include "core/AppState.h"
 #include "core/BaseFolders.h"
 #include "platform/Files.h"
 #include "platform/TextScan.h"
-#include "ui/Menus.h"
 #include "ui/editor/CodeView.h"
+#include "windows/widgets/MenuBuilder.h"
 
 namespace pixelgrove {
 
@@ -19,40 +18,6 @@ namespace {
 
 constexpr qsizetype kMaxLineLength = 1023;
 constexpr const char* kIncludeProperty = "currentIncludeFile";
-
-struct MenuEntry {
-    int commandId;  // 0 is a separator
-    const char16_t* text;
-};
-
-constexpr MenuEntry kEntries[] = {
-    {kCmdEditUndo, u"Undo"},
-    {kCmdEditRedo, u"Redo"},
-    {0, nullptr},
-    {kCmdEditCut, u"Cut"},
-    {kCmdEditCopy, u"Copy"},
-    {kCmdEditPaste, u"Paste"},
-    {kCmdEditDelete, u"Delete"},
-    {0, nullptr},
-    {kCmdEditSelectAll, u"Select All"},
-    {0, nullptr},
-    {kCmdShaderHelp, u"Shader Help"},
-    {0, nullptr},
-    {kCmdInsertDefines, u"Insert #defines in text"},
-    {kCmdLoadDefines, u"Load #defines from text"},
-    {0, nullptr},
-    {kCmdCreateControl, u"Create Control"},
-    {0, nullptr},
-    {kCmdIndentSelection, u"Indent Selection"},
-};
-
-// The key is shown only: the entry of the Edit menu takes it.
-void AddEntry(QMenu& menu, int commandId, const QString& text) {
-    const QString key = FirstKeyOf(commandId);
-    QAction* action = menu.addAction(key.isEmpty() ? text : text + u'\t' + key);
-    action->setData(commandId);
-    action->setEnabled(IsCommandAvailable(commandId));
-}
 
 }  // namespace
 
@@ -78,7 +43,8 @@ QString IncludePathOf(const QString& name) {
     return PathOf(PathId::Shaders) + QStringLiteral("/Include/") + name;
 }
 
-void ShowEditorMenu(CodeView& editor, const QPoint& globalPosition) {
+void ShowEditorMenu(CodeView& editor, const CommandRegistry& commands, const QPoint& globalPosition,
+                    std::function<void(int commandId)> runCommand) {
     const QPoint position = editor.viewport()->mapFromGlobal(globalPosition);
     const QString include = IncludeNameOf(editor.cursorForPosition(position).block().text());
     editor.setProperty(kIncludeProperty, include.isEmpty() ? QVariant() : QVariant(include));
@@ -87,18 +53,13 @@ void ShowEditorMenu(CodeView& editor, const QPoint& globalPosition) {
     menu->setObjectName(QStringLiteral("editorMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     if (!include.isEmpty()) {
-        AddEntry(*menu, kCmdOpenInclude, QStringLiteral("Open \"%1\"").arg(MenuText(include)));
+        menu->addAction(QStringLiteral("Open \"%1\"").arg(MenuText(include)))->setData(int(kCmdOpenInclude));
         menu->addSeparator();
     }
-    for (const MenuEntry& entry : kEntries) {
-        if (entry.commandId == 0) {
-            menu->addSeparator();
-        } else {
-            AddEntry(*menu, entry.commandId, QString::fromUtf16(entry.text));
-        }
-    }
-    QObject::connect(menu, &QMenu::triggered, &editor,
-                     [](const QAction* action) { App()->host->SendCommand(action->data().toInt(), 0); });
+    FillMenu(*menu, EditorMenuRows(), [&commands](int id) { return commands.StateOf(id); });
+    QObject::connect(
+        menu, &QMenu::triggered, &editor,
+        [runCommand = std::move(runCommand)](const QAction* action) { runCommand(action->data().toInt()); });
     menu->popup(globalPosition);
 }
 

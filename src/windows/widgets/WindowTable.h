@@ -1,0 +1,63 @@
+// WindowTable: the program's windows beside the main one, a row each. The commands that open and close them,
+// their ticks in the menu, layouts and the end of the program all go by these rows.
+//
+// To add a window: derive it from FrameWindow; in a file beside it write a function that adds its row here
+// and hands on what the window needs; call that function where the main window fills its table.
+//
+// Owned by the main window; main thread.
+#pragma once
+
+#include <QPointer>
+#include <QString>
+#include <functional>
+#include <vector>
+
+namespace pixelgrove {
+
+class CommandRegistry;
+class FrameWindow;
+
+struct WindowTableRow {
+    QString name;       // of its row in layouts
+    int commandId = 0;  // opens the window, or closes the one that is there
+    // A new window on the heap, not shown yet. The table shows it.
+    std::function<FrameWindow*()> make;
+};
+
+class WindowTable {
+  public:
+    WindowTable() = default;
+    // Deletes the windows that are open, without the close that a user would see.
+    ~WindowTable();
+    WindowTable(const WindowTable&) = delete;
+    WindowTable& operator=(const WindowTable&) = delete;
+
+    // Each name and each command once; the command is the registry's from now on. This object outlives it.
+    void Add(WindowTableRow row, CommandRegistry& commands);
+
+    // Told whenever a window has come or gone; may be empty.
+    std::function<void()> onChange;
+
+    // The open window of that name in layouts; null while it is closed.
+    FrameWindow* Find(QStringView name) const;
+    // Closes what is open, as the user does.
+    void CloseAll();
+
+    // Brings all windows in line with the rows of the layout; openWindow gets the commands of those to open.
+    // Those of windows that the program lacks stay as they are.
+    void ApplyLayout(const std::function<void(int commandId)>& openWindow) const;
+
+  private:
+    struct Entry {
+        WindowTableRow row;
+        QPointer<FrameWindow> window;  // while it is open
+    };
+
+    const Entry* EntryOf(QStringView name) const;
+    Entry* EntryOf(QStringView name);
+    void Toggle(QStringView name);
+
+    std::vector<Entry> entries_;
+};
+
+}  // namespace pixelgrove

@@ -1,0 +1,61 @@
+#include "commands/CommandRegistry.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+#include "commands/MenuTable.h"
+
+namespace pixelgrove {
+namespace {
+
+// Ids 10 to 12 and 20 have handlers; 11's condition doesn't hold.
+TEST(CommandRegistry, RunsWhatIsThereAndAvailable) {
+    CommandRegistry commands;
+    std::string ran;
+    const auto note = [&ran](int id) { ran += std::to_string(id) + ' '; };
+    EXPECT_TRUE(commands.Add({.first = 10,
+                              .last = 12,
+                              .run = note,
+                              .isAvailable = [](int id) { return id != 11; },
+                              .isTicked = [](int id) { return id == 12; }}));
+    EXPECT_TRUE(commands.Add(20, [note] { note(20); }));
+    const struct { int first, last; } refused[] = {{10, 10}, {12, 12}, {9, 10}, {12, 15}, {1, 30}, {5, 4}};
+    for (const auto& [first, last] : refused)
+        EXPECT_FALSE(commands.Add({.first = first, .last = last, .run = note})) << first << ' ' << last;
+    EXPECT_FALSE(commands.Add(13, nullptr));
+
+    for (int id = 8; id <= 21; ++id)
+        EXPECT_EQ(commands.Run(id), id == 10 || id == 12 || id == 20) << id;
+    EXPECT_EQ(ran, "10 12 20 ");
+    EXPECT_TRUE(commands.StateOf(12).isTicked && !commands.StateOf(10).isTicked);
+    EXPECT_FALSE(commands.StateOf(11).isAvailable || commands.StateOf(13).isAvailable);
+}
+
+TEST(MenuTable, MenusCloseAndKeysAreGivenOnce) {
+    for (const auto rows : {MenuBarRows(), EditorMenuRows(), OutputMenuRows(), ChannelMenuRows(true),
+                            ChannelMenuRows(false), StageMenuRows()}) {
+        int depth = 0;
+        std::set<int> ids;
+        for (const MenuRow& row : rows) {
+            depth += row.kind == MenuRowKind::Menu ? 1 : row.kind == MenuRowKind::End ? -1 : 0;
+            EXPECT_GE(depth, 0);
+            EXPECT_TRUE(row.commandId == 0 || ids.insert(row.commandId).second) << row.commandId;
+        }
+        EXPECT_EQ(depth, 0);
+    }
+    std::set<QString> keys;
+    const auto take = [&keys](const char* list) {
+        for (const QString& key : QString::fromLatin1(list).split(QLatin1String("; "), Qt::SkipEmptyParts))
+            EXPECT_TRUE(keys.insert(key).second) << qPrintable(key);
+    };
+    for (const MenuRow& row : MenuBarRows())
+        take(row.keys);
+    for (const KeyRow& row : KeyRows())
+        take(row.keys);
+    EXPECT_GT(keys.size(), 20u);
+}
+
+}  // namespace
+}  // namespace pixelgrove
