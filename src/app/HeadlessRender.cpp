@@ -234,7 +234,6 @@ int RenderMain(const QStringList& arguments) {
     if (!thread.Start(kRenderStackBytes, [&] { code = Render(parsed.options); }))
         PrintError(QStringLiteral("pixelgrove-render: the system gives no thread to compile on."));
     thread.Join();
-    App()->renderContext = nullptr;
     FreeGlobals();
     return code;
 }

@@ -3,7 +3,6 @@
 #include <memory>
 #include <new>
 #include <utility>
-#include <vector>
 
 #include "platform/SharedMemory.h"
 
@@ -12,18 +11,6 @@ namespace pixelgrove {
 namespace {
 AppState* appState = nullptr;
 ControlSet* controlSet = nullptr;
-bool pinned = false;
-
-struct PinnedRecords {
-    AppState* state;
-    ControlSet* controls;
-};
-
-// Never destroyed, so that pinned records outlast even the end of main.
-std::vector<PinnedRecords>& Pinned() {
-    static auto* const records = new std::vector<PinnedRecords>;
-    return *records;
-}
 }  // namespace
 
 AppState::AppState() = default;
@@ -48,15 +35,7 @@ bool AllocateGlobals() {
     return true;
 }
 
-void PinGlobals() {
-    pinned = true;
-}
-
 void FreeGlobals() {
-    if (pinned) {
-        Pinned().push_back({std::exchange(appState, nullptr), std::exchange(controlSet, nullptr)});
-        return;
-    }
     delete std::exchange(appState, nullptr);
     delete std::exchange(controlSet, nullptr);
 }

@@ -1,11 +1,10 @@
 // AppState: the first global record, in parts by owner: what is edited (`project`), what both sides of a run
 // touch (`run`), and what is chosen once for all projects.
 //
-// Allocated at the very start, freed last, never moved; reached through App(). Main thread, but for what
-// `run` and the palette's table hold, which say their own rules.
+// Allocated at the very start, freed last, never moved; reached through App(). Main thread: a run's thread
+// holds the records that it shares, `run` and the palette's table, by itself.
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <memory>
 
@@ -18,7 +17,6 @@
 
 namespace pixelgrove {
 
-struct RenderContext;
 struct RenderRun;
 class OutputSurface;
 class SharedMemory;
@@ -49,8 +47,6 @@ struct AppState {
     // The render target: what the output window last registered. Null until one was opened, stays after a
     // close. A run holds its own reference.
     std::shared_ptr<OutputSurface> outputSurface;
-    // The context of the current run; set by the render thread through its run's gate, cleared by main.
-    std::atomic<RenderContext*> renderContext{nullptr};
     std::shared_ptr<RenderRun> renderThread;  // null when no run was started
 
     Host* host = &SilentHost();
@@ -71,10 +67,7 @@ AppState* App();
 
 // Makes both records; false when there is no memory for one (neither is kept then).
 bool AllocateGlobals();
-// Frees both, AppState first. Only with no run alive.
+// Frees both, AppState first. Only with no run but abandoned ones.
 void FreeGlobals();
-// From now on FreeGlobals clears the accessors but leaves the memory: a render thread that hangs in the
-// driver may still look at it.
-void PinGlobals();
 
 }  // namespace pixelgrove

@@ -2,6 +2,7 @@
 
 #include <GL/glew.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <ctime>
@@ -56,24 +57,22 @@ void UpdateDate(std::array<float, 4>& date) {
 float FrameRate(const RenderContext& context) {
     const uint64_t elapsedMs = TickCountMs() - context.runStartMs;
     if (elapsedMs == 0) return 60.0f;
-    return float(double(context.frameCounter.load()) * 1000.0 / double(elapsedMs));
+    return float(double(context.frameCounter) * 1000.0 / double(elapsedMs));
 }
 
 int ShownFrame(const RenderContext& context) {
-    const int32_t counter = context.frameCounter;
-    return counter < 1 ? 0 : counter;
+    return std::max(context.frameCounter, 0);
 }
 
 void SendStandardUniforms(const RenderContext& context, const ShaderStage& stage) {
     const GLuint program = stage.program;
     const auto at = [program](const char* name) { return glGetUniformLocation(program, name); };
-    const float playTime = context.playTime;
     glUniform2fv(at("resolution"), 1, context.resolution.data());
-    glUniform1f(at("time"), playTime);
+    glUniform1f(at("time"), context.playTime);
     glUniform2fv(at("mouse"), 1, context.mouse.data());
     glUniform3fv(at("iResolution"), 1,
                  stage.kind == kStageCubeA ? kCubeResolution : context.resolution.data());
-    glUniform1f(at("iTime"), playTime);
+    glUniform1f(at("iTime"), context.playTime);
     glUniform1f(at("iTimeDelta"), context.uniforms.values[0].floatValue);
     glUniform1f(at("iFrameRate"), context.frameRate);
     glUniform1i(at("iFrame"), ShownFrame(context));
@@ -261,9 +260,7 @@ std::array<float, 4> TakeMouse() {
 bool RenderStages(RenderContext* context, const PaletteTable* palette) {
     if (!context) return false;
     if (context->resizable) FollowSize(*context);
-    // Start and a click on the picture set time and frame number from the main thread, at any moment.
-    context->playTime.fetch_add(context->uniforms.values[0].floatValue);
-    int32_t frame = context->frameCounter;
+    context->playTime += context->uniforms.values[0].floatValue;
     context->mouse = TakeMouse();
     UpdateDate(context->date);
     context->frameRate = FrameRate(*context);
@@ -273,7 +270,7 @@ bool RenderStages(RenderContext* context, const PaletteTable* palette) {
     for (ShaderStage& stage : context->project.stages) {
         if (IsRenderedStage(stage.kind)) RunPass(*context, stage);
     }
-    context->frameCounter.compare_exchange_strong(frame, frame + 1);
+    ++context->frameCounter;
     return true;
 }
 

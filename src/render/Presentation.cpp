@@ -36,7 +36,7 @@ void ShowChannelPreviews(RenderRun& run) {
         const std::shared_ptr<Bitmap> picture =
             CreateFrameBitmap(context.renderSize.width, context.renderSize.height);
         if (picture && ReadBackStage(context, uint32_t(channel.sourceStage), *picture)) {
-            run.WithGate([&] { run.showPreview({i, picture, shown}); });
+            run.WithGate([&](Host&) { run.showPreview({i, picture, shown}); });
         }
     }
 }
@@ -46,6 +46,14 @@ void ShowChannelPreviews(RenderRun& run) {
 float MsSinceFirstFrame() {
     static const uint64_t firstMs = TickCountMs();
     return float(TickCountMs() - firstMs);
+}
+
+void TakeTimeRequest(RenderRun& run) {
+    const std::optional<TimeRequest::Place> place = run.controls->timeRequest.Take();
+    if (!place) return;
+    run.context->playTime = place->time;
+    if (place->framesAnew) run.context->frameCounter = 0;
+    run.controls->playTime = place->time;
 }
 
 void PresentByBlit(RenderContext& context) {
@@ -83,29 +91,30 @@ void PresentByBlit(RenderContext& context) {
 
 bool RenderAndPresent(RenderRun& run, int width, int height) {
     RenderContext& context = *run.context;
-    if (run.app.run->restartRequested.exchange(0) != 0) {
-        run.WithGate([&] { run.app.host->PostCommand(kCmdRestart, 0); });
-    }
+    RunControls& controls = *run.controls;
+    if (controls.restartRequested.exchange(0) != 0)
+        run.WithGate([](Host& host) { host.PostCommand(kCmdRestart, 0); });
+    TakeTimeRequest(run);
     const float elapsedMs = MsSinceFirstFrame();
     if (width + height < 3 || width < 1 || height < 1) return false;
     UpdateUniformValues(context.uniforms, elapsedMs);
-    context.frameBufferFormat = run.app.run->frameBufferFormat;
+    context.frameBufferFormat = controls.frameBufferFormat;
     TakeSamplerChanges(run.samplers, context);
-    if (!RenderStages(&context, run.app.palette.table.get())) return false;
+    if (!RenderStages(&context, run.palette.get())) return false;
+    controls.playTime = context.playTime;
     if (run.stopRequested) return true;
-    if (run.app.run->useGdiDisplay || run.app.run->recordingActive) return ShowReadBack(run, width, height);
-    if (run.app.run->showChannelBuffers) ShowChannelPreviews(run);
+    if (controls.useGdiDisplay || controls.recordingActive) return ShowReadBack(run, width, height);
+    if (controls.showChannelBuffers) ShowChannelPreviews(run);
     if (run.stopRequested) return true;
     PresentByBlit(context);
     return true;
 }
 
 bool RenderFrameTick(RenderRun& run) {
-    AppState& app = run.app;
-    if (app.run->captureRequested || app.run->recordingActive) {
-        app.run->captureRequested = 0;
-        const bool drawn = RenderAndPresent(run, int(app.run->recordWidth), int(app.run->recordHeight));
-        if (!drawn) run.WithGate([&] { app.host->Beep(); });
+    RunControls& controls = *run.controls;
+    if (controls.captureRequested.exchange(0) != 0 || controls.recordingActive) {
+        const bool drawn = RenderAndPresent(run, int(controls.recordWidth), int(controls.recordHeight));
+        if (!drawn) run.WithGate([](Host& host) { host.Beep(); });
         return drawn;
     }
     const SurfaceSize size = run.context->surface->ClientSize();

@@ -10,6 +10,9 @@ namespace pixelgrove {
 // One frame of width by height, shown. False when the size has no area or there is nothing to show it with.
 bool RenderAndPresent(RenderRun& run, int width, int height);
 
+// Goes to the place in time that was asked for since the last frame, if any, and reports the time.
+void TakeTimeRequest(RenderRun& run);
+
 // Blits Image's target, the one before the frame just drawn, into the window and swaps. Nothing without a
 // drawable.
 void PresentByBlit(RenderContext& context);

@@ -1,11 +1,9 @@
 // RenderContext: all that one run needs: the GL context, sizes, time, and the running form of the project.
 //
-// Made and used by the render thread; after that thread has ended the main thread destroys it. The atomic
-// fields are also written by the main thread while the run lives (playback buttons, clicks on the picture).
+// Made and used by the render thread alone; after that thread has ended the main thread destroys it.
 #pragma once
 
 #include <array>
-#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -27,9 +25,9 @@ struct RenderContext {
     bool forcedSizeOn = false;
     SurfaceSize clientSize;                   // last seen client area
     SurfaceSize renderSize;                   // the size that the targets have now
-    std::atomic<float> playTime{0.0f};        // iTime
+    float playTime = 0.0f;                    // iTime
     float frameRate = 0.0f;                   // iFrameRate
-    std::atomic<int32_t> frameCounter{-1};    // the count behind iFrame
+    int32_t frameCounter = -1;                // the count behind iFrame
     std::array<float, 4> mouse{};             // iMouse
     std::array<float, 4> date{};              // iDate
     uint64_t runStartMs = 0;                  // set by CompileProject

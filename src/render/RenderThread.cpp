@@ -37,40 +37,40 @@ void SetForcedSize(RenderRun& run, bool recording) {
     RenderContext& context = *run.context;
     context.forcedSizeOn = recording;
     context.forcedSize = {};
-    if (recording) context.forcedSize = {int(run.app.run->recordWidth), int(run.app.run->recordHeight)};
+    if (recording) context.forcedSize = {int(run.controls->recordWidth), int(run.controls->recordHeight)};
 }
 
 void ReportFailure(RenderRun& run, const CompileOutcome& outcome) {
     run.errors = MapStageErrors(*run.context);
     run.failure = outcome.failure;
     if (!run.failure.isEmpty()) run.errors[outcome.failedStage] = run.failure + u'\n';
-    run.WithGate([&] {
-        run.app.run->compileFailed = 1;
-        run.app.host->PostCommand(kCmdCompileResult, 1);
-    });
+    run.controls->compileFailed = 1;
+    run.WithGate([](Host& host) { host.PostCommand(kCmdCompileResult, 1); });
 }
 
-void FrameLoop(RenderRun& run) {
-    AppState& app = run.app;
+// Until main asks it to stop. Returns the number of the request to record that it saw last.
+uint32_t FrameLoop(RenderRun& run) {
+    RunControls& controls = *run.controls;
     RateMeter meter;
     meter.Restart(TickCountMs());
-    bool recording = app.run->recordingActive != 0;
-    SetForcedSize(run, recording);
+    uint32_t recording = controls.recordingActive;
+    SetForcedSize(run, recording != 0);
     while (run.stopRequested == 0) {
-        if (app.run->paused) {
+        if (controls.paused) {
+            TakeTimeRequest(run);
             // No frame comes to fill what another window covered meanwhile.
             if (run.context->surface->TakeRepaintRequest()) PresentByBlit(*run.context);
             SleepMs(100);
             continue;
         }
-        if ((app.run->recordingActive != 0) != recording) {
-            recording = !recording;
-            SetForcedSize(run, recording);
+        if (const uint32_t asked = controls.recordingActive; asked != recording) {
+            recording = asked;
+            SetForcedSize(run, recording != 0);
         }
-        const int64_t now = WaitForFrame(lastFrameNs, FrameIntervalNs(app.run->fpsTarget), run.stopRequested);
+        const int64_t now = WaitForFrame(lastFrameNs, FrameIntervalNs(controls.fpsTarget), run.stopRequested);
         if (now != 0) {
             const bool drawn = RenderFrameTick(run);
-            if (run.stopRequested) return;
+            if (run.stopRequested) break;
             // The time before the call: the frame's own duration counts into the interval.
             lastFrameNs = now;
             if (drawn) {
@@ -78,17 +78,20 @@ void FrameLoop(RenderRun& run) {
                 ++run.framesDrawn;
             }
         }
-        const uint32_t rate = meter.Update(TickCountMs(), app.run->fpsCurrent);
-        run.WithGate([&] { app.run->fpsCurrent = rate; });
+        controls.fpsCurrent = meter.Update(TickCountMs(), controls.fpsCurrent);
     }
+    return recording;
 }
 
 void RunProject(RenderRun& run) {
-    run.WithGate([&] { run.app.run->compileFailed = 0; });
+    RunControls& controls = *run.controls;
+    controls.compileFailed = 0;
     if (!PrepareRenderContext(run)) return;
+    controls.playTime = run.context->playTime;
+    controls.hasContext = 1;
     ChooseSampleExponent(run.request.multisampleIndex);
     run.context->sampleExponent = sampleExponent;
-    run.context->frameBufferFormat = run.app.run->frameBufferFormat;
+    run.context->frameBufferFormat = controls.frameBufferFormat;
     const CompileOutcome outcome =
         CompileProject(*run.context, [&run] { return run.stopRequested.load() != 0; });
     if (outcome.result == CompileResult::Stopped) return;
@@ -96,16 +99,17 @@ void RunProject(RenderRun& run) {
         ReportFailure(run, outcome);
         return;
     }
-    run.WithGate([&] { run.app.host->PostCommand(kCmdCompileResult, 0); });
-    FrameLoop(run);
+    run.WithGate([](Host& host) { host.PostCommand(kCmdCompileResult, 0); });
+    uint32_t recording = FrameLoop(run);
     run.context->forcedSizeOn = false;
     run.context->forcedSize = {};
-    run.WithGate([&] { run.app.run->recordingActive = 0; });
+    controls.recordingActive.compare_exchange_strong(recording, 0);  // a newer request stays
 }
 
 }  // namespace
 
-RenderRun::RenderRun(AppState& state, RunRequest what) : app(state), request(std::move(what)) {}
+RenderRun::RenderRun(AppState& state, RunRequest what)
+    : controls(state.run), palette(state.palette.table), request(std::move(what)), host_(*state.host) {}
 
 RenderRun::~RenderRun() {
     DestroyRenderContext(std::move(context));
@@ -141,7 +145,6 @@ bool RenderRun::EndOrAbandon(int timeoutMs) {
     }
     abandoned_ = true;
     ++abandonedRuns;
-    PinGlobals();
     thread_.Detach();
     return false;
 }
@@ -191,7 +194,6 @@ bool PrepareRenderContext(RenderRun& run) {
                 SetChannel(context, id, i, request.channels[id][i]);
         }
     }
-    run.WithGate([&] { run.app.renderContext = &context; });
     return true;
 }
 
@@ -203,7 +205,9 @@ bool StopRenderThread() {
     run->stopRequested = 1;
     const bool ended = run->EndOrAbandon(run->stopWaitMs);
     run->request.surface->SetInUse(false);
-    app.renderContext = nullptr;
+    // What the abandoned thread still writes goes into a record that nobody else looks at.
+    if (!ended) app.run = std::make_shared<RunControls>(*app.run);
+    app.run->hasContext = 0;
     app.run->recordingActive = 0;
     app.host->CancelPostedCommand(kCmdCompileResult);
     app.host->CancelPostedCommand(kCmdRestart);
@@ -220,6 +224,7 @@ bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t
     const uint32_t rate = std::clamp(fpsTarget, kMinFps, kMaxFps);
     app.run->fpsTarget = rate;
     app.run->fpsCurrent = rate;
+    app.run->timeRequest.Take();
     PublishControlValues(*Controls());
     auto run = std::make_shared<RenderRun>(app, makeRequest());
     if (configure) configure(*run);

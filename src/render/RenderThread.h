@@ -1,9 +1,8 @@
 // The run: from Play to Stop one thread owns the GL context, compiles the project, and draws frames at a
 // target rate.
 //
-// The main thread starts and stops a run through ToggleRenderThread and steers it through the atomic fields
-// of AppState and the RenderContext. The render thread reports through AppState::host (posted commands) and
-// the report in its RenderRun.
+// The main thread starts and stops a run through ToggleRenderThread and steers it through its RunControls.
+// The render thread reports there, through the host (posted commands), and in its RenderRun.
 #pragma once
 
 #include <array>
@@ -49,12 +48,14 @@ constexpr int kStopWaitMs = 4000;
 
 // Shared by the main thread and the run's thread; whoever lets go last frees it.
 struct RenderRun {
+    // Shares what `state` holds for runs: the controls, the palette, and the host.
     RenderRun(AppState& state, RunRequest what);
     ~RenderRun();
     RenderRun(const RenderRun&) = delete;
     RenderRun& operator=(const RenderRun&) = delete;
 
-    AppState& app;
+    const std::shared_ptr<RunControls> controls;
+    const std::shared_ptr<const PaletteTable> palette;
     RunRequest request;
     std::atomic<uint32_t> stopRequested{0};  // main sets, the thread leaves at the end of its turn
     int stopWaitMs = kStopWaitMs;            // how long main waits for that; main's
@@ -66,7 +67,7 @@ struct RenderRun {
 
     // Called on the render thread with a preview to show; may be empty. Set before the thread starts.
     std::function<void(ChannelPreview)> showPreview;
-    // The stage whose Buffer channels are previewed while AppState::run::showChannelBuffers is set; main
+    // The stage whose Buffer channels are previewed while RunControls::showChannelBuffers is set; main
     // writes.
     std::atomic<uint32_t> previewStage{kStageImage};
 
@@ -74,13 +75,13 @@ struct RenderRun {
 
     std::atomic<uint64_t> framesDrawn{0};  // render thread writes
 
-    // The gate: held while the thread writes into AppState or posts. A run that was abandoned, stuck in the
-    // driver, finds it closed and touches nothing that lives. False then, and f didn't run.
+    // The gate: held while the thread calls what the main thread owns, f(Host&). A run that was abandoned,
+    // stuck in the driver, finds it closed and touches nothing that lives. False then, and f didn't run.
     template <typename F>
     bool WithGate(F&& f) {
         std::lock_guard lock(gate_);
         if (abandoned_) return false;
-        f();
+        f(host_);
         return true;
     }
 
@@ -97,6 +98,7 @@ struct RenderRun {
 
   private:
     Thread thread_;
+    Host& host_;  // behind the gate
     std::mutex gate_;
     std::condition_variable endSignal_;
     bool abandoned_ = false;  // under gate_
@@ -111,7 +113,8 @@ bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t
                         const std::function<void(RenderRun&)>& configure = {});
 
 // Asks the run to stop, waits as long as the run says, and frees its context; a thread that doesn't end in
-// time is abandoned together with the context. Posted results of the run are dropped. Nothing without a run.
+// time is abandoned together with context and controls: AppState goes on with a copy of these. Posted results
+// of the run are dropped. Nothing without a run.
 // True unless a thread was abandoned. Main thread.
 bool StopRenderThread();
 

@@ -15,15 +15,10 @@
 #include "project/ProjectModel.h"
 #include "render/GlSetup.h"
 #include "render/OpenGlProbe.h"
-#include "render/RenderContext.h"
 #include "render/source/MessageLines.h"
 #include "render/widgets/OffscreenOutput.h"
 #include "ui/KeyCommands.h"
-#include "ui/OutputWindowRow.h"
 #include "ui/OutsideCommand.h"
-#include "ui/PlaybackCommands.h"
-#include "ui/ProjectMenu.h"
-#include "ui/editor/EditorMenu.h"
 #include "ui_EditWindow.h"
 #include "windows/widgets/DialogScaler.h"
 #include "windows/widgets/WindowRegistry.h"
@@ -365,10 +360,10 @@ void MainWindow::mousePressEvent(QMouseEvent* event) {
 void MainWindow::mouseReleaseEvent(QMouseEvent* event) {
     FrameWindow::mouseReleaseEvent(event);
     const FrameWindow* output = windows_->Find(kOutputWin);
-    RenderContext* run = App()->renderContext.load();
-    if (event->button() != Qt::LeftButton || !output || !run) return;
+    RunControls& run = *App()->run;
+    if (event->button() != Qt::LeftButton || !output || run.hasContext == 0) return;
     const QPoint at = output->Client()->mapFromGlobal(event->globalPosition().toPoint());
-    if (output->Client()->rect().contains(at)) run->playTime = RandomStartTime();
+    if (output->Client()->rect().contains(at)) run.timeRequest.Ask({RandomStartTime()});
 }
 
 bool MainWindow::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {

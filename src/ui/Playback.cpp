@@ -8,7 +8,6 @@
 #include "core/PlayTime.h"
 #include "platform/Clock.h"
 #include "project/ProjectModel.h"
-#include "render/RenderContext.h"
 #include "render/widgets/OffscreenOutput.h"
 #include "render/widgets/WindowSurface.h"
 #include "ui_EditWindow.h"
@@ -139,18 +138,18 @@ void Playback::Pause() {
 
 void Playback::Stop() {
     AppState& app = *App();
-    if (!app.renderContext.load()) return;
+    if (app.run->hasContext == 0) return;
     app.run->paused = 0;
     ToggleRun();
     SetButtonState(ButtonState::Idle);
 }
 
 void Playback::Start() {
-    RenderContext* context = App()->renderContext.load();
-    if (!context) return;
-    context->playTime =
+    RunControls& run = *App()->run;
+    if (run.hasContext == 0) return;
+    const float time =
         form_.randomizeCheck->isChecked() ? RandomStartTime() : NumberFromText(form_.startTimeEdit->text());
-    context->frameCounter = 0;
+    run.timeRequest.Ask({.time = time, .framesAnew = true});
 }
 
 void Playback::Restart() {
@@ -195,7 +194,7 @@ void Playback::SetStartToCurrent() {
     // The displayed number counts, with its three decimals, not the exact time behind it.
     app.project.startTime = NumberFromText(form_.currentTimeText->text());
     form_.startTimeEdit->setText(TimeText(app.project.startTime));
-    if (RenderContext* context = app.renderContext.load()) context->playTime = app.project.startTime;
+    if (app.run->hasContext) app.run->timeRequest.Ask({app.project.startTime});
 }
 
 void Playback::CommitFpsTarget() {
@@ -208,8 +207,8 @@ void Playback::CommitFpsTarget() {
 
 void Playback::RefreshDisplays() {
     AppState& app = *App();
-    if (const RenderContext* context = app.renderContext.load()) {
-        form_.currentTimeText->setText(TimeText(context->playTime));
+    if (app.run->hasContext) {
+        form_.currentTimeText->setText(TimeText(app.run->playTime));
         form_.fpsCurrentEdit->setText(QString::number(app.run->fpsCurrent));
     } else {
         form_.randomizeCheck->setChecked(true);

@@ -3,7 +3,7 @@
 #include <tuple>
 #include <vector>
 
-#include "core/AppState.h"
+#include "core/RunControls.h"
 #include "core/Stages.h"
 #include "media/Bitmap.h"
 #include "media/BitmapRows.h"
@@ -117,18 +117,23 @@ TEST(VolumeFile, IsCompleteOnlyWithAllSamplesOfAKnownKind) {
     }
 }
 
-[[noreturn]] void FreePinnedGlobals() {
-    const bool made = AllocateGlobals();
-    AppState* state = App();
-    PinGlobals();
-    FreeGlobals();
-    state->run->fpsTarget = 77;  // a freed record would be caught by a sanitizer
-    _exit(made && App() == nullptr && Controls() == nullptr && state->run->fpsTarget == 77 ? 0 : 1);
-}
-
-TEST(Globals, PinnedRecordsStayInMemory) {
-    // In a process of its own, as pinning is for good.
-    EXPECT_EXIT(FreePinnedGlobals(), testing::ExitedWithCode(0), "");
+TEST(RunControls, ACopyTakesOverWhatIsAskedAndWritesApart) {
+    RunControls first;
+    first.fpsTarget = 77;
+    first.RequestRecording();
+    first.timeRequest.Ask({.time = -2.5f, .framesAnew = true});
+    RunControls second(first);
+    first.fpsTarget = 78;
+    second.RequestRecording();
+    EXPECT_EQ(second.fpsTarget, 77u);
+    uint32_t seen = first.recordingActive;
+    EXPECT_FALSE(second.recordingActive.compare_exchange_strong(seen, 0)) << "requests are told apart";
+    second.timeRequest.Ask({0.0f});
+    const auto place = second.timeRequest.Take();
+    ASSERT_TRUE(place);
+    EXPECT_TRUE(place->time == 0.0f && place->framesAnew);
+    EXPECT_FALSE(second.timeRequest.Take());
+    EXPECT_EQ(first.timeRequest.Take()->time, -2.5f);
 }
 
 }  // namespace

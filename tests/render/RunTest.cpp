@@ -78,12 +78,12 @@ TEST_F(Run, TwoHundredStartsAndStopsWithErrorsInBetween) {
         EXPECT_EQ(App()->run->compileFailed, broken ? 1u : 0u);
         if (broken) {
             EXPECT_FALSE(App()->renderThread->ReportedErrors()[kStageImage].isEmpty());
-            EXPECT_NE(App()->renderContext.load(), nullptr) << "a failed run stays until the next press";
+            EXPECT_EQ(App()->run->hasContext, 1u) << "a failed run stays until the next press";
         } else if (i % 3 == 0) {
             ASSERT_TRUE(WaitFrames(2));
         }
         ASSERT_FALSE(Toggle()) << "a second press stops";
-        EXPECT_EQ(App()->renderContext.load(), nullptr);
+        EXPECT_EQ(App()->run->hasContext, 0u);
         EXPECT_EQ(App()->renderThread, nullptr);
         if (i == 59) settledMiB = test::ResidentMiB();
     }
@@ -112,11 +112,17 @@ TEST_F(Run, PauseHoldsTimeAndReleaseGoesOn) {
             [this, end = surface_->RepaintsAsked() + count] { return surface_->RepaintsAsked() >= end; });
     };
     ASSERT_TRUE(waitTurns(1)) << "the frame that was under way";
-    const float time = App()->renderContext.load()->playTime;
-    const int frame = App()->renderContext.load()->frameCounter;
+    const RenderContext& context = *App()->renderThread->context;
+    const float time = context.playTime;
+    const int frame = context.frameCounter;
     ASSERT_TRUE(waitTurns(2));
-    EXPECT_EQ(App()->renderContext.load()->playTime, time);
-    EXPECT_EQ(App()->renderContext.load()->frameCounter, frame);
+    EXPECT_EQ(context.playTime, time);
+    EXPECT_EQ(App()->run->playTime, time);
+    EXPECT_EQ(context.frameCounter, frame);
+    App()->run->timeRequest.Ask({.time = 5.0f, .framesAnew = true});
+    App()->run->timeRequest.Ask({7.5f});
+    EXPECT_TRUE(WaitUntil([] { return App()->run->playTime == 7.5f; })) << "the last counts, also now";
+    EXPECT_EQ(context.frameCounter, 0) << "and of all of them what begins anew";
     App()->run->paused = 0;
     EXPECT_TRUE(WaitFrames(App()->renderThread->framesDrawn + 3));
 }
@@ -147,20 +153,20 @@ TEST_F(Run, WhatHangsIsAbandonedAndTheNextRunPlays) {
         const auto hanging = std::make_shared<test::HangingSurface>(place);
         surface_ = hanging;
         ASSERT_TRUE(Toggle());
-        App()->renderThread->stopWaitMs = 5;
+        const std::shared_ptr<RenderRun> hung = App()->renderThread;
+        hung->stopWaitMs = 5;
         ASSERT_TRUE(WaitUntil([&] { return hanging->IsHanging(); }));
         EXPECT_FALSE(StopRenderThread());
         EXPECT_EQ(AbandonedRuns(), 1);
-        EXPECT_EQ(App()->renderContext.load(), nullptr);
+        EXPECT_EQ(App()->run->hasContext, 0u);
 
         surface_ = std::make_shared<ResizableSurface>(SurfaceSize{32, 18});
         ASSERT_TRUE(Toggle());
         ASSERT_EQ(WaitResult(), 0);
         EXPECT_TRUE(WaitFrames(2));
-        const RenderContext* context = App()->renderContext;
+        EXPECT_NE(App()->run, hung->controls) << "what comes back late touches nothing that lives";
         hanging->Release();
         EXPECT_TRUE(WaitUntil([] { return AbandonedRuns() == 0; }));
-        EXPECT_EQ(App()->renderContext, context) << "what comes back late touches nothing";
         EXPECT_FALSE(host_.TakePosted(kCmdCompileResult).has_value());
         EXPECT_TRUE(StopRenderThread());
     }

@@ -31,7 +31,6 @@ class OutputTest : public DisplayTest {
         if (!App()) return;
         if (window) window->close();
         PumpFor(0);
-        App()->renderContext = nullptr;
         App()->outputSurface = nullptr;
         DisplayTest::TearDown();
     }

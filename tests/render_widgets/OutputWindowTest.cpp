@@ -7,7 +7,6 @@
 #include "OutputFixture.h"
 #include "commands/Commands.h"
 #include "render/FrameRenderer.h"
-#include "render/RenderContext.h"
 
 namespace pixelgrove {
 namespace {
@@ -160,20 +159,19 @@ TEST_F(OutputWindowTest, MouseReachesShadersOfThisWindowOnly) {
 
 TEST_F(OutputWindowTest, ClickJumpsInTime) {
     Open();
-    RenderContext run;
-    run.playTime = -1.0f;
-    App()->renderContext = &run;
+    App()->run->hasContext = 1;
+    TimeRequest& request = App()->run->timeRequest;
     const auto press = QEvent::MouseButtonPress, release = QEvent::MouseButtonRelease;
     SendMouse(release, {5, 5});  // of a drag that began elsewhere
-    EXPECT_EQ(run.playTime, -1.0f);
     SendMouse(press, {5, 5});
     SendMouse(release, {-3, 5});
     SendMouse(release, {5, 5});
-    EXPECT_EQ(run.playTime, -1.0f);
+    EXPECT_FALSE(request.Take());
     SendMouse(press, {5, 5});
     SendMouse(release, {5, 5});
-    EXPECT_GE(run.playTime, 0.1f);
-    EXPECT_LE(run.playTime, 4096.0f);
+    const std::optional<TimeRequest::Place> place = request.Take();
+    ASSERT_TRUE(place);
+    EXPECT_TRUE(place->time >= 0.1f && place->time <= 4096.0f && !place->framesAnew) << place->time;
 }
 
 TEST_F(OutputWindowTest, KeysFillTheRows) {

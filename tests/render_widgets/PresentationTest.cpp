@@ -37,8 +37,7 @@ TEST_F(PresentationTest, TheLastBitmapOfAnotherThreadFillsTheClientArea) {
     Open();
     EXPECT_TRUE(Shows(0, 0, kBlack));
     EXPECT_TRUE(Shows(639, 359, kBlack));
-    RenderContext run;
-    App()->renderContext = &run;
+    App()->run->hasContext = 1;
     App()->run->useGdiDisplay = 1;
     ContextOnThread context(window->Surface());  // the window shows pictures of its own run only
     ASSERT_TRUE(context.WaitCurrent());
@@ -61,7 +60,7 @@ TEST_F(PresentationTest, TheLastBitmapOfAnotherThreadFillsTheClientArea) {
     window->ResizeClient({700, 400});
     EXPECT_TRUE(Shows(699, 199, kGreen));
     EXPECT_TRUE(Shows(699, 399, kRed));
-    App()->renderContext = nullptr;
+    App()->run->hasContext = 0;
     window->ResizeClient({720, 410});
     EXPECT_TRUE(Shows(719, 409, kBlack));
 }

@@ -74,7 +74,6 @@ class Engine {
     }
     ~Engine() {
         run_.reset();
-        App()->renderContext = nullptr;
         FreeGlobals();
     }
 

@@ -8,15 +8,14 @@
 #include "core/AppState.h"
 #include "core/PlayTime.h"
 #include "render/InputState.h"
-#include "render/RenderContext.h"
 #include "render/widgets/BitmapImage.h"
 #include "render/widgets/VirtualKeys.h"
 
 namespace pixelgrove {
 namespace {
 
-RenderContext* CurrentRun() {
-    return App() ? App()->renderContext.load(std::memory_order_acquire) : nullptr;
+bool RunHasContext() {
+    return App() && App()->run->hasContext != 0;
 }
 
 bool BitmapsAreShown() {
@@ -79,7 +78,7 @@ void OutputView::exposeEvent(QExposeEvent*) {
     // The window may have come to a screen of another pixel ratio.
     UpdateClientSize();
     // A run that started elsewhere, or failed to compile, never fills this window.
-    const bool draws = CurrentRun() && surface_->HasContexts() &&
+    const bool draws = RunHasContext() && surface_->HasContexts() &&
                        App()->run->compileFailed.load(std::memory_order_relaxed) == 0;
     if (!draws) {
         shown_.reset();
@@ -154,7 +153,7 @@ void OutputView::mouseReleaseEvent(QMouseEvent* event) {
     if (!IsInside(*event)) return;
     if (surface_->HasContexts()) MouseReleased();
     if (!isClick) return;
-    if (RenderContext* run = CurrentRun()) run->playTime.store(RandomStartTime(), std::memory_order_relaxed);
+    if (RunHasContext()) App()->run->timeRequest.Ask({RandomStartTime()});
 }
 
 void OutputView::keyPressEvent(QKeyEvent* event) {
