@@ -23,6 +23,14 @@ bool ShowReadBack(RenderRun& run, int width, int height) {
     return true;
 }
 
+void SetForcedSize(RenderRun& run) {
+    RenderContext& context = *run.context;
+    context.forcedSizeOn = run.recording != 0;
+    context.forcedSize = {};
+    if (context.forcedSizeOn)
+        context.forcedSize = {int(run.controls->recordWidth), int(run.controls->recordHeight)};
+}
+
 void ShowChannelPreviews(RenderRun& run) {
     const uint32_t shown = run.previewStage;
     if (!run.showPreview || shown >= kStageCount) return;
@@ -103,7 +111,7 @@ bool RenderAndPresent(RenderRun& run, int width, int height) {
     if (!RenderStages(&context, run.palette.get())) return false;
     controls.playTime = context.playTime;
     if (run.stopRequested) return true;
-    if (controls.useGdiDisplay || controls.recordingActive) return ShowReadBack(run, width, height);
+    if (controls.useGdiDisplay || run.recording) return ShowReadBack(run, width, height);
     if (controls.showChannelBuffers) ShowChannelPreviews(run);
     if (run.stopRequested) return true;
     PresentByBlit(context);
@@ -112,7 +120,11 @@ bool RenderAndPresent(RenderRun& run, int width, int height) {
 
 bool RenderFrameTick(RenderRun& run) {
     RunControls& controls = *run.controls;
-    if (controls.captureRequested.exchange(0) != 0 || controls.recordingActive) {
+    if (const uint32_t asked = controls.recordingActive; asked != run.recording) {
+        run.recording = asked;
+        SetForcedSize(run);
+    }
+    if (controls.captureRequested.exchange(0) != 0 || run.recording) {
         const bool drawn = RenderAndPresent(run, int(controls.recordWidth), int(controls.recordHeight));
         if (!drawn) run.WithGate([](Host& host) { host.Beep(); });
         return drawn;

@@ -33,13 +33,6 @@ void ChooseSampleExponent(uint32_t multisampleIndex) {
     if ((1 << std::min<uint32_t>(multisampleIndex, 30)) <= most) sampleExponent = multisampleIndex;
 }
 
-void SetForcedSize(RenderRun& run, bool recording) {
-    RenderContext& context = *run.context;
-    context.forcedSizeOn = recording;
-    context.forcedSize = {};
-    if (recording) context.forcedSize = {int(run.controls->recordWidth), int(run.controls->recordHeight)};
-}
-
 void ReportFailure(RenderRun& run, const CompileOutcome& outcome) {
     run.errors = MapStageErrors(*run.context);
     run.failure = outcome.failure;
@@ -48,13 +41,10 @@ void ReportFailure(RenderRun& run, const CompileOutcome& outcome) {
     run.WithGate([](Host& host) { host.PostCommand(kCmdCompileResult, 1); });
 }
 
-// Until main asks it to stop. Returns the number of the request to record that it saw last.
-uint32_t FrameLoop(RenderRun& run) {
+void FrameLoop(RenderRun& run) {
     RunControls& controls = *run.controls;
     RateMeter meter;
     meter.Restart(TickCountMs());
-    uint32_t recording = controls.recordingActive;
-    SetForcedSize(run, recording != 0);
     while (run.stopRequested == 0) {
         if (controls.paused) {
             TakeTimeRequest(run);
@@ -63,14 +53,10 @@ uint32_t FrameLoop(RenderRun& run) {
             SleepMs(100);
             continue;
         }
-        if (const uint32_t asked = controls.recordingActive; asked != recording) {
-            recording = asked;
-            SetForcedSize(run, recording != 0);
-        }
         const int64_t now = WaitForFrame(lastFrameNs, FrameIntervalNs(controls.fpsTarget), run.stopRequested);
         if (now != 0) {
             const bool drawn = RenderFrameTick(run);
-            if (run.stopRequested) break;
+            if (run.stopRequested) return;
             // The time before the call: the frame's own duration counts into the interval.
             lastFrameNs = now;
             if (drawn) {
@@ -80,7 +66,6 @@ uint32_t FrameLoop(RenderRun& run) {
         }
         controls.fpsCurrent = meter.Update(TickCountMs(), controls.fpsCurrent);
     }
-    return recording;
 }
 
 void RunProject(RenderRun& run) {
@@ -100,10 +85,10 @@ void RunProject(RenderRun& run) {
         return;
     }
     run.WithGate([](Host& host) { host.PostCommand(kCmdCompileResult, 0); });
-    uint32_t recording = FrameLoop(run);
+    FrameLoop(run);
     run.context->forcedSizeOn = false;
     run.context->forcedSize = {};
-    controls.recordingActive.compare_exchange_strong(recording, 0);  // a newer request stays
+    controls.recordingActive.compare_exchange_strong(run.recording, 0);  // a newer request stays
 }
 
 }  // namespace

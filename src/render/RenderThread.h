@@ -75,6 +75,8 @@ struct RenderRun {
 
     std::atomic<uint64_t> framesDrawn{0};  // render thread writes
 
+    uint32_t recording = 0;  // the request to record that the frame follows; the thread's
+
     // The gate: held while the thread calls what the main thread owns, f(Host&). A run that was abandoned,
     // stuck in the driver, finds it closed and touches nothing that lives. False then, and f didn't run.
     template <typename F>

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 #include "commands/Commands.h"
 #include "platform/Clock.h"
@@ -145,6 +146,70 @@ TEST_F(Run, ReadBackPathShowsThePictureAndRecordingForcesTheSize) {
     App()->run->recordingActive = 0;
     ASSERT_TRUE(WaitFrames(App()->renderThread->framesDrawn + 5));
     EXPECT_EQ(surface_->Shown()->width, 32);
+}
+
+TEST_F(Run, NoRequestIsLostWhileFramesRun) {
+    RunControls& run = *App()->run;
+    run.recordHeight = 40;
+    run.useGdiDisplay = 1;
+    ASSERT_TRUE(Toggle());
+    ASSERT_EQ(WaitResult(), 0);
+    const auto ticks = [this] { return App()->renderThread->framesDrawn + uint64_t(host_.beeps); };
+    const auto waitTwoFrames = [] { return WaitFrames(App()->renderThread->framesDrawn + 2); };
+    int captures = 0;
+    int restarts = 0;
+    uint32_t number = 0;
+    for (int round = 1; round <= 40; ++round) {
+        const bool records = round % 2 == 1;
+        run.recordWidth = records ? 50 : 0;  // a capture without area beeps instead
+        run.paused = round % 20 == 0;
+        const uint64_t lastTick = ticks() + 4;
+        for (int i = 0; run.paused ? i < 500 : ticks() < lastTick; ++i) {
+            run.fpsTarget = kMaxFps - ++number % 100;
+            run.timeRequest.Ask({.time = -1000.0f, .framesAnew = i % 3 == 0});
+            if (run.restartRequested.exchange(1) == 0) ++restarts;
+            if (!records && run.captureRequested.exchange(1) == 0) ++captures;
+            if (records && i % 2 == 0) run.RequestRecording();
+            if (records && i % 2 == 1) run.recordingActive = 0;
+        }
+        const float time = 1000.0f * float(round);
+        run.timeRequest.Ask({time});
+        run.fpsTarget = kMaxFps;
+        if (records) run.RequestRecording();
+        ASSERT_TRUE(WaitUntil([&] { return run.playTime >= time && run.playTime < time + 500; })) << round;
+        run.paused = 0;
+        if (records) {
+            EXPECT_TRUE(WaitUntil([&] { return surface_->Shown() && surface_->Shown()->width == 50; }));
+            run.recordingActive = 0;
+        }
+        ASSERT_TRUE(waitTwoFrames());
+        ASSERT_TRUE(WaitUntil([&] { return run.captureRequested == 0 && run.restartRequested == 0; }));
+        ASSERT_TRUE(waitTwoFrames());
+        EXPECT_EQ(host_.beeps, captures) << round;
+    }
+    int posted = 0;
+    while (host_.TakePosted(kCmdRestart))
+        ++posted;
+    EXPECT_EQ(posted, restarts);
+    EXPECT_GT(captures, 40);
+    EXPECT_GT(restarts, 100);
+}
+
+TEST_F(Run, ARequestToRecordOutlivesTheEndOfARunThatHasNotSeenIt) {
+    App()->run->RequestRecording();
+    for (const bool again : {true, false}) {
+        SCOPED_TRACE(again);
+        const auto hanging = std::make_shared<test::HangingSurface>(test::HangingSurface::In::Frame);
+        surface_ = hanging;
+        ASSERT_TRUE(Toggle());
+        ASSERT_TRUE(WaitUntil([&] { return hanging->IsHanging(); }));
+        const std::shared_ptr<RenderRun> run = std::exchange(App()->renderThread, nullptr);
+        run->stopRequested = 1;
+        if (again) App()->run->RequestRecording();
+        hanging->Release();
+        ASSERT_TRUE(run->EndOrAbandon(kStopWaitMs));
+        EXPECT_EQ(App()->run->recordingActive != 0, again);
+    }
 }
 
 TEST_F(Run, WhatHangsIsAbandonedAndTheNextRunPlays) {

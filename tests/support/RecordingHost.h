@@ -1,6 +1,7 @@
 // A Host that keeps the commands that are posted. Register it in AppState::host for the length of a test.
 #pragma once
 
+#include <atomic>
 #include <mutex>
 #include <optional>
 #include <vector>
@@ -31,7 +32,7 @@ class RecordingHost final : public Host {
         return std::nullopt;
     }
     void SendCommand(int, intptr_t) override {}
-    void Beep() override {}
+    void Beep() override { ++beeps; }
     void SetStatusText(const QString&) override {}
     void ShowTitle(bool) override {}
     void LoadDocument(StageDocument&) override {}
@@ -39,6 +40,8 @@ class RecordingHost final : public Host {
     void RefreshStageTabs() override {}
     void RefreshChannelPanel() override {}
     void RebuildControlTree() override {}
+
+    std::atomic<int> beeps{0};
 
   private:
     std::mutex lock_;
