@@ -179,7 +179,7 @@ void MeasureRestart() {
     App()->project.documents[kStageImage].hasText = true;
     const auto surface = std::make_shared<test::ResizableSurface>(SurfaceSize{640, 360});
     const auto makeRequest = [&surface] {
-        RunRequest request = SnapshotProject();
+        RunRequest request = SnapshotProject(*App());
         request.surface = surface;
         return request;
     };

@@ -186,7 +186,7 @@ int WriteFrames(RenderRun& run, const RenderOptions& options) {
 
 int Render(const RenderOptions& options) {
     if (const int code = LoadIntoEditingForm(options.project); code != kExitDone) return code;
-    RunRequest request = SnapshotProject();
+    RunRequest request = SnapshotProject(*App());
     request.startTime = options.start;
     request.surface = CreateEglSurface({options.width, options.height});
     Controls()->uniforms[0].range.value = options.speed;

@@ -9,6 +9,7 @@
 #include "controls/LiveValues.h"
 #include "core/PlayTime.h"
 #include "platform/Clock.h"
+#include "project/RunningForm.h"
 #include "render/ChannelTextures.h"
 #include "render/FramePacing.h"
 #include "render/Presentation.h"
@@ -144,16 +145,9 @@ QString RenderRun::ReportedFailure() {
     return failure;
 }
 
-RunRequest SnapshotProject() {
-    const AppState& app = *App();
+RunRequest SnapshotProject(const AppState& app) {
     RunRequest request;
-    for (size_t id = 0; id < kStageCount; ++id) {
-        request.texts[id] = app.project.documents[id].text;
-        request.hasText[id] = app.project.documents[id].hasText;
-    }
-    request.channels = app.project.channels;
-    request.info = app.project.projectInfo;
-    request.version = app.project.projectVersion;
+    request.project = MakeRunningForm(app.project);
     request.multisampleIndex = app.display.multisampleIndex;
     if (app.project.includeContext) request.includeFolder = app.project.includeContext->searchFolder;
     return request;
@@ -166,17 +160,14 @@ bool PrepareRenderContext(RenderRun& run) {
     RenderContext& context = *run.context;
     context.playTime = request.randomizeStart ? RandomStartTime() : request.startTime;
     context.includeContext.searchFolder = request.includeFolder;
-    context.project.info = request.info;
-    context.project.version = request.version;
+    context.project.info = request.project.info;
+    context.project.version = request.project.version;
     for (uint32_t id = 0; id < kStageCount; ++id) {
-        ShaderStage& stage = context.project.stages[id];
-        if (request.hasText[id]) {
-            stage.kind = id;
-            stage.source = BakeDefines(request.texts[id]);
-        }
+        const ShaderStage& asked = request.project.stages[id];
+        context.project.stages[id].kind = asked.kind;
+        context.project.stages[id].source = asked.source;
         for (uint32_t i = 0; i < kChannelCount; ++i) {
-            if (request.channels[id][i].kind != kChannelUnused)
-                SetChannel(context, id, i, request.channels[id][i]);
+            if (asked.channels[i].kind != kChannelUnused) SetChannel(context, id, i, asked.channels[i]);
         }
     }
     return true;

@@ -21,11 +21,7 @@ namespace pixelgrove {
 
 // What a run takes from the editing form and the playback controls, by value, at the press of Play.
 struct RunRequest {
-    std::array<QString, kStageCount> texts;
-    std::array<bool, kStageCount> hasText{};
-    std::array<std::array<ChannelInput, kChannelCount>, kStageCount> channels;
-    ShaderInfo info;
-    float version = 0.1f;
+    ShaderProject project;  // in the running form
     bool randomizeStart = false;
     float startTime = 0.1f;  // used when randomizeStart is off
     uint32_t multisampleIndex = 0;
@@ -33,9 +29,9 @@ struct RunRequest {
     std::shared_ptr<OutputSurface> surface;  // never null
 };
 
-// Copies documents, channels and identity of AppState. The surface and start fields are the caller's. Main
-// thread.
-RunRequest SnapshotProject();
+// What is edited now, in the running form, with what else AppState holds for a run. The surface and start
+// fields are the caller's. Main thread.
+RunRequest SnapshotProject(const AppState& app);
 
 // One frame of a channel's source stage, for the previews in the main window.
 struct ChannelPreview {
@@ -127,7 +123,7 @@ int AbandonedRuns();
 // stack.
 constexpr size_t kRenderStackBytes = size_t(64) << 20;
 
-// Builds the run's context and its running form of the project from the request. Render thread, or the one
+// Builds the run's context, which takes the request's project. Render thread, or the one
 // thread of a program without windows. False when no context can be made.
 bool PrepareRenderContext(RenderRun& run);
 

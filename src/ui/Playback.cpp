@@ -118,7 +118,7 @@ void Playback::ToggleRun() {
         return;
     }
     auto makeRequest = [&] {
-        RunRequest request = SnapshotProject();
+        RunRequest request = SnapshotProject(*App());
         request.randomizeStart = form_.randomizeCheck->isChecked();
         request.startTime = NumberFromText(form_.startTimeEdit->text());
         request.surface = surface;

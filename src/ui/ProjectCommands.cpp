@@ -4,13 +4,12 @@
 #include <array>
 #include <cstdio>
 
-#include "controls/LiveValues.h"
 #include "core/BaseFolders.h"
 #include "persist/RecentList.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
 #include "project/ProjectModel.h"
-#include "render/RenderThread.h"
+#include "project/RunningForm.h"
 #include "shadertoy/ProjectFile.h"
 #include "shadertoy/ProjectJson.h"
 #include "ui/FileCommands.h"
@@ -26,24 +25,6 @@ FileQuestion ProjectQuestion(const QString& caption) {
     question.filters = {QStringLiteral("JSON Files (*.json)"), QStringLiteral("All Files (*)")};
     question.defaultSuffix = QStringLiteral("json");
     return question;
-}
-
-// What the stages and channels hold now, whatever runs, as a file holds it.
-ShaderProject ProjectToSave() {
-    const RunRequest request = SnapshotProject();
-    ShaderProject project;
-    project.version = request.version;
-    project.info = request.info;
-    for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
-        if (!request.hasText[id]) continue;
-        ShaderStage& stage = project.stages[id];
-        stage.kind = id;
-        stage.source = BakeDefines(request.texts[id]);
-        stage.channels = request.channels[id];
-        for (uint32_t channel = 0; channel < kChannelCount; ++channel)
-            stage.channels[channel].channelIndex = channel;
-    }
-    return project;
 }
 
 QString LostCharactersOfProject(bool isSaved) {
@@ -130,7 +111,7 @@ void ProjectCommands::SaveProjectAs() {
 void ProjectCommands::Save(const QString& path) {
     AppState& app = *App();
     QString reason;
-    if (!SaveProjectJson(path, ProjectToSave(), &reason)) {
+    if (!SaveProjectJson(path, MakeRunningForm(app.project), &reason)) {
         app.host->SetStatusText(SavingFailed(reason));
         return;
     }

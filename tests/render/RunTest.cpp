@@ -39,7 +39,7 @@ class Run : public ::testing::Test {
     bool Toggle(uint32_t fps = 240) {
         return ToggleRenderThread(
             [this] {
-                RunRequest request = SnapshotProject();
+                RunRequest request = SnapshotProject(*App());
                 request.surface = surface_;
                 request.startTime = 1.0f;
                 return request;

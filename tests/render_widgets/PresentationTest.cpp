@@ -74,7 +74,7 @@ TEST_F(PresentationTest, AMultisampledPictureFollowsTheWindowWhilePaused) {
     App()->display.multisampleIndex = 2;
     ASSERT_TRUE(ToggleRenderThread(
         [this] {
-            RunRequest request = SnapshotProject();
+            RunRequest request = SnapshotProject(*App());
             request.surface = window->Surface();
             return request;
         },

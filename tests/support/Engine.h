@@ -90,7 +90,7 @@ class Engine {
 
     CompileOutcome Start(int width, int height, float startTime = 0.1f, uint32_t sampleExponent = 0) {
         surface_ = std::make_shared<ResizableSurface>(SurfaceSize{width, height});
-        RunRequest request = SnapshotProject();
+        RunRequest request = SnapshotProject(*App());
         request.surface = surface_;
         request.startTime = startTime;
         PublishControlValues(*Controls());

@@ -35,6 +35,9 @@ class PlaybackTest : public WindowTest {
     static bool TimeBecomes(float time) {
         return PumpUntil([time] { return App()->run->playTime == time; });
     }
+    static QString SourceOfRun() {
+        return QString::fromLatin1(App()->renderThread->request.project.stages[kStageImage].source);
+    }
 };
 
 TEST_F(PlaybackTest, ButtonsFollowTheRun) {
@@ -157,7 +160,7 @@ TEST_F(PlaybackTest, RestartCompilesTheTextOfTheMoment) {
         Run(kCmdRestart);
         EXPECT_TRUE(before.expired());
         EXPECT_EQ(App()->run->paused, 0u);
-        return App()->renderThread && App()->renderThread->request.texts[kStageImage] == text;
+        return App()->renderThread && SourceOfRun() == text;
     };
     EXPECT_TRUE(restarted(kPlain)) << "also when nothing runs";
     ASSERT_TRUE(WaitRunning());
@@ -231,7 +234,7 @@ TEST_F(PlaybackTest, F5PlaysTheTextAsItStands) {
     for (const QString& text : {kPlain + u'1', kPlain}) {  // the second while the first compiles
         ReplaceText(text);
         press(Qt::Key_F5);
-        EXPECT_EQ(App()->renderThread->request.texts[kStageImage], text);
+        EXPECT_EQ(SourceOfRun(), text);
         EXPECT_EQ(Enabled(), QStringLiteral("P"));
     }
     EXPECT_TRUE(WaitRunning());
