@@ -117,7 +117,7 @@ int Run() {
     MainWindow window;
     window.OpenInitialProject({});
     App()->project.documents[kStageImage].text = QString::fromLatin1(kHeavyShader);
-    App()->host->LoadDocument(App()->project.documents[kStageImage]);
+    window.LoadDocument(App()->project.documents[kStageImage]);
     window.ShowWithLayout();
     window.raise();
     PumpFor(500);

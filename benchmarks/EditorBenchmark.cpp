@@ -20,7 +20,6 @@
 #include "platform/Clock.h"
 #include "platform/Files.h"
 #include "project/ProjectModel.h"
-#include "ui/FileCommands.h"
 #include "ui/MainWindow.h"
 #include "ui/editor/CodeHighlight.h"
 #include "ui/editor/CodeView.h"
@@ -184,7 +183,7 @@ int Run() {
     std::vector<double> loads;
     for (int i = 0; i < 5; ++i) {
         loads.push_back(TimeOf([&] {
-            LoadSourceFile(path);
+            window.Projects().LoadSource(path);
             editor.View().viewport()->repaint();
             Settle();
         }));

@@ -14,6 +14,8 @@
 
 namespace pixelgrove {
 
+class ProjectObserver;
+
 // Marks a line of a stage's text as holding an error.
 struct ErrorLineList {
     std::vector<int32_t> lines;        // from 1
@@ -58,6 +60,8 @@ struct EditedProject {
 };
 
 struct EditingForm {
+    ProjectObserver* observer = nullptr;  // told of what is to be shown anew; null without windows
+
     StageChannels channels;
     std::array<StageDocument, kStageCount> documents;
     StageDocument* currentDocument = nullptr;

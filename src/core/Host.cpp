@@ -8,15 +8,7 @@ class NoHost final : public Host {
   public:
     void PostCommand(int, intptr_t) override {}
     void CancelPostedCommand(int) override {}
-    void SendCommand(int, intptr_t) override {}
     void Beep() override {}
-    void SetStatusText(const QString&) override {}
-    void ShowTitle(bool) override {}
-    void LoadDocument(StageDocument&) override {}
-    void MarkErrorLines() override {}
-    void RefreshStageTabs() override {}
-    void RefreshChannelPanel() override {}
-    void RebuildControlTree() override {}
 };
 
 }  // namespace

@@ -77,6 +77,10 @@ constexpr uint32_t kRgba32f = 0x8814;
 using VolumeRef = std::shared_ptr<const std::vector<uint8_t>>;
 
 constexpr int kFileNameCapacity = 260;  // code units, the terminating zero included
+// A name that doesn't fit its field leaves it empty.
+inline QString FittedFileName(const QString& name) {
+    return name.size() < kFileNameCapacity ? name : QString();
+}
 
 struct ChannelInput {
     uint32_t kind = kChannelUnused;

@@ -1,11 +1,13 @@
 #include "project/ProjectModel.h"
 
+#include <QFileInfo>
 #include <algorithm>
 #include <utility>
 
 #include "core/CommentMap.h"
 #include "platform/CodePage.h"
 #include "platform/TextScan.h"
+#include "project/ProjectObserver.h"
 
 namespace pixelgrove {
 
@@ -14,9 +16,19 @@ namespace {
 constexpr float kDefaultProjectVersion = 0.1f;
 constexpr qsizetype kServiceIdLength = 6;
 
-// A name that doesn't fit its field leaves it empty.
-QString FittedFileName(const QString& name) {
-    return name.size() < kFileNameCapacity ? name : QString();
+class NoObserver final : public ProjectObserver {
+    void LoadDocument(StageDocument&) override {}
+    void ShowTitle(bool) override {}
+    void SetStatusText(const QString&) override {}
+    void MarkErrorLines() override {}
+    void RefreshStageTabs() override {}
+    void RefreshChannelPanel() override {}
+    void RebuildControlTree() override {}
+};
+
+ProjectObserver& Observer(const AppState& app) {
+    static NoObserver none;
+    return app.project.observer ? *app.project.observer : none;
 }
 
 // Shows the stage as if nothing had been shown before.
@@ -88,8 +100,8 @@ void ClearProject(bool addImage) {
     if (!addImage) return;
     app.project.fileName = QStringLiteral("Untitled.json");
     ShowStageAnew(app, kStageImage);
-    app.host->ShowTitle(app.project.shaderModified);
-    app.host->RebuildControlTree();
+    Observer(app).ShowTitle(app.project.shaderModified);
+    Observer(app).RebuildControlTree();
 }
 
 void AddStage(uint32_t id) {
@@ -101,8 +113,8 @@ void AddStage(uint32_t id) {
 void ShowStageErrors() {
     AppState& app = *App();
     if (!app.project.stageErrors[app.project.currentStage].isEmpty()) {
-        app.host->SetStatusText(app.project.stageErrors[app.project.currentStage]);
-        app.host->MarkErrorLines();
+        Observer(app).SetStatusText(app.project.stageErrors[app.project.currentStage]);
+        Observer(app).MarkErrorLines();
         return;
     }
     QString text = QStringLiteral("[ %1 ] No errors.").arg(StageName(app.project.currentStage));
@@ -110,7 +122,7 @@ void ShowStageErrors() {
         if (!app.project.stageErrors[id].isEmpty())
             text += QStringLiteral("\n%1 has errors.").arg(StageName(id));
     }
-    app.host->SetStatusText(text);
+    Observer(app).SetStatusText(text);
 }
 
 void SelectStage(uint32_t id) {
@@ -118,13 +130,13 @@ void SelectStage(uint32_t id) {
     if (id >= kStageCount || id == app.project.currentStage) return;
     StageDocument& document = app.project.documents[id];
     document.length = uint32_t(document.text.size());
-    // The host finds the outgoing document still current, to save its view.
-    app.host->LoadDocument(document);
+    // The observer finds the outgoing document still current, to save its view.
+    Observer(app).LoadDocument(document);
     app.project.currentDocument = &document;
     app.project.currentStage = id;
     ShowStageErrors();
-    app.host->RefreshStageTabs();
-    app.host->RefreshChannelPanel();
+    Observer(app).RefreshStageTabs();
+    Observer(app).RefreshChannelPanel();
 }
 
 void RemoveStage(uint32_t id) {
@@ -139,7 +151,7 @@ void RemoveStage(uint32_t id) {
         app.project.documents[id] = StageDocument();
     }
     OnStageChanged(id);
-    app.host->RefreshStageTabs();
+    Observer(app).RefreshStageTabs();
 }
 
 std::vector<uint32_t> AddableStages() {
@@ -163,7 +175,7 @@ void OnStageChanged(uint32_t id) {
     app.project.stageDiffers[id] = DiffersFromSaved(app, id);
     RefreshModified(app);
     if (app.project.fileName.isEmpty()) app.project.fileName = QStringLiteral("Untitled");
-    app.host->ShowTitle(app.project.shaderModified);
+    Observer(app).ShowTitle(app.project.shaderModified);
 }
 
 void MarkProjectSaved() {
@@ -199,7 +211,29 @@ void AdoptProject(ShaderProject& project, const QString& path) {
     app.project.fileName = FittedFileName(isServiceId ? project.info.name + QStringLiteral(".json") : path);
     MarkProjectSaved();
     ShowStageAnew(app, kStageImage);
-    app.host->RebuildControlTree();
+    Observer(app).ShowTitle(app.project.shaderModified);
+    Observer(app).RebuildControlTree();
+}
+
+void SetOpenFileName(const QString& path) {
+    AppState& app = *App();
+    app.project.fileName = path.size() < kFileNameCapacity ? path : QFileInfo(path).fileName();
+    Observer(app).ShowTitle(app.project.shaderModified);
+}
+
+void ReplaceShownText(const QString& text) {
+    AppState& app = *App();
+    StageDocument& document = *app.project.currentDocument;
+    KeepPreviousProject();
+    SetDocumentText(document, text);
+    document.errorLines.lines.clear();
+    document.caretPosition = document.anchorPosition = document.firstVisibleLine = 0;
+    // The view on screen belongs to the old text and must not be saved into the document.
+    app.project.currentDocument = nullptr;
+    Observer(app).LoadDocument(document);
+    app.project.currentDocument = &document;
+    OnStageChanged(app.project.currentStage);
+    Observer(app).RebuildControlTree();
 }
 
 EditedProject CopyOfProject() {
@@ -235,8 +269,8 @@ bool RestorePreviousProject() {
     }
     RefreshModified(app);
     ShowStageAnew(app, previous->shownStage);
-    app.host->ShowTitle(app.project.shaderModified);
-    app.host->RebuildControlTree();
+    Observer(app).ShowTitle(app.project.shaderModified);
+    Observer(app).RebuildControlTree();
     return true;
 }
 

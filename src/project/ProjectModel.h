@@ -1,6 +1,7 @@
 // The editing form of a project: eight documents and eight times four channels in AppState.
 //
-// All functions belong to the main thread and need AppState. They tell the windows through AppState::host.
+// All functions belong to the main thread and need AppState. What is to be shown anew they tell its observer
+// (project/ProjectObserver.h).
 #pragma once
 
 #include <QString>
@@ -50,6 +51,13 @@ void MarkProjectSaved();
 // project has no file of its own: who read one sets AppState::project::projectFile. Keeps what it replaces,
 // as KeepPreviousProject does.
 void AdoptProject(ShaderProject& project, const QString& path);
+
+// Makes the path the open file's name, and its last part alone when the path is too long. The title follows.
+void SetOpenFileName(const QString& path);
+
+// Puts a text in the place of the shown stage's, caret and view at the top, its error marks cleared. Counts
+// as a change; keeps what it replaces, as KeepPreviousProject does. Only while a stage is shown.
+void ReplaceShownText(const QString& text);
 
 // What is edited now. The shown stage's view is the editor's, and not in it.
 EditedProject CopyOfProject();

@@ -8,6 +8,7 @@
 #include "platform/CodePage.h"
 #include "platform/Files.h"
 #include "project/ProjectModel.h"
+#include "ui/MessagePane.h"
 #include "ui/ProjectCommands.h"
 
 namespace pixelgrove {
@@ -23,38 +24,12 @@ FileQuestion SourceQuestion(const QString& caption) {
     return question;
 }
 
-void Say(const QString& words) {
-    App()->host->SetStatusText(words);
-}
-
 // The list's entry by value, as loading it moves it to the top; empty when there is none.
 QString EntryOf(const StringList* list, int index) {
     return list ? list->entries.value(index) : QString();
 }
 
 }  // namespace
-
-bool LoadSourceFile(const QString& path) {
-    AppState& app = *App();
-    StageDocument* document = app.project.currentDocument;
-    std::optional<QByteArray> bytes = ReadWholeFile(path, kMaxSourceFileBytes);
-    if (!bytes || !document) return false;
-    PushRecent(app.recent.recentFiles.get(), path);
-    // Text ends at a zero byte.
-    if (const qsizetype end = bytes->indexOf('\0'); end >= 0) bytes->truncate(end);
-
-    KeepPreviousProject();
-    SetDocumentText(*document, FromCodePage(*bytes));
-    document->errorLines.lines.clear();
-    document->caretPosition = document->anchorPosition = document->firstVisibleLine = 0;
-    // The view on screen belongs to the old text and must not be saved into the document.
-    app.project.currentDocument = nullptr;
-    app.host->LoadDocument(*document);
-    app.project.currentDocument = document;
-    OnStageChanged(app.project.currentStage);
-    app.host->RebuildControlTree();
-    return true;
-}
 
 QString SavingFailed(const QString& reason) {
     const QString words = QStringLiteral("Error saving file.");
@@ -87,7 +62,7 @@ void ProjectCommands::OpenFile() {
     if (!ConfirmLoss()) return;
     const QString path = dialogs.askForFile(SourceQuestion(QStringLiteral("Open File")));
     if (path.isEmpty()) return;
-    Say(LoadSourceFile(path) ? QStringLiteral("File loaded.") : QStringLiteral("Error loading file."));
+    pane_.Say(LoadSourceFile(path) ? QStringLiteral("File loaded.") : QStringLiteral("Error loading file."));
 }
 
 void ProjectCommands::SaveFileAs() {
@@ -95,32 +70,42 @@ void ProjectCommands::SaveFileAs() {
     question.forSaving = true;
     const QString path = dialogs.askForFile(question);
     if (path.isEmpty()) return;
-    const StageDocument* document = App()->project.currentDocument;
+    const StageDocument* document = app_.project.currentDocument;
     QString reason;
     if (!document || document->text.isEmpty() || !WriteWholeFile(path, ToAscii(document->text), &reason)) {
-        Say(SavingFailed(reason));
+        pane_.Say(SavingFailed(reason));
         return;
     }
     std::array<qsizetype, kStageCount> lost{};
-    lost[App()->project.currentStage] =
+    lost[app_.project.currentStage] =
         std::ranges::count_if(document->text.toUcs4(), [](uint point) { return point >= 0x80; });
-    Say(QStringLiteral("File saved.") + LostCharacters(lost, QStringLiteral("US-ASCII"), true));
+    pane_.Say(QStringLiteral("File saved.") + LostCharacters(lost, QStringLiteral("US-ASCII"), true));
+}
+
+bool ProjectCommands::LoadSourceFile(const QString& path) {
+    std::optional<QByteArray> bytes = ReadWholeFile(path, kMaxSourceFileBytes);
+    if (!bytes || !app_.project.currentDocument) return false;
+    PushRecent(app_.recent.recentFiles.get(), path);
+    // Text ends at a zero byte.
+    if (const qsizetype end = bytes->indexOf('\0'); end >= 0) bytes->truncate(end);
+    ReplaceShownText(FromCodePage(*bytes));
+    return true;
 }
 
 bool ProjectCommands::LoadSource(const QString& path) {
     const bool isLoaded = LoadSourceFile(path);
     if (isLoaded) SetOpenFileName(path);
-    Say(isLoaded ? QStringLiteral("File loaded.") : QStringLiteral("Error loading file."));
+    pane_.Say(isLoaded ? QStringLiteral("File loaded.") : QStringLiteral("Error loading file."));
     return isLoaded;
 }
 
 void ProjectCommands::OpenRecentFile(int index) {
-    const QString path = EntryOf(App()->recent.recentFiles.get(), index);
+    const QString path = EntryOf(app_.recent.recentFiles.get(), index);
     if (!path.isEmpty() && ConfirmLoss()) LoadSource(path);
 }
 
 void ProjectCommands::OpenRecentProject(int index) {
-    const QString path = EntryOf(App()->recent.recentProjects.get(), index);
+    const QString path = EntryOf(app_.recent.recentProjects.get(), index);
     if (path.isEmpty() || !ConfirmLoss()) return;
     // The path itself, also where so short a one would give way to the project's own name.
     if (Load(path)) SetOpenFileName(path);
@@ -135,8 +120,9 @@ void ProjectCommands::DropFiles(const QStringList& paths) {
     }
     if (LoadSourceFile(path)) SetOpenFileName(path);
     // Said also when the file could not be read.
-    Say(paths.size() > 1 ? QStringLiteral("First file loaded (drag-n-drop of multiple files not allowed).")
-                         : QStringLiteral("File loaded."));
+    pane_.Say(paths.size() > 1
+                  ? QStringLiteral("First file loaded (drag-n-drop of multiple files not allowed).")
+                  : QStringLiteral("File loaded."));
 }
 
 }  // namespace pixelgrove

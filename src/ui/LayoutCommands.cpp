@@ -6,6 +6,7 @@
 #include "commands/Commands.h"
 #include "core/BaseFolders.h"
 #include "platform/Files.h"
+#include "ui/MessagePane.h"
 #include "windows/widgets/WindowRegistry.h"
 #include "windows/widgets/WindowTable.h"
 
@@ -43,7 +44,7 @@ void LayoutCommands::Save() {
     const QString path = dialogs_.askForFile(question);
     if (path.isEmpty()) return;
     const bool saved = Windows().SaveLayoutFile(path);
-    say_(saved ? QStringLiteral("File saved.") : QStringLiteral("Error saving file."));
+    pane_.Say(saved ? QStringLiteral("File saved.") : QStringLiteral("Error saving file."));
 }
 
 void LayoutCommands::LoadNamed(const QString& name) {
@@ -54,14 +55,14 @@ void LayoutCommands::LoadNamed(const QString& name) {
         LoadFile(path);
         return;
     }
-    say_(QStringLiteral("Error loading file."));
+    pane_.Say(QStringLiteral("Error loading file."));
 }
 
 void LayoutCommands::LoadFile(const QString& path) {
     if (Windows().LoadLayoutFile(path))
         Apply();
     else
-        say_(QStringLiteral("Error loading file."));
+        pane_.Say(QStringLiteral("Error loading file."));
 }
 
 QStringList LayoutCommands::Names() const {

@@ -10,15 +10,16 @@
 
 namespace pixelgrove {
 
+class MessagePane;
 class WindowTable;
 
 class LayoutCommands {
   public:
-    // Dialogs and windows outlive this object. openWindow is asked to run the command of a window to open,
-    // say to show a text in the message pane.
-    LayoutCommands(const UserDialogs& dialogs, const WindowTable& windows,
-                   std::function<void(int commandId)> openWindow, std::function<void(const QString&)> say)
-        : dialogs_(dialogs), windows_(windows), openWindow_(std::move(openWindow)), say_(std::move(say)) {}
+    // What is handed in by reference outlives this object. openWindow is asked to run the command of a window
+    // to open.
+    LayoutCommands(const UserDialogs& dialogs, MessagePane& pane, const WindowTable& windows,
+                   std::function<void(int commandId)> openWindow)
+        : dialogs_(dialogs), pane_(pane), windows_(windows), openWindow_(std::move(openWindow)) {}
 
     // Brings the windows in line with the registry.
     void Apply();
@@ -37,9 +38,9 @@ class LayoutCommands {
     void LoadFile(const QString& path);
 
     const UserDialogs& dialogs_;
+    MessagePane& pane_;
     const WindowTable& windows_;
     std::function<void(int commandId)> openWindow_;
-    std::function<void(const QString&)> say_;
 };
 
 }  // namespace pixelgrove

@@ -19,6 +19,7 @@
 #include "render/widgets/OffscreenOutput.h"
 #include "ui/KeyCommands.h"
 #include "ui/OutsideCommand.h"
+#include "ui/editor/EditorMenu.h"
 #include "ui_EditWindow.h"
 #include "windows/widgets/DialogScaler.h"
 #include "windows/widgets/WindowRegistry.h"
@@ -51,15 +52,16 @@ QStringList DroppedFiles(const QMimeData& data) {
 MainWindow::MainWindow()
     : form_(MakeForm(Client())),
       posted_(this),
-      playback_(*form_),
-      projects_(MakeUserDialogs(this)),
+      pane_(*form_->statusText),
+      playback_(*form_, *App(), pane_),
+      projects_(*App(), pane_, MakeUserDialogs(this)),
+      recovery_(*App(), pane_),
       channelPanel_(*Client(), *App(), projects_.dialogs, [this](int id) { SendCommand(id, 0); }),
-      layouts_(
-          projects_.dialogs, *windows_, [this](int id) { PostCommand(id, 0); },
-          [this](const QString& text) { SetStatusText(text); }),
+      layouts_(projects_.dialogs, pane_, *windows_, [this](int id) { PostCommand(id, 0); }),
       find_(*form_->editor, projects_.dialogs) {
     AppState& app = *App();
     app.host = this;
+    app.project.observer = this;
     form_->statusText->setFont(CodeFont());
     form_->statusText->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     form_->editorSplitter->setStretchFactor(0, 4);
@@ -75,6 +77,8 @@ MainWindow::MainWindow()
         recovery_.Update();
         channelPanel_.Watch(run);
     };
+    // Thumbnails may show what the run drew.
+    playback_.runEnded = [this] { channelPanel_.Refresh(); };
     setAcceptDrops(true);
     SetUpTree();
     ProbeOutput();
@@ -109,6 +113,7 @@ MainWindow::~MainWindow() {
     AppState& app = *App();
     windows_.reset();
     app.host = &SilentHost();
+    app.project.observer = nullptr;
 }
 
 void MainWindow::ConnectControls() {
@@ -247,18 +252,6 @@ void MainWindow::CancelPostedCommand(int commandId) {
 
 void MainWindow::Beep() {
     PostCommand(kCmdBeep, 0);
-}
-
-void MainWindow::SetStatusText(const QString& text) {
-    form_->statusText->setPlainText(text);
-}
-
-void MainWindow::AddStatusLine(const QString& text) {
-    if (!text.isEmpty()) form_->statusText->appendPlainText(text);
-}
-
-QString MainWindow::StatusText() const {
-    return form_->statusText->toPlainText();
 }
 
 void MainWindow::ShowTitle(bool modified) {

@@ -1,8 +1,9 @@
 // MainWindow: what the user works in: editor, stage buttons, playback, messages, menus. The hub where every
-// gesture becomes a command, and the Host that logic and the render thread report to.
+// gesture becomes a command, the Host that the engine reports to, and the observer of the project.
 //
-// Made after AllocateGlobals; registers itself as AppState::mainWindow and AppState::host until it is
-// destroyed, which must not be before the run has ended. Main thread, but for PostCommand and Beep.
+// Made after AllocateGlobals; registers itself as AppState::mainWindow, AppState::host and
+// EditingForm::observer until it is destroyed, which must not be before the run has ended. Main thread, but
+// for PostCommand and Beep.
 #pragma once
 
 #include <memory>
@@ -10,8 +11,10 @@
 #include "commands/CommandQueue.h"
 #include "commands/CommandRegistry.h"
 #include "core/Host.h"
+#include "project/ProjectObserver.h"
 #include "ui/LayoutCommands.h"
 #include "ui/Menus.h"
+#include "ui/MessagePane.h"
 #include "ui/Playback.h"
 #include "ui/ProjectCommands.h"
 #include "ui/RecoveryKeeper.h"
@@ -28,7 +31,7 @@ namespace pixelgrove {
 
 struct AppState;
 
-class MainWindow : public FrameWindow, public Host {
+class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     Q_OBJECT
 
   public:
@@ -54,24 +57,27 @@ class MainWindow : public FrameWindow, public Host {
 
     ProjectCommands& Projects() { return projects_; }
     LayoutCommands& Layouts() { return layouts_; }
-    Playback& PlaybackControl() { return playback_; }
     const Menus& MenuEntries() const { return *menus_; }
     const WindowTable& OtherWindows() const { return *windows_; }
     // What the message pane says.
-    QString StatusText() const;
+    QString StatusText() const { return pane_.Text(); }
     // Goes where a line of the message pane points to: a line of the shown stage, or a file in the user's
     // text editor. Nothing for a line that points nowhere.
     void JumpToMessage(const QString& line);
 
     // Below what the message pane says already. Nothing for an empty text.
-    void AddStatusLine(const QString& text);
+    void AddStatusLine(const QString& text) { pane_.Add(text); }
 
     // Host
     void PostCommand(int commandId, intptr_t data) override;
     void CancelPostedCommand(int commandId) override;
-    void SendCommand(int commandId, intptr_t data) override;
     void Beep() override;
-    void SetStatusText(const QString& text) override;
+
+    // Runs a command now.
+    void SendCommand(int commandId, intptr_t data);
+
+    // ProjectObserver
+    void SetStatusText(const QString& text) override { pane_.Say(text); }
     void ShowTitle(bool modified) override;
     void LoadDocument(StageDocument& document) override;
     void MarkErrorLines() override;
@@ -112,6 +118,7 @@ class MainWindow : public FrameWindow, public Host {
     CommandQueue posted_;
     CommandRegistry commands_;
     std::unique_ptr<WindowTable> windows_ = std::make_unique<WindowTable>();
+    MessagePane pane_;
     Playback playback_;
     ProjectCommands projects_;
     RecoveryKeeper recovery_;

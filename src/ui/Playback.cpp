@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <cmath>
 
-#include "commands/Commands.h"
 #include "core/AppState.h"
 #include "core/PlayTime.h"
 #include "platform/Clock.h"
 #include "project/ProjectModel.h"
+#include "project/ProjectObserver.h"
 #include "render/widgets/OffscreenOutput.h"
 #include "render/widgets/WindowSurface.h"
+#include "ui/MessagePane.h"
 #include "ui_EditWindow.h"
 
 namespace pixelgrove {
@@ -36,7 +37,8 @@ float NumberFromText(const QString& text) {
     return ok && std::isfinite(number) ? number : 0.0f;
 }
 
-Playback::Playback(Ui::EditWindow& form) : form_(form) {
+Playback::Playback(Ui::EditWindow& form, AppState& app, MessagePane& pane)
+    : form_(form), app_(app), pane_(pane) {
     refresh_.setInterval(kRefreshIntervalMs);
     QObject::connect(&refresh_, &QTimer::timeout, [this] { RefreshDisplays(); });
 }
@@ -50,7 +52,7 @@ void Playback::SetUp() {
 }
 
 void Playback::SetButtonState(ButtonState state) {
-    const bool openGlOk = App()->display.openGlOk;
+    const bool openGlOk = app_.display.openGlOk;
     const bool active = state != ButtonState::Idle;
     const QWidget* focus = form_.playButton->window()->focusWidget();
     form_.playButton->setEnabled(state == ButtonState::Idle && openGlOk);
@@ -67,30 +69,28 @@ void Playback::SetButtonState(ButtonState state) {
 }
 
 void Playback::ForgetErrors() {
-    AppState& app = *App();
-    for (QString& errors : app.project.stageErrors)
+    for (QString& errors : app_.project.stageErrors)
         errors.clear();
     // Every stage's marks, not the shown one's alone: they name lines of a text that is compiled anew.
-    for (StageDocument& document : app.project.documents)
+    for (StageDocument& document : app_.project.documents)
         document.errorLines.lines.clear();
     form_.editor->RefreshErrorMarks();
 }
 
 void Playback::Play() {
-    AppState& app = *App();
     ForgetErrors();
     form_.editor->RefreshStageText();
-    app.run->paused = 0;
-    app.run->recordFrameIndex = 1;
-    app.host->RefreshStageTabs();
-    const bool onlyClears = app.renderThread != nullptr;
+    app_.run->paused = 0;
+    app_.run->recordFrameIndex = 1;
+    form_.stageButtons->Refresh();
+    const bool onlyClears = app_.renderThread != nullptr;
     ToggleRun();
-    if (onlyClears) app.host->SetStatusText(QStringLiteral("Press Play again to compile."));
+    if (onlyClears) pane_.Say(QStringLiteral("Press Play again to compile."));
 }
 
 void Playback::PlayAnew() {
-    if (!App()->display.openGlOk) return;
-    if (App()->renderThread) {
+    if (!app_.display.openGlOk) return;
+    if (app_.renderThread) {
         ToggleRun();
         SetButtonState(ButtonState::Idle);
     }
@@ -98,27 +98,25 @@ void Playback::PlayAnew() {
 }
 
 std::shared_ptr<OutputSurface> Playback::ChooseSurface() {
-    const AppState& app = *App();
-    if (!app.outputSurface || IsRetired(*app.outputSurface)) return CreateOffscreenOutput(lastOutputSize_);
-    NoteOutputSize(app.outputSurface->ClientSize());
-    return app.outputSurface;
+    if (!app_.outputSurface || IsRetired(*app_.outputSurface)) return CreateOffscreenOutput(lastOutputSize_);
+    NoteOutputSize(app_.outputSurface->ClientSize());
+    return app_.outputSurface;
 }
 
 void Playback::ToggleRun() {
     refresh_.stop();
-    if (App()->renderThread) {
+    if (app_.renderThread) {
         StopRenderThread();
-        // Thumbnails may show what the run drew.
-        App()->host->RefreshChannelPanel();
+        if (runEnded) runEnded();
         return;
     }
     const std::shared_ptr<OutputSurface> surface = ChooseSurface();
     if (!surface) {
-        App()->host->SetStatusText(QStringLiteral("The window system gives no surface to draw on."));
+        pane_.Say(QStringLiteral("The window system gives no surface to draw on."));
         return;
     }
     auto makeRequest = [&] {
-        RunRequest request = SnapshotProject(*App());
+        RunRequest request = SnapshotProject(app_);
         request.randomizeStart = form_.randomizeCheck->isChecked();
         request.startTime = NumberFromText(form_.startTimeEdit->text());
         request.surface = surface;
@@ -127,25 +125,23 @@ void Playback::ToggleRun() {
     const uint32_t rate = ClampedFps(form_.fpsTarget->Number());
     form_.fpsTarget->setValue(int(rate));
     if (!ToggleRenderThread(makeRequest, rate, prepareRun))
-        App()->host->SetStatusText(QStringLiteral("The system gives no thread to play on."));
+        pane_.Say(QStringLiteral("The system gives no thread to play on."));
 }
 
 void Playback::Pause() {
-    AppState& app = *App();
-    app.run->paused = app.run->paused ? 0 : 1;
-    SetButtonState(app.run->paused ? ButtonState::Paused : ButtonState::Running);
+    app_.run->paused = app_.run->paused ? 0 : 1;
+    SetButtonState(app_.run->paused ? ButtonState::Paused : ButtonState::Running);
 }
 
 void Playback::Stop() {
-    AppState& app = *App();
-    if (app.run->hasContext == 0) return;
-    app.run->paused = 0;
+    if (app_.run->hasContext == 0) return;
+    app_.run->paused = 0;
     ToggleRun();
     SetButtonState(ButtonState::Idle);
 }
 
 void Playback::Start() {
-    RunControls& run = *App()->run;
+    RunControls& run = *app_.run;
     if (run.hasContext == 0) return;
     const float time =
         form_.randomizeCheck->isChecked() ? RandomStartTime() : NumberFromText(form_.startTimeEdit->text());
@@ -153,34 +149,32 @@ void Playback::Start() {
 }
 
 void Playback::Restart() {
-    AppState& app = *App();
-    if (!app.display.openGlOk) return;
-    app.host->SendCommand(kCmdStop, 0);
+    if (!app_.display.openGlOk) return;
+    Stop();
     SleepMs(kRestartDelayMs);
-    app.host->SendCommand(kCmdPlay, 0);
+    Play();
 }
 
 void Playback::OnCompileResult() {
-    AppState& app = *App();
-    if (!app.renderThread) return;
-    if (!app.run->compileFailed) {
-        app.host->SetStatusText(QStringLiteral("Compilation successful."));
+    if (!app_.renderThread) return;
+    if (!app_.run->compileFailed) {
+        pane_.Say(QStringLiteral("Compilation successful."));
         SetButtonState(ButtonState::Running);
         ForgetErrors();
         refresh_.start();
     } else {
-        app.project.stageErrors = app.renderThread->ReportedErrors();
+        app_.project.stageErrors = app_.renderThread->ReportedErrors();
         SetButtonState(ButtonState::Idle);
         ShowStageErrors();
         // Without a compiler's log there is one sentence, which names its stage: shown whatever the editor
         // shows.
-        if (const QString failure = app.renderThread->ReportedFailure(); !failure.isEmpty()) {
-            app.host->SetStatusText(failure);
-            app.host->MarkErrorLines();
+        if (const QString failure = app_.renderThread->ReportedFailure(); !failure.isEmpty()) {
+            pane_.Say(failure);
+            app_.project.observer->MarkErrorLines();
         }
-        app.run->recordingActive = 0;
+        app_.run->recordingActive = 0;
     }
-    app.host->RefreshStageTabs();
+    form_.stageButtons->Refresh();
 }
 
 void Playback::OnRandomize() {
@@ -190,32 +184,30 @@ void Playback::OnRandomize() {
 }
 
 void Playback::SetStartToCurrent() {
-    AppState& app = *App();
     // The displayed number counts, with its three decimals, not the exact time behind it.
-    app.project.startTime = NumberFromText(form_.currentTimeText->text());
-    form_.startTimeEdit->setText(TimeText(app.project.startTime));
-    if (app.run->hasContext) app.run->timeRequest.Ask({app.project.startTime});
+    app_.project.startTime = NumberFromText(form_.currentTimeText->text());
+    form_.startTimeEdit->setText(TimeText(app_.project.startTime));
+    if (app_.run->hasContext) app_.run->timeRequest.Ask({app_.project.startTime});
 }
 
 void Playback::CommitFpsTarget() {
     bool isNumber = false;
     const int number = form_.fpsTarget->Number(&isNumber);
     if (!isNumber) return;
-    App()->run->fpsTarget = ClampedFps(number);
-    form_.fpsTarget->setValue(int(App()->run->fpsTarget));
+    app_.run->fpsTarget = ClampedFps(number);
+    form_.fpsTarget->setValue(int(app_.run->fpsTarget));
 }
 
 void Playback::RefreshDisplays() {
-    AppState& app = *App();
-    if (app.run->hasContext) {
-        form_.currentTimeText->setText(TimeText(app.run->playTime));
-        form_.fpsCurrentEdit->setText(QString::number(app.run->fpsCurrent));
+    if (app_.run->hasContext) {
+        form_.currentTimeText->setText(TimeText(app_.run->playTime));
+        form_.fpsCurrentEdit->setText(QString::number(app_.run->fpsCurrent));
     } else {
         form_.randomizeCheck->setChecked(true);
-        form_.startTimeEdit->setText(TimeText(app.project.startTime));
+        form_.startTimeEdit->setText(TimeText(app_.project.startTime));
     }
-    app.run->fpsTarget = ClampedFps(int(app.run->fpsTarget));
-    if (!form_.fpsTarget->IsBeingChanged()) form_.fpsTarget->setValue(int(app.run->fpsTarget));
+    app_.run->fpsTarget = ClampedFps(int(app_.run->fpsTarget));
+    if (!form_.fpsTarget->IsBeingChanged()) form_.fpsTarget->setValue(int(app_.run->fpsTarget));
 }
 
 void Playback::NoteOutputSize(SurfaceSize size) {

@@ -19,17 +19,20 @@ class EditWindow;
 
 namespace pixelgrove {
 
-class CodeView;
+class MessagePane;
 
 enum class ButtonState { Idle = 0, Running = 1, Paused = 2 };
 
 class Playback {
   public:
-    // The form outlives this object.
-    explicit Playback(Ui::EditWindow& form);
+    // What is handed in outlives this object.
+    Playback(Ui::EditWindow& form, AppState& app, MessagePane& pane);
 
     // Finishes the record of each new run before its thread starts; may be empty.
     std::function<void(RenderRun&)> prepareRun;
+
+    // After each run's end; may be empty.
+    std::function<void()> runEnded;
 
     // First state of the displays: the start time is shown and "Randomize" ticked, with its edit left
     // enabled.
@@ -71,6 +74,8 @@ class Playback {
     void ForgetErrors();
 
     Ui::EditWindow& form_;
+    AppState& app_;
+    MessagePane& pane_;
     QTimer refresh_;
     SurfaceSize lastOutputSize_{640, 360};
 };

@@ -13,6 +13,7 @@
 #include "shadertoy/ProjectFile.h"
 #include "shadertoy/ProjectJson.h"
 #include "ui/FileCommands.h"
+#include "ui/MessagePane.h"
 
 namespace pixelgrove {
 
@@ -27,23 +28,17 @@ FileQuestion ProjectQuestion(const QString& caption) {
     return question;
 }
 
-QString LostCharactersOfProject(bool isSaved) {
+}  // namespace
+
+QString ProjectCommands::LostCharactersOfProject(bool isSaved) const {
     std::array<qsizetype, kStageCount> counts{};
     for (uint32_t id = kStageCommon; id < kStageCount; ++id)
-        counts[id] = CountLackingCharacters(App()->project.documents[id].text);
+        counts[id] = CountLackingCharacters(app_.project.documents[id].text);
     return LostCharacters(counts, QStringLiteral("Windows-1252"), isSaved);
 }
 
-}  // namespace
-
-void SetOpenFileName(const QString& path) {
-    AppState& app = *App();
-    app.project.fileName = path.size() < kFileNameCapacity ? path : QFileInfo(path).fileName();
-    app.host->ShowTitle(app.project.shaderModified);
-}
-
 bool ProjectCommands::ConfirmLoss() {
-    if (!App()->project.shaderModified) return true;
+    if (!app_.project.shaderModified) return true;
     return dialogs.confirm(
         QStringLiteral("Warning: Unsaved changes"),
         QStringLiteral("You've made changes to the current shader that have not been saved. If you proceed, "
@@ -58,14 +53,13 @@ void ProjectCommands::OpenProject() {
     if (!ConfirmLoss()) return;
     const QString path = dialogs.askForFile(ProjectQuestion(QStringLiteral("Open Project")));
     if (path.isEmpty()) {
-        App()->host->SetStatusText(QStringLiteral("Error loading file."));
+        pane_.Say(QStringLiteral("Error loading file."));
         return;
     }
-    if (Load(path)) PushRecent(App()->recent.recentProjects.get(), path);
+    if (Load(path)) PushRecent(app_.recent.recentProjects.get(), path);
 }
 
 bool ProjectCommands::Load(const QString& path, const LoadWords& words) {
-    AppState& app = *App();
     ShaderProject project;
     const ProjectFileResult result = LoadProjectFile(path, project);
     const bool isLoaded =
@@ -79,16 +73,15 @@ bool ProjectCommands::Load(const QString& path, const LoadWords& words) {
     if (isLoaded) {
         AdoptProject(project, path);
         // A file that holds more than was read of it is not written over without a question.
-        if (result.isComplete) app.project.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
-        app.host->ShowTitle(app.project.shaderModified);
+        if (result.isComplete) app_.project.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
         status += LostCharactersOfProject(false);
     }
-    app.host->SetStatusText(status);
+    pane_.Say(status);
     return isLoaded;
 }
 
 void ProjectCommands::SaveProject() {
-    const QString path = App()->project.projectFile;
+    const QString path = app_.project.projectFile;
     if (path.isEmpty()) {
         SaveProjectAs();
     } else {
@@ -97,10 +90,9 @@ void ProjectCommands::SaveProject() {
 }
 
 void ProjectCommands::SaveProjectAs() {
-    AppState& app = *App();
     FileQuestion question = ProjectQuestion(QStringLiteral("Save Project As"));
     question.forSaving = true;
-    const QFileInfo open(NormalizePath(app.project.fileName));
+    const QFileInfo open(NormalizePath(app_.project.fileName));
     if (open.isAbsolute()) question.folder = open.absolutePath();
     // A source file may be open under that name, and a project must not be written over it.
     question.fileName = open.completeBaseName() + QStringLiteral(".json");
@@ -109,20 +101,19 @@ void ProjectCommands::SaveProjectAs() {
 }
 
 void ProjectCommands::Save(const QString& path) {
-    AppState& app = *App();
     QString reason;
-    if (!SaveProjectJson(path, MakeRunningForm(app.project), &reason)) {
-        app.host->SetStatusText(SavingFailed(reason));
+    if (!SaveProjectJson(path, MakeRunningForm(app_.project), &reason)) {
+        pane_.Say(SavingFailed(reason));
         return;
     }
-    app.project.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
+    app_.project.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
     MarkProjectSaved();
     SetOpenFileName(path);
-    app.host->SetStatusText(QStringLiteral("File saved.") + LostCharactersOfProject(true));
+    pane_.Say(QStringLiteral("File saved.") + LostCharactersOfProject(true));
 }
 
 void ProjectCommands::RestorePrevious() {
-    if (RestorePreviousProject()) App()->host->SetStatusText(QStringLiteral("Previous project restored."));
+    if (RestorePreviousProject()) pane_.Say(QStringLiteral("Previous project restored."));
 }
 
 }  // namespace pixelgrove

@@ -7,9 +7,12 @@
 
 #include <QStringList>
 
+#include "core/AppState.h"
 #include "windows/widgets/UserDialogs.h"
 
 namespace pixelgrove {
+
+class MessagePane;
 
 // What the message pane says of a project that was loaded or not.
 struct LoadWords {
@@ -19,7 +22,9 @@ struct LoadWords {
 
 class ProjectCommands {
   public:
-    explicit ProjectCommands(UserDialogs userDialogs) : dialogs(std::move(userDialogs)) {}
+    // What is handed in by reference outlives this object.
+    ProjectCommands(AppState& app, MessagePane& pane, UserDialogs userDialogs)
+        : dialogs(std::move(userDialogs)), app_(app), pane_(pane) {}
 
     // Without unsaved changes true at once; otherwise asks, and only Yes gives true.
     bool ConfirmLoss();
@@ -58,10 +63,14 @@ class ProjectCommands {
     UserDialogs dialogs;
 
   private:
-    static void Save(const QString& path);
-};
+    void Save(const QString& path);
+    // Puts the file's bytes, as text of the code page, into the shown stage, and the path on the list of
+    // recent files. Counts as a change. False when the file can't be read, and then nothing changed.
+    bool LoadSourceFile(const QString& path);
+    QString LostCharactersOfProject(bool isSaved) const;
 
-// Makes the path the open file's name, and its last part alone when the path is too long. The title follows.
-void SetOpenFileName(const QString& path);
+    AppState& app_;
+    MessagePane& pane_;
+};
 
 }  // namespace pixelgrove

@@ -7,6 +7,7 @@
 
 #include "core/AppState.h"
 #include "recovery/RecoveryCopy.h"
+#include "ui/MessagePane.h"
 
 namespace pixelgrove {
 
@@ -27,7 +28,7 @@ QString QuestionAbout(const RecoveryCopy& copy, const QDateTime& written) {
 
 }  // namespace
 
-RecoveryKeeper::RecoveryKeeper() {
+RecoveryKeeper::RecoveryKeeper(AppState& app, MessagePane& pane) : app_(app), pane_(pane) {
     timer_.setSingleShot(true);
     QObject::connect(&timer_, &QTimer::timeout, [this] { OnTimer(); });
 }
@@ -39,7 +40,7 @@ void RecoveryKeeper::Start(const QString& folder) {
 
 void RecoveryKeeper::NoteChange() {
     if (folder_.isEmpty()) return;
-    if (!App()->project.shaderModified) {
+    if (!app_.project.shaderModified) {
         Update();
         return;
     }
@@ -52,7 +53,7 @@ bool RecoveryKeeper::Update(QString* reason) {
     timer_.stop();
     sinceFirstChange_.invalidate();
     if (folder_.isEmpty()) return true;
-    if (!App()->project.shaderModified) {
+    if (!app_.project.shaderModified) {
         if (file_) file_->Remove();
         return true;
     }
@@ -66,9 +67,8 @@ void RecoveryKeeper::OnTimer() {
     if (Update(&reason) || failureTold_) return;
     failureTold_ = true;
     if (!reason.isEmpty()) reason = QStringLiteral(" (%1)").arg(reason);
-    App()->host->SetStatusText(
-        QStringLiteral("No recovery copy can be written to \"%1\"%2: save your work soon.")
-            .arg(folder_, reason));
+    pane_.Say(QStringLiteral("No recovery copy can be written to \"%1\"%2: save your work soon.")
+                  .arg(folder_, reason));
 }
 
 void RecoveryKeeper::Finish() {

@@ -15,9 +15,13 @@
 
 namespace pixelgrove {
 
+class MessagePane;
+struct AppState;
+
 class RecoveryKeeper {
   public:
-    RecoveryKeeper();
+    // What is handed in outlives this object.
+    RecoveryKeeper(AppState& app, MessagePane& pane);
 
     // From now on copies are kept in this folder; before, nothing is done. With an empty path there are none.
     void Start(const QString& folder);
@@ -46,6 +50,8 @@ class RecoveryKeeper {
   private:
     void OnTimer();
 
+    AppState& app_;
+    MessagePane& pane_;
     QString folder_;
     std::unique_ptr<RecoveryFile> file_;  // from the first copy on
     QTimer timer_;

@@ -31,15 +31,7 @@ class RecordingHost final : public Host {
         }
         return std::nullopt;
     }
-    void SendCommand(int, intptr_t) override {}
     void Beep() override { ++beeps; }
-    void SetStatusText(const QString&) override {}
-    void ShowTitle(bool) override {}
-    void LoadDocument(StageDocument&) override {}
-    void MarkErrorLines() override {}
-    void RefreshStageTabs() override {}
-    void RefreshChannelPanel() override {}
-    void RebuildControlTree() override {}
 
     std::atomic<int> beeps{0};
 

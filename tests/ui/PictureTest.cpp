@@ -90,7 +90,8 @@ TEST_F(PictureTest, OutputWindowsComeAndGoWhileProjectsPlay) {
     for (int i = 0; i < 50; ++i) {
         if (i % 5 == 0) {
             ASSERT_TRUE(PlayUntilRunning()) << i;
-            ASSERT_TRUE(PumpUntil([this] { return Screenshot().pixelColor(30, 30) == QColor(Qt::red); })) << i;
+            ASSERT_TRUE(PumpUntil([this] { return Screenshot().pixelColor(30, 30) == QColor(Qt::red); }))
+                << i;
         }
         Run(kCmdAnimationWindow);
         EXPECT_EQ(OutputFrame(), nullptr);

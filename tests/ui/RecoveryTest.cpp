@@ -1,10 +1,12 @@
 // Recovery copies as the main window keeps and offers them. A window that goes without being closed stands
 // for a process that died.
 #include <QDir>
+#include <atomic>
 
 #include "platform/Files.h"
 #include "recovery/RecoveryCopy.h"
 #include "recovery/RecoveryFile.h"
+#include "support/Engine.h"
 #include "ui/WindowFixture.h"
 
 namespace pixelgrove {
@@ -20,12 +22,16 @@ class RecoveryTest : public WindowTest {
     QStringList Files(const char* pattern = "*.json") const {
         return QDir(Folder()).entryList({QString::fromLatin1(pattern)}, QDir::Files);
     }
+
+  public:
     // The Image text of the only copy; null without one.
     QString KeptText() const {
         const auto bytes = ReadWholeFile(Folder() + u'/' + Files().value(0));
         const auto copy = bytes ? ReadRecoveryCopy(*bytes) : std::nullopt;
         return copy ? copy->project.documents[kStageImage].text : QString();
     }
+
+  protected:
     // The next start, at which every question gets the answers in turn.
     void StartAgain(QList<Answer> answers) {
         App()->project.shaderModified = false;
@@ -48,14 +54,22 @@ TEST_F(RecoveryTest, ACopyIsThereBeforeARunAndSoonAfterAChange) {
     EXPECT_TRUE(Files().isEmpty()) << "nothing is unsaved";
     ReplaceText(QStringLiteral("first"));
     App()->display.openGlOk = true;
-    bool wasKept = false;
-    const auto prepare = window->PlaybackControl().prepareRun;
-    window->PlaybackControl().prepareRun = [&](RenderRun& run) {
-        prepare(run);
-        wasKept = KeptText() == QStringLiteral("first");
+    // The run's first look at its surface is the earliest moment at which a driver could end the process.
+    class Surface : public test::ResizableSurface {
+      public:
+        explicit Surface(const RecoveryTest& fixture) : ResizableSurface({8, 8}), recovery(fixture) {}
+        std::unique_ptr<GlContext> CreateContext() override {
+            isKept = recovery.KeptText() == QStringLiteral("first") ? 1 : 0;
+            return nullptr;
+        }
+        const RecoveryTest& recovery;
+        std::atomic<int> isKept{-1};
     };
+    const auto surface = std::make_shared<Surface>(*this);
+    App()->outputSurface = surface;
     Run(kCmdPlay);
-    EXPECT_TRUE(wasKept);
+    EXPECT_TRUE(PumpUntil([&] { return surface->isKept >= 0; }));
+    EXPECT_EQ(surface->isKept, 1);
     ReplaceText(QStringLiteral(u"second \u4e2d"));
     EXPECT_TRUE(PumpUntil([&] { return KeptText() == QStringLiteral(u"second \u4e2d"); }));
     Run(kCmdStop);

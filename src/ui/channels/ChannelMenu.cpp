@@ -34,11 +34,6 @@ constexpr EntryRow kLiveEntries[] = {
     {kChannelMenuAudio, kChannelAudio, -1},
 };
 
-// A name that doesn't fit its field leaves it empty.
-QString FittedName(const QString& path) {
-    return path.size() < kFileNameCapacity ? path : QString();
-}
-
 void UseKind(ChannelInput& channel, uint32_t kind) {
     channel.kind = kind;
     DefaultSampler(channel);
@@ -57,7 +52,7 @@ bool ChoosePicture(ChannelInput& channel, uint32_t kind, const UserDialogs& dial
     } else {
         channel.faces[0] = LoadImageFile(path, &channel.mediaProblem);
     }
-    channel.fileName = FittedName(path);
+    channel.fileName = FittedFileName(path);
     if (!channel.faces[0]) return true;
     channel.kind = kind;
     DefaultSampler(channel);
@@ -71,7 +66,7 @@ bool ChooseVolume(ChannelInput& channel, const UserDialogs& dialogs) {
         PickFile(dialogs, channel.fileName, CacheRoot() + u'/' + kCacheAssets,
                  QStringLiteral("Volume Files (*.bin)\t*.bin\tAll Files (*.*)\t*.*\t"), false);
     if (path.isEmpty()) return false;
-    channel.fileName = FittedName(path);
+    channel.fileName = FittedFileName(path);
     ReleaseChannel(channel);
     QString problem;
     VolumeRef volume = LoadVolumeFile(channel.fileName, &problem);

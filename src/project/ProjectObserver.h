@@ -1,0 +1,27 @@
+// ProjectObserver: how the project model tells what is to be shown anew, without knowing the windows.
+//
+// The main window implements it and registers itself in EditingForm::observer; a program without windows has
+// none. Main thread.
+#pragma once
+
+#include <QString>
+
+namespace pixelgrove {
+
+struct StageDocument;
+
+class ProjectObserver {
+  public:
+    virtual void LoadDocument(StageDocument& document) = 0;  // into the editor
+    virtual void ShowTitle(bool modified) = 0;               // of EditingForm::fileName
+    virtual void SetStatusText(const QString& text) = 0;     // the message pane
+    virtual void MarkErrorLines() = 0;                       // from the message pane's text
+    virtual void RefreshStageTabs() = 0;                     // which stages there are, and their colours
+    virtual void RefreshChannelPanel() = 0;
+    virtual void RebuildControlTree() = 0;
+
+  protected:
+    ~ProjectObserver() = default;
+};
+
+}  // namespace pixelgrove
