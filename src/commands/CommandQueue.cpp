@@ -10,23 +10,20 @@ QEvent::Type CommandQueue::EventType() {
 }
 
 void CommandQueue::PostCommand(int commandId, intptr_t data) {
-    {
-        std::lock_guard lock(lock_);
-        waiting_.push_back({commandId, data});
-    }
+    Hold(waiting_)->push_back({commandId, data});
     QCoreApplication::postEvent(receiver_, new QEvent(EventType()));
 }
 
 void CommandQueue::CancelPostedCommand(int commandId) {
-    std::lock_guard lock(lock_);
-    std::erase_if(waiting_, [commandId](const PostedCommand& command) { return command.id == commandId; });
+    const Hold waiting(waiting_);
+    std::erase_if(*waiting, [commandId](const PostedCommand& command) { return command.id == commandId; });
 }
 
 std::optional<PostedCommand> CommandQueue::Take() {
-    std::lock_guard lock(lock_);
-    if (waiting_.empty()) return std::nullopt;
-    const PostedCommand command = waiting_.front();
-    waiting_.pop_front();
+    const Hold waiting(waiting_);
+    if (waiting->empty()) return std::nullopt;
+    const PostedCommand command = waiting->front();
+    waiting->pop_front();
     return command;
 }
 

@@ -8,8 +8,9 @@
 #include <QObject>
 #include <cstdint>
 #include <deque>
-#include <mutex>
 #include <optional>
+
+#include "platform/SynchronizedValue.h"
 
 namespace pixelgrove {
 
@@ -34,8 +35,7 @@ class CommandQueue {
 
   private:
     QObject* receiver_;
-    std::mutex lock_;  // guards waiting_
-    std::deque<PostedCommand> waiting_;
+    SynchronizedValue<std::deque<PostedCommand>> waiting_;
 };
 
 }  // namespace pixelgrove

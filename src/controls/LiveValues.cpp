@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "platform/CodePage.h"
+#include "platform/SynchronizedValue.h"
 
 namespace pixelgrove {
 
@@ -17,13 +18,12 @@ struct PublishedControl {
 };
 
 struct Snapshot {
-    std::mutex lock;
     int32_t count = 0;
     std::array<PublishedControl, kMaxControls> controls;
 };
 
-Snapshot& Published() {
-    static Snapshot snapshot;
+SynchronizedValue<Snapshot>& Published() {
+    static SynchronizedValue<Snapshot> snapshot;
     return snapshot;
 }
 
@@ -66,22 +66,20 @@ void InitialiseSpeed(ControlSet& controls) {
 }
 
 void PublishControlValues(const ControlSet& controls) {
-    Snapshot& snapshot = Published();
-    const std::lock_guard hold(snapshot.lock);
-    snapshot.count = std::clamp(controls.uniformCount, 0, kMaxControls);
-    for (size_t i = 0; i < size_t(snapshot.count); ++i) {
+    const Hold snapshot(Published());
+    snapshot->count = std::clamp(controls.uniformCount, 0, kMaxControls);
+    for (size_t i = 0; i < size_t(snapshot->count); ++i) {
         const UniformControl& control = controls.uniforms[i];
-        snapshot.controls[i] = {control.displayName, control.type, control.range};
+        snapshot->controls[i] = {control.displayName, control.type, control.range};
     }
 }
 
 void UpdateUniformValues(UniformTable& table, float /*elapsedMs*/) {
     // Every control is of the kind Fixed: its value stands still, so the time base plays no part.
-    Snapshot& snapshot = Published();
-    const std::lock_guard hold(snapshot.lock);
-    table.count = snapshot.count;
-    for (size_t i = 0; i < size_t(snapshot.count); ++i) {
-        const PublishedControl& control = snapshot.controls[i];
+    const Hold snapshot(Published());
+    table.count = snapshot->count;
+    for (size_t i = 0; i < size_t(snapshot->count); ++i) {
+        const PublishedControl& control = snapshot->controls[i];
         UniformValue& entry = table.values[i];
         entry.name = control.name;
         entry.type = control.type;

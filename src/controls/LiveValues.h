@@ -5,7 +5,6 @@
 #pragma once
 
 #include <array>
-#include <mutex>
 
 #include "core/ControlSet.h"
 

@@ -39,7 +39,7 @@ struct RecordingChoices {
 };
 
 struct PaletteRecord {
-    std::shared_ptr<PaletteTable> table = std::make_shared<PaletteTable>();  // runs hold it too
+    std::shared_ptr<SharedPalette> table = std::make_shared<SharedPalette>();  // runs hold it too
     std::unique_ptr<SharedMemory> shared;  // where an outside tool leaves a PaletteBlock
 };
 

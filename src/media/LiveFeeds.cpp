@@ -1,17 +1,16 @@
 #include "media/LiveFeeds.h"
 
-#include <mutex>
 #include <utility>
+
+#include "platform/SynchronizedValue.h"
 
 namespace pixelgrove {
 
 namespace {
 
 struct LiveFeeds {
-    std::mutex audioLock;
-    AudioBlock audio{};
-    std::mutex cameraLock;
-    BitmapRef camera;
+    SynchronizedValue<AudioBlock> audio;
+    SynchronizedValue<BitmapRef> camera;
 };
 
 // Never destroyed: a capture thread may outlive the end of main.
@@ -23,28 +22,20 @@ LiveFeeds& Feeds() {
 }  // namespace
 
 void PublishAudioBlock(const AudioBlock& block) {
-    LiveFeeds& feeds = Feeds();
-    const std::lock_guard hold(feeds.audioLock);
-    feeds.audio = block;
+    *Hold(Feeds().audio) = block;
 }
 
 AudioBlock LatestAudioBlock() {
-    LiveFeeds& feeds = Feeds();
-    const std::lock_guard hold(feeds.audioLock);
-    return feeds.audio;
+    return Feeds().audio.Copy();
 }
 
 void PublishCameraPicture(BitmapRef picture) {
     if (picture && (picture->bitsPerPixel != 32 || !picture->IsComplete())) picture = nullptr;
-    LiveFeeds& feeds = Feeds();
-    const std::lock_guard hold(feeds.cameraLock);
-    std::swap(feeds.camera, picture);  // the old one is freed with the argument, after the lock
+    Feeds().camera.Exchange(std::move(picture));
 }
 
 BitmapRef LatestCameraPicture() {
-    LiveFeeds& feeds = Feeds();
-    const std::lock_guard hold(feeds.cameraLock);
-    return feeds.camera;
+    return Feeds().camera.Copy();
 }
 
 }  // namespace pixelgrove

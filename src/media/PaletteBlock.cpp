@@ -19,7 +19,6 @@ double RandomFraction() {
 
 void UnpackPalette(const PaletteBlock& block, PaletteTable& table) {
     const int count = std::clamp(block.count, 0, kMaxPaletteColours);
-    const std::lock_guard hold(table.lock);
     for (int i = 0; i < count; ++i) {
         table.colours[size_t(i)] =
             uint32_t(block.red[i]) << 16 | uint32_t(block.green[i]) << 8 | uint32_t(block.blue[i]);
@@ -33,7 +32,6 @@ void FillDefaultPalette(PaletteTable& table) {
         double waves = 1 + std::floor(RandomFraction() * 4);  // whole ones: the table's ends meet
         double phase = RandomFraction();
     } const curves[3];
-    const std::lock_guard hold(table.lock);
     for (size_t i = 0; i < table.colours.size(); ++i) {
         uint32_t colour = 0;
         for (const Curve& curve : curves) {

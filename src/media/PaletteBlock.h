@@ -4,7 +4,8 @@
 
 #include <array>
 #include <cstdint>
-#include <mutex>
+
+#include "platform/SynchronizedValue.h"
 
 namespace pixelgrove {
 
@@ -21,20 +22,21 @@ struct PaletteBlock {
 };
 static_assert(sizeof(PaletteBlock) == 6152);
 
-// Written by the main thread, read by the render thread, both under the lock.
 struct PaletteTable {
-    mutable std::mutex lock;
     std::array<uint32_t, kMaxPaletteColours> colours{};  // 0x00RRGGBB
     uint32_t count = 0;                                  // entries in use
     uint64_t serial = 0;                                 // grows with each change
 };
 
+// Written by the main thread, read by the render thread.
+using SharedPalette = SynchronizedValue<PaletteTable>;
+
 // Packs the block into the table. A count outside 0..kMaxPaletteColours is clamped: the block is written by
-// another process. Main thread.
+// another process.
 void UnpackPalette(const PaletteBlock& block, PaletteTable& table);
 
 // Fills the table with kMaxPaletteColours colours along smooth curves that are drawn afresh at each call:
-// what the program starts with. Main thread.
+// what the program starts with.
 void FillDefaultPalette(PaletteTable& table);
 
 }  // namespace pixelgrove

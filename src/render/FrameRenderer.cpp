@@ -257,7 +257,7 @@ std::array<float, 4> TakeMouse() {
     return result;
 }
 
-bool RenderStages(RenderContext* context, const PaletteTable* palette) {
+bool RenderStages(RenderContext* context, const SharedPalette* palette) {
     if (!context) return false;
     if (context->resizable) FollowSize(*context);
     context->playTime += context->uniforms.values[0].floatValue;

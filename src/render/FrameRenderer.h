@@ -9,7 +9,7 @@ namespace pixelgrove {
 
 // One frame by context.uniforms, whose entry 0 is the time step. palette may be null. False for a null
 // context.
-bool RenderStages(RenderContext* context, const PaletteTable* palette);
+bool RenderStages(RenderContext* context, const SharedPalette* palette);
 
 // The size that the next frame will have: the forced size, or the surface's client area.
 SurfaceSize WantedSize(const RenderContext& context);

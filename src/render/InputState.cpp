@@ -1,20 +1,19 @@
 #include "render/InputState.h"
 
-#include <mutex>
+#include "platform/SynchronizedValue.h"
 
 namespace pixelgrove {
 
 namespace {
 
 struct KeyboardState {
-    std::mutex lock;
     std::array<uint8_t, kKeyCodes * kKeyRows> rows{};
     std::array<bool, kKeyCodes> isDown{};
     bool changed = false;
 };
 
-KeyboardState& Keyboard() {
-    static KeyboardState state;
+SynchronizedValue<KeyboardState>& Keyboard() {
+    static SynchronizedValue<KeyboardState> state;
     return state;
 }
 
@@ -53,47 +52,42 @@ void MouseReleased() {
 
 void KeyPressed(int keyCode) {
     if (keyCode < 0 || keyCode >= kKeyCodes) return;
-    KeyboardState& keyboard = Keyboard();
-    std::lock_guard lock(keyboard.lock);
-    keyboard.rows[kDownRow + keyCode] = 255;
-    if (!keyboard.isDown[keyCode]) keyboard.rows[kWentDownRow + keyCode] = 255;
-    keyboard.isDown[keyCode] = true;
+    const Hold keyboard(Keyboard());
+    keyboard->rows[kDownRow + keyCode] = 255;
+    if (!keyboard->isDown[keyCode]) keyboard->rows[kWentDownRow + keyCode] = 255;
+    keyboard->isDown[keyCode] = true;
     // Flips on auto-repeat too: shaders rely on the flicker of a held key.
-    uint8_t& toggle = keyboard.rows[kToggleRow + keyCode];
+    uint8_t& toggle = keyboard->rows[kToggleRow + keyCode];
     toggle = toggle < 255 ? 255 : 0;
-    keyboard.changed = true;
+    keyboard->changed = true;
 }
 
 void KeyReleased(int keyCode) {
     if (keyCode < 0 || keyCode >= kKeyCodes) return;
-    KeyboardState& keyboard = Keyboard();
-    std::lock_guard lock(keyboard.lock);
-    keyboard.rows[kDownRow + keyCode] = 0;
-    keyboard.rows[kWentDownRow + keyCode] = 0;
-    keyboard.isDown[keyCode] = false;
-    keyboard.changed = true;
+    const Hold keyboard(Keyboard());
+    keyboard->rows[kDownRow + keyCode] = 0;
+    keyboard->rows[kWentDownRow + keyCode] = 0;
+    keyboard->isDown[keyCode] = false;
+    keyboard->changed = true;
 }
 
 void ClearKeyboard() {
-    KeyboardState& keyboard = Keyboard();
-    std::lock_guard lock(keyboard.lock);
-    keyboard.rows.fill(0);
-    keyboard.changed = true;
+    const Hold keyboard(Keyboard());
+    keyboard->rows.fill(0);
+    keyboard->changed = true;
 }
 
 bool TakeKeyboardRows(std::array<uint8_t, kKeyCodes * kKeyRows>& rows) {
-    KeyboardState& keyboard = Keyboard();
-    std::lock_guard lock(keyboard.lock);
-    if (!keyboard.changed) return false;
-    rows = keyboard.rows;
-    keyboard.changed = false;
+    const Hold keyboard(Keyboard());
+    if (!keyboard->changed) return false;
+    rows = keyboard->rows;
+    keyboard->changed = false;
     return true;
 }
 
 void ReadKeyboardRows(std::array<uint8_t, kKeyCodes * kKeyRows>& rows) {
-    KeyboardState& keyboard = Keyboard();
-    std::lock_guard lock(keyboard.lock);
-    rows = keyboard.rows;
+    const Hold keyboard(Keyboard());
+    rows = keyboard->rows;
 }
 
 }  // namespace pixelgrove

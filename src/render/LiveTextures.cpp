@@ -5,7 +5,6 @@
 #include <array>
 #include <atomic>
 #include <cstring>
-#include <mutex>
 #include <vector>
 
 #include "media/LiveFeeds.h"
@@ -23,13 +22,13 @@ void UploadSingleChannelRows(GLuint texture, int width, int height, const uint8_
     glTexImage2D(GL_TEXTURE_2D, 0, GL_R8_SNORM, width, height, 0, GL_RED, GL_UNSIGNED_BYTE, rows);
 }
 
-void FeedPalette(RenderContext& context, const PaletteTable& palette) {
+void FeedPalette(RenderContext& context, const SharedPalette& shared) {
     std::vector<uint32_t> row;
     {
-        std::lock_guard lock(palette.lock);
-        if (palette.count == 0 || palette.serial == context.paletteSerial) return;
-        row.assign(palette.colours.begin(), palette.colours.begin() + palette.count);
-        context.paletteSerial = palette.serial;
+        const Hold palette(shared);
+        if (palette->count == 0 || palette->serial == context.paletteSerial) return;
+        row.assign(palette->colours.begin(), palette->colours.begin() + palette->count);
+        context.paletteSerial = palette->serial;
     }
     const auto width = uint32_t(row.size());
     if (context.paletteTexture != 0 && context.paletteWidth != width) {
@@ -118,7 +117,7 @@ void CreateLiveTexture(RenderContext& context, uint32_t kind) {
     ShowGLError();
 }
 
-void FeedLiveTextures(RenderContext& context, const PaletteTable* palette) {
+void FeedLiveTextures(RenderContext& context, const SharedPalette* palette) {
     if (palette) FeedPalette(context, *palette);
     if (context.keyboardTexture != 0) {
         std::array<uint8_t, kKeyCodes * kKeyRows> rows;

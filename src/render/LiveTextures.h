@@ -18,6 +18,6 @@ void CreateLiveTexture(RenderContext& context, uint32_t kind);
 
 // Brings palette row, keyboard, webcam and audio textures up to date; the webcam's on every 16th call of the
 // process that has one. palette may be null.
-void FeedLiveTextures(RenderContext& context, const PaletteTable* palette);
+void FeedLiveTextures(RenderContext& context, const SharedPalette* palette);
 
 }  // namespace pixelgrove

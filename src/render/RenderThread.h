@@ -51,7 +51,7 @@ struct RenderRun {
     RenderRun& operator=(const RenderRun&) = delete;
 
     const std::shared_ptr<RunControls> controls;
-    const std::shared_ptr<const PaletteTable> palette;
+    const std::shared_ptr<const SharedPalette> palette;
     RunRequest request;
     std::atomic<uint32_t> stopRequested{0};  // main sets, the thread leaves at the end of its turn
     int stopWaitMs = kStopWaitMs;            // how long main waits for that; main's

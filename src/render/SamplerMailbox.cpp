@@ -2,6 +2,8 @@
 
 #include <GL/glew.h>
 
+#include <utility>
+
 #include "render/ChannelTextures.h"
 
 namespace pixelgrove {
@@ -21,21 +23,20 @@ void ApplySettings(const SamplerSettings& settings, ChannelInput& channel) {
 
 void SamplerMailbox::Post(uint32_t stage, uint32_t channel, const ChannelInput& source) {
     if (stage >= uint32_t(kStageCount) || channel >= uint32_t(kChannelCount)) return;
-    const std::lock_guard hold(lock_);
-    slots_[stage][channel] =
+    const Hold slots(slots_);
+    slots->settings[stage][channel] =
         SamplerSettings{source.wrap, source.filter,        source.vflip, source.samplerCountdown,
                         source.srgb, source.internalFormat};
-    anyNew_ = true;
+    slots->anyNew = true;
 }
 
 std::vector<SamplerChange> SamplerMailbox::Take() {
-    const std::lock_guard hold(lock_);
     std::vector<SamplerChange> changes;
-    if (!anyNew_) return changes;
-    anyNew_ = false;
+    const Hold slots(slots_);
+    if (!std::exchange(slots->anyNew, false)) return changes;
     for (uint32_t stage = 0; stage < kStageCount; ++stage) {
         for (uint32_t i = 0; i < kChannelCount; ++i) {
-            std::optional<SamplerSettings>& slot = slots_[stage][i];
+            std::optional<SamplerSettings>& slot = slots->settings[stage][i];
             if (slot) changes.push_back({stage, i, *slot});
             slot.reset();
         }

@@ -4,11 +4,11 @@
 #pragma once
 
 #include <array>
-#include <mutex>
 #include <optional>
 #include <vector>
 
 #include "core/Stages.h"
+#include "platform/SynchronizedValue.h"
 
 namespace pixelgrove {
 
@@ -38,9 +38,11 @@ class SamplerMailbox {
     std::vector<SamplerChange> Take();
 
   private:
-    std::mutex lock_;
-    std::array<std::array<std::optional<SamplerSettings>, kChannelCount>, kStageCount> slots_;
-    bool anyNew_ = false;
+    struct Slots {
+        std::array<std::array<std::optional<SamplerSettings>, kChannelCount>, kStageCount> settings;
+        bool anyNew = false;
+    };
+    SynchronizedValue<Slots> slots_;
 };
 
 // Takes what was posted into the running channels, before a frame. Rows are turned at the upload, so a

@@ -99,7 +99,7 @@ MainWindow::MainWindow()
     ResizeClient(kBaseSize);
     AttachScaling(*Client(), true);
     RefreshLayoutMenu();
-    FillDefaultPalette(*app.palette.table);
+    FillDefaultPalette(*Hold(*app.palette.table));
     form_->editor->addActions(menus_->EditActions());
     form_->editor->setContextMenuPolicy(Qt::CustomContextMenu);
     form_->editor->setFocus();

@@ -55,7 +55,8 @@ void RegisterFormats(CommandRegistry& commands, AppState& app) {
 
 void TakeSharedPalette(const PaletteRecord& palette) {
     PaletteBlock block;
-    if (palette.shared && palette.shared->Read(&block, sizeof block)) UnpackPalette(block, *palette.table);
+    if (palette.shared && palette.shared->Read(&block, sizeof block))
+        UnpackPalette(block, *Hold(*palette.table));
 }
 
 }  // namespace

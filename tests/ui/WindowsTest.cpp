@@ -189,7 +189,7 @@ TEST_F(WindowsTest, OnlyThePaletteCommandIsTakenFromOutside) {
     send(kCmdCancel);
     send(kCmdUseGdiDisplay);
     send(kCmdPaletteChanged);
-    EXPECT_TRUE(PumpUntil([] { return App()->palette.table->count == 2; }));
+    EXPECT_TRUE(PumpUntil([] { return Hold(*App()->palette.table)->count == 2; }));
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(App()->run->useGdiDisplay, 0u);
     std::free(type);
@@ -197,7 +197,7 @@ TEST_F(WindowsTest, OnlyThePaletteCommandIsTakenFromOutside) {
     // A tool that cuts its block short leaves the colours as they are.
     ASSERT_EQ(ftruncate(tool, 0), 0);
     window->SendCommand(kCmdPaletteChanged, 0);
-    EXPECT_EQ(App()->palette.table->count, 2u);
+    EXPECT_EQ(Hold(*App()->palette.table)->count, 2u);
     close(tool);
     App()->palette.shared.reset();
     shm_unlink(name.c_str());

@@ -5,7 +5,9 @@
 
 namespace pixelgrove {
 
-WindowSurface::WindowSurface(QWindow* window) : window_(window, [](QWindow* w) { w->deleteLater(); }) {}
+WindowSurface::WindowSurface(QWindow* window) {
+    Hold(mailbox_)->window.reset(window, [](QWindow* w) { w->deleteLater(); });
+}
 
 WindowSurface::~WindowSurface() = default;
 
@@ -15,24 +17,19 @@ SurfaceSize WindowSurface::ClientSize() const {
 }
 
 std::unique_ptr<GlContext> WindowSurface::CreateContext() {
-    std::shared_ptr<QWindow> window;
-    {
-        std::lock_guard lock(mailboxLock_);
-        window = window_;
-    }
+    std::shared_ptr<QWindow> window = Hold(mailbox_)->window;
     // Outside the lock: making a context may take long, and the main thread must not wait for it.
     return window ? CreateQtGlContext(std::move(window), use_, true) : nullptr;
 }
 
 void WindowSurface::ShowBitmap(BitmapRef bitmap) {
     if (!bitmap) return;
-    std::lock_guard lock(mailboxLock_);
-    if (!window_) return;
-    mailbox_.swap(bitmap);
-    if (eventPending_) return;
-    eventPending_ = true;
+    const Hold mailbox(mailbox_);
+    if (!mailbox->window) return;
+    mailbox->bitmap.swap(bitmap);
+    if (std::exchange(mailbox->eventPending, true)) return;
     // Under the lock, so that the window can't be let go between the look and the post.
-    QCoreApplication::postEvent(window_.get(), new QEvent(BitmapEventType()));
+    QCoreApplication::postEvent(mailbox->window.get(), new QEvent(BitmapEventType()));
 }
 
 void WindowSurface::SetClientSize(SurfaceSize pixels) {
@@ -51,9 +48,9 @@ void WindowSurface::SetExposed(bool exposed) {
 }
 
 BitmapRef WindowSurface::TakeBitmap() {
-    std::lock_guard lock(mailboxLock_);
-    eventPending_ = false;
-    return std::exchange(mailbox_, nullptr);
+    const Hold mailbox(mailbox_);
+    mailbox->eventPending = false;
+    return std::exchange(mailbox->bitmap, nullptr);
 }
 
 void WindowSurface::Close() {
@@ -66,8 +63,7 @@ void WindowSurface::Close() {
 QWindow* WindowSurface::Reopen() {
     if (!closed_ || IsRetired()) return nullptr;
     closed_ = false;
-    std::lock_guard lock(mailboxLock_);
-    return window_.get();
+    return Hold(mailbox_)->window.get();
 }
 
 void WindowSurface::SetInUse(bool inUse) {
@@ -79,9 +75,9 @@ void WindowSurface::Retire() {
     retired_.store(true, std::memory_order_release);
     use_->mayShow.store(false, std::memory_order_release);
     PublishSize();
-    std::lock_guard lock(mailboxLock_);
-    window_.reset();
-    mailbox_.reset();
+    const Hold mailbox(mailbox_);
+    mailbox->window.reset();
+    mailbox->bitmap.reset();
 }
 
 QEvent::Type WindowSurface::BitmapEventType() {

@@ -12,8 +12,8 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 
+#include "platform/SynchronizedValue.h"
 #include "render/OutputSurface.h"
 #include "render/widgets/QtGlContext.h"
 
@@ -75,10 +75,12 @@ class WindowSurface : public OutputSurface {
     bool closed_ = false;
     bool inUse_ = false;
 
-    std::mutex mailboxLock_;           // guards what follows
-    std::shared_ptr<QWindow> window_;  // null once retired
-    BitmapRef mailbox_;
-    bool eventPending_ = false;
+    struct Mailbox {
+        std::shared_ptr<QWindow> window;  // null once retired
+        BitmapRef bitmap;
+        bool eventPending = false;
+    };
+    SynchronizedValue<Mailbox> mailbox_;
 };
 
 // A window surface whose window was closed: a new run needs another surface. Any thread.

@@ -8,11 +8,12 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
-#include <mutex>
+#include <array>
 #include <utility>
 
 #include "commands/Commands.h"
 #include "core/AppState.h"
+#include "platform/SynchronizedValue.h"
 #include "project/ProjectModel.h"
 #include "render/RenderThread.h"
 #include "ui/channels/ChannelMenu.h"
@@ -70,24 +71,22 @@ class PreviewMailbox {
 
     void Put(ChannelPreview preview) {
         if (preview.channel < 0 || preview.channel >= kChannelCount) return;
-        const std::lock_guard hold(lock_);
-        slots_[size_t(preview.channel)] = std::move(preview);
-        if (std::exchange(isPosted_, true)) return;
+        const Hold waiting(waiting_);
+        waiting->previews[size_t(preview.channel)] = std::move(preview);
+        if (std::exchange(waiting->isPosted, true)) return;
         QCoreApplication::postEvent(&receiver_, new QEvent(PreviewEvent()));
     }
 
     // Those that came since the last call; the others have no bitmap.
-    std::array<ChannelPreview, kChannelCount> Take() {
-        const std::lock_guard hold(lock_);
-        isPosted_ = false;
-        return std::exchange(slots_, {});
-    }
+    std::array<ChannelPreview, kChannelCount> Take() { return waiting_.Exchange({}).previews; }
 
   private:
     QObject& receiver_;
-    std::mutex lock_;
-    std::array<ChannelPreview, kChannelCount> slots_;
-    bool isPosted_ = false;
+    struct Waiting {
+        std::array<ChannelPreview, kChannelCount> previews;
+        bool isPosted = false;
+    };
+    SynchronizedValue<Waiting> waiting_;
 };
 
 ChannelPanel::ChannelPanel(QWidget& form, AppState& app, const UserDialogs& dialogs,
