@@ -82,19 +82,26 @@ inline QString FittedFileName(const QString& name) {
     return name.size() < kFileNameCapacity ? name : QString();
 }
 
-struct ChannelInput {
-    uint32_t kind = kChannelUnused;
-    uint32_t texture = 0;  // GL name, only in a RenderContext
-    // Texture uses the first only; Cubemap all six, in the order +X -X +Y -Y +Z -Z.
-    std::array<BitmapRef, 6> faces;
-    VolumeRef volumeData;
+// What of a channel may change while a shader plays.
+struct SamplerSettings {
     uint32_t wrap = 0;
     uint32_t filter = 0;
     uint32_t vflip = 0;
     uint32_t samplerCountdown = 0;  // frames for which the renderer still re-applies wrap and filter
     uint32_t srgb = 0;              // carried from and to project files only
     uint32_t internalFormat = 0;    // 1 is "byte"; carried from and to project files only
-    int32_t sourceStage = -1;       // StageId for Buffer and Cube A
+
+    SamplerSettings& Sampler() { return *this; }
+    const SamplerSettings& Sampler() const { return *this; }
+};
+
+struct ChannelInput : SamplerSettings {
+    uint32_t kind = kChannelUnused;
+    uint32_t texture = 0;  // GL name, only in a RenderContext
+    // Texture uses the first only; Cubemap all six, in the order +X -X +Y -Y +Z -Z.
+    std::array<BitmapRef, 6> faces;
+    VolumeRef volumeData;
+    int32_t sourceStage = -1;  // StageId for Buffer and Cube A
     uint32_t channelIndex = 0;
     QString fileName;  // path or cache name of the medium; empty for live kinds
     // What is wrong with the medium, as a clause for the user that names the file; empty when nothing is.

@@ -136,12 +136,7 @@ bool SetChannel(RenderContext& context, uint32_t stage, uint32_t channelIndex, c
     channel.kind = source.kind;
     channel.channelIndex = channelIndex;
     if (!DefaultSampler(channel)) return false;
-    channel.wrap = source.wrap;
-    channel.filter = source.filter;
-    channel.vflip = source.vflip;
-    channel.samplerCountdown = source.samplerCountdown;
-    channel.srgb = source.srgb;
-    channel.internalFormat = source.internalFormat;
+    channel.Sampler() = source.Sampler();
     channel.sourceStage = -1;
 
     std::array<float, 3>& resolution = target.channelResolution[channelIndex];

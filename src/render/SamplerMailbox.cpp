@@ -8,25 +8,10 @@
 
 namespace pixelgrove {
 
-namespace {
-
-void ApplySettings(const SamplerSettings& settings, ChannelInput& channel) {
-    channel.wrap = settings.wrap;
-    channel.filter = settings.filter;
-    channel.vflip = settings.vflip;
-    channel.samplerCountdown = settings.samplerCountdown;
-    channel.srgb = settings.srgb;
-    channel.internalFormat = settings.internalFormat;
-}
-
-}  // namespace
-
-void SamplerMailbox::Post(uint32_t stage, uint32_t channel, const ChannelInput& source) {
+void SamplerMailbox::Post(uint32_t stage, uint32_t channel, const SamplerSettings& settings) {
     if (stage >= uint32_t(kStageCount) || channel >= uint32_t(kChannelCount)) return;
     const Hold slots(slots_);
-    slots->settings[stage][channel] =
-        SamplerSettings{source.wrap, source.filter,        source.vflip, source.samplerCountdown,
-                        source.srgb, source.internalFormat};
+    slots->settings[stage][channel] = settings;
     slots->anyNew = true;
 }
 
@@ -48,7 +33,7 @@ void TakeSamplerChanges(SamplerMailbox& mailbox, RenderContext& context) {
     for (const SamplerChange& change : mailbox.Take()) {
         ChannelInput& channel = context.project.stages[change.stage].channels[change.channel];
         const bool flips = channel.vflip != change.settings.vflip;
-        ApplySettings(change.settings, channel);
+        channel.Sampler() = change.settings;
         const bool isPicture = channel.kind == kChannelTexture || channel.kind == kChannelCubemap;
         if (!flips || !isPicture || channel.texture == 0) continue;
         glDeleteTextures(1, &channel.texture);

@@ -14,16 +14,6 @@ namespace pixelgrove {
 
 struct RenderContext;
 
-// What of a channel may change in a run.
-struct SamplerSettings {
-    uint32_t wrap = 0;
-    uint32_t filter = 0;
-    uint32_t vflip = 0;
-    uint32_t samplerCountdown = 0;
-    uint32_t srgb = 0;
-    uint32_t internalFormat = 0;
-};
-
 struct SamplerChange {
     uint32_t stage = 0;
     uint32_t channel = 0;
@@ -33,7 +23,7 @@ struct SamplerChange {
 class SamplerMailbox {
   public:
     // Nothing for a stage above 7 or a channel above 3.
-    void Post(uint32_t stage, uint32_t channel, const ChannelInput& source);
+    void Post(uint32_t stage, uint32_t channel, const SamplerSettings& settings);
     // What was posted since the last call, at most one change for each channel.
     std::vector<SamplerChange> Take();
 

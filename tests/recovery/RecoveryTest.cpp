@@ -44,14 +44,10 @@ TEST_F(Recovery, NothingOfAProjectIsLost) {
     const auto set = [&app](uint32_t stage, size_t index, ChannelInput channel) {
         app.project.channels[stage][index] = std::move(channel);
     };
-    set(kStageImage, 0,
-        {.kind = kChannelTexture,
-         .wrap = gl::kMirroredRepeat,
-         .filter = gl::kNearest,
-         .vflip = 1,
-         .srgb = 1,
-         .internalFormat = 1,
-         .fileName = At("p.png")});
+    ChannelInput textured{.kind = kChannelTexture, .fileName = At("p.png")};
+    textured.Sampler() = {
+        .wrap = gl::kMirroredRepeat, .filter = gl::kNearest, .vflip = 1, .srgb = 1, .internalFormat = 1};
+    set(kStageImage, 0, std::move(textured));
     set(kStageImage, 3, {.kind = kChannelBuffer, .sourceStage = kStageBufferB});
     set(kStageBufferB, 1, {.kind = kChannelVolume, .fileName = At("gone.bin")});
     set(kStageCommon, 2, {.fileName = QStringLiteral("no picture, as its choice failed")});
