@@ -131,8 +131,8 @@ int PrintSource(RenderContext& context, uint32_t stage) {
 
 int ReportCompileFailure(RenderContext& context, const CompileOutcome& outcome) {
     const StageErrorArray errors = MapStageErrors(context);
-    for (const QString& text : errors) {
-        if (!text.isEmpty()) PrintError(text);
+    for (const CompileMessages& messages : errors) {
+        if (!messages.empty()) PrintError(TextOf(messages));
     }
     if (!outcome.failure.isEmpty()) PrintError(outcome.failure);
     return kExitCompileFailed;

@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+#include "core/CompileMessage.h"
 #include "core/IncludeContext.h"
 #include "core/ShaderProject.h"
 #include "core/Stages.h"
@@ -66,7 +67,7 @@ struct EditingForm {
     std::array<StageDocument, kStageCount> documents;
     StageDocument* currentDocument = nullptr;
     uint32_t currentStage = 0;  // StageId in the editor
-    std::array<QString, kStageCount> stageErrors;
+    std::array<CompileMessages, kStageCount> stageErrors;
     float startTime = 0.1f;  // value of the Start box
     std::unique_ptr<IncludeContext> includeContext;
 

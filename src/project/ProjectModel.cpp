@@ -20,7 +20,7 @@ class NoObserver final : public ProjectObserver {
     void LoadDocument(StageDocument&) override {}
     void ShowTitle(bool) override {}
     void SetStatusText(const QString&) override {}
-    void MarkErrorLines() override {}
+    void ShowMessages(const CompileMessages&, const QString&) override {}
     void RefreshStageTabs() override {}
     void RefreshChannelPanel() override {}
     void RebuildControlTree() override {}
@@ -112,14 +112,13 @@ void AddStage(uint32_t id) {
 
 void ShowStageErrors() {
     AppState& app = *App();
-    if (!app.project.stageErrors[app.project.currentStage].isEmpty()) {
-        Observer(app).SetStatusText(app.project.stageErrors[app.project.currentStage]);
-        Observer(app).MarkErrorLines();
+    if (!app.project.stageErrors[app.project.currentStage].empty()) {
+        Observer(app).ShowMessages(app.project.stageErrors[app.project.currentStage], QStringLiteral("\n"));
         return;
     }
     QString text = QStringLiteral("[ %1 ] No errors.").arg(StageName(app.project.currentStage));
     for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
-        if (!app.project.stageErrors[id].isEmpty())
+        if (!app.project.stageErrors[id].empty())
             text += QStringLiteral("\n%1 has errors.").arg(StageName(id));
     }
     Observer(app).SetStatusText(text);

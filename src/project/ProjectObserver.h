@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include "core/CompileMessage.h"
+
 namespace pixelgrove {
 
 struct StageDocument;
@@ -15,8 +17,10 @@ class ProjectObserver {
     virtual void LoadDocument(StageDocument& document) = 0;  // into the editor
     virtual void ShowTitle(bool modified) = 0;               // of EditingForm::fileName
     virtual void SetStatusText(const QString& text) = 0;     // the message pane
-    virtual void MarkErrorLines() = 0;                       // from the message pane's text
-    virtual void RefreshStageTabs() = 0;                     // which stages there are, and their colours
+    // In the message pane, the last line ended by `end`; those that are about the shown stage become its
+    // marks.
+    virtual void ShowMessages(const CompileMessages& messages, const QString& end) = 0;
+    virtual void RefreshStageTabs() = 0;  // which stages there are, and their colours
     virtual void RefreshChannelPanel() = 0;
     virtual void RebuildControlTree() = 0;
 

@@ -209,9 +209,10 @@ StageErrorArray MapStageErrors(RenderContext& context) {
         QString missing;
         for (const QString& note : context.includeContext.missingFiles)
             missing += note + u'\n';
-        const StageErrorTexts texts = SplitErrorText(missing + ExplainUnsetChannels(mapped, StageName(id)));
-        errors[kStageCommon] += texts.common;
-        errors[id] = texts.stage;
+        StageErrors own = SplitErrors(missing + ExplainUnsetChannels(mapped, StageName(id)));
+        CompileMessages& common = errors[kStageCommon];
+        common.insert(common.end(), own.common.begin(), own.common.end());
+        errors[id] = std::move(own.stage);
     }
     return errors;
 }

@@ -9,6 +9,7 @@
 #include <array>
 #include <functional>
 
+#include "core/CompileMessage.h"
 #include "render/RenderContext.h"
 
 namespace pixelgrove {
@@ -22,8 +23,8 @@ struct CompileOutcome {
     QString failure;
 };
 
-// The texts that a failed compile shows, per stage.
-using StageErrorArray = std::array<QString, kStageCount>;
+// What a failed compile shows, per stage.
+using StageErrorArray = std::array<CompileMessages, kStageCount>;
 
 // Compiles and links every stage in order, makes targets and uploads channels; stops at the first failure.
 // shouldStop is asked between stages, as a compiler may take long over each; may be empty.

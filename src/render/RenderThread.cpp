@@ -15,6 +15,7 @@
 #include "render/Presentation.h"
 #include "render/ProjectCompiler.h"
 #include "render/RenderContext.h"
+#include "render/source/LogMapping.h"
 
 namespace pixelgrove {
 
@@ -36,8 +37,8 @@ void ChooseSampleExponent(uint32_t multisampleIndex) {
 
 void ReportFailure(RenderRun& run, const CompileOutcome& outcome) {
     run.errors = MapStageErrors(*run.context);
-    run.failure = outcome.failure;
-    if (!run.failure.isEmpty()) run.errors[outcome.failedStage] = run.failure + u'\n';
+    run.failure = MessagesOf(outcome.failure);
+    if (!run.failure.empty()) run.errors[outcome.failedStage] = run.failure;
     run.controls->compileFailed = 1;
     run.WithGate([](Host& host) { host.PostCommand(kCmdCompileResult, 1); });
 }
@@ -135,12 +136,12 @@ bool RenderRun::EndOrAbandon(int timeoutMs) {
     return false;
 }
 
-std::array<QString, kStageCount> RenderRun::ReportedErrors() {
+std::array<CompileMessages, kStageCount> RenderRun::ReportedErrors() {
     std::lock_guard lock(gate_);
     return errors;
 }
 
-QString RenderRun::ReportedFailure() {
+CompileMessages RenderRun::ReportedFailure() {
     std::lock_guard lock(gate_);
     return failure;
 }

@@ -13,6 +13,7 @@
 #include <mutex>
 
 #include "core/AppState.h"
+#include "core/CompileMessage.h"
 #include "platform/Thread.h"
 #include "render/OutputSurface.h"
 #include "render/SamplerMailbox.h"
@@ -58,8 +59,8 @@ struct RenderRun {
     std::unique_ptr<RenderContext> context;  // the thread's until it has ended, then main's
     // Per stage: compile errors in terms of the user's files and lines. The thread's until command 122 is
     // posted; main reads them through ReportedErrors.
-    std::array<QString, kStageCount> errors;
-    QString failure;  // what has no log: one plain sentence, which is the stage's error too; or empty
+    std::array<CompileMessages, kStageCount> errors;
+    CompileMessages failure;  // what has no log: one plain sentence, which is the stage's error too; or empty
 
     // Called on the render thread with a preview to show; may be empty. Set before the thread starts.
     std::function<void(ChannelPreview)> showPreview;
@@ -91,8 +92,8 @@ struct RenderRun {
     // go on without anything it could touch, and returns false. Main thread.
     bool EndOrAbandon(int timeoutMs);
     // The errors and the failure sentence, after command 122. Main thread.
-    std::array<QString, kStageCount> ReportedErrors();
-    QString ReportedFailure();
+    std::array<CompileMessages, kStageCount> ReportedErrors();
+    CompileMessages ReportedFailure();
 
   private:
     Thread thread_;

@@ -4,7 +4,6 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QTextBlock>
 #include <algorithm>
 
 #include "commands/Commands.h"
@@ -15,7 +14,6 @@
 #include "project/ProjectModel.h"
 #include "render/GlSetup.h"
 #include "render/OpenGlProbe.h"
-#include "render/source/MessageLines.h"
 #include "render/widgets/OffscreenOutput.h"
 #include "ui/KeyCommands.h"
 #include "ui/OutsideCommand.h"
@@ -37,6 +35,12 @@ std::unique_ptr<Ui::EditWindow> MakeForm(QWidget* client) {
     client->setFont(FormFont());
     form->setupUi(client);
     return form;
+}
+
+bool IsStageName(const QString& name) {
+    for (uint32_t id = kStageCommon; id < kStageCount; ++id)
+        if (name == StageName(id)) return true;
+    return false;
 }
 
 // The local files among what is being dropped; other addresses are nothing that can be loaded.
@@ -231,15 +235,14 @@ void MainWindow::RefreshLayoutMenu() {
     menus_->FillLayouts(layouts_.Names());
 }
 
-void MainWindow::JumpToMessage(const QString& line) {
-    const std::optional<MessageTarget> target = ParseMessageLine(line);
-    if (!target) return;
-    if (!target->isStage) {
-        projects_.dialogs.openTextEditor(IncludePathOf(target->name), target->line);
+void MainWindow::JumpToMessage(const CompileMessage& message) {
+    if (message.place.isEmpty()) return;
+    if (!IsStageName(message.place)) {
+        projects_.dialogs.openTextEditor(IncludePathOf(message.place), message.line);
         return;
     }
     // The stage on screen stays, whichever stage the message names; line 1 moves nothing.
-    if (target->line > 1) form_->editor->GoToLine(target->line);
+    if (message.line > 1) form_->editor->GoToLine(message.line);
 }
 
 void MainWindow::PostCommand(int commandId, intptr_t word) {
@@ -265,12 +268,14 @@ void MainWindow::LoadDocument(StageDocument& document) {
     form_->editor->LoadDocument(document);
 }
 
-void MainWindow::MarkErrorLines() {
-    AppState& app = *App();
-    const QString text = StatusText();
-    if (text.isEmpty() || !app.project.currentDocument) return;
-    const std::vector<int> lines = ErrorLinesOf(text, StageName(app.project.currentStage));
-    app.project.currentDocument->errorLines.lines.assign(lines.begin(), lines.end());
+void MainWindow::ShowMessages(const CompileMessages& messages, const QString& end) {
+    pane_.Show(messages, end);
+    const EditingForm& project = App()->project;
+    if (!project.currentDocument) return;
+    std::vector<int32_t>& marks = project.currentDocument->errorLines.lines;
+    marks.clear();
+    for (const CompileMessage& message : messages)
+        if (message.place == StageName(project.currentStage)) marks.push_back(message.line);
     form_->editor->RefreshErrorMarks();
 }
 
@@ -303,7 +308,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::MouseButtonDblClick: {
             const auto* click = static_cast<QMouseEvent*>(event);
             if (watched != form_->statusText->viewport() || click->button() != Qt::LeftButton) break;
-            JumpToMessage(form_->statusText->cursorForPosition(click->pos()).block().text());
+            if (const CompileMessage* message = pane_.MessageAt(click->pos())) JumpToMessage(*message);
             return true;
         }
         case QEvent::Wheel: {

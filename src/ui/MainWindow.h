@@ -61,9 +61,9 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     const WindowTable& OtherWindows() const { return *windows_; }
     // What the message pane says.
     QString StatusText() const { return pane_.Text(); }
-    // Goes where a line of the message pane points to: a line of the shown stage, or a file in the user's
-    // text editor. Nothing for a line that points nowhere.
-    void JumpToMessage(const QString& line);
+    // Goes to the place of a message: its line in the shown stage, or its file in the user's text editor.
+    // Nothing for one without a place.
+    void JumpToMessage(const CompileMessage& message);
 
     // Below what the message pane says already. Nothing for an empty text.
     void AddStatusLine(const QString& text) { pane_.Add(text); }
@@ -80,7 +80,7 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     void SetStatusText(const QString& text) override { pane_.Say(text); }
     void ShowTitle(bool modified) override;
     void LoadDocument(StageDocument& document) override;
-    void MarkErrorLines() override;
+    void ShowMessages(const CompileMessages& messages, const QString& end) override;
     void RefreshStageTabs() override;
     void RefreshChannelPanel() override;
     void RebuildControlTree() override;

@@ -1,11 +1,33 @@
 #include "ui/MessagePane.h"
 
 #include <QPlainTextEdit>
+#include <utility>
+
+#include "platform/TextScan.h"
 
 namespace pixelgrove {
 
 void MessagePane::Say(const QString& text) {
+    messages_.clear();
     view_.setPlainText(text);
+}
+
+void MessagePane::Show(CompileMessages messages, const QString& end) {
+    QString text = TextOf(messages);
+    text.chop(1);
+    Say(text + end);
+    messages_ = std::move(messages);
+}
+
+const CompileMessage* MessagePane::MessageAt(const QPoint& at) const {
+    const int line = view_.cursorForPosition(at).blockNumber();
+    qsizetype next = 0;
+    for (const CompileMessage& message : messages_) {
+        // A file's name may hold what begins a line in the view.
+        next += WithLineFeeds(message.text).count(u'\n') + 1;
+        if (line < next) return &message;
+    }
+    return nullptr;
 }
 
 void MessagePane::Add(const QString& text) {

@@ -3,7 +3,10 @@
 // Main thread; owned by the main window.
 #pragma once
 
+#include <QPoint>
 #include <QString>
+
+#include "core/CompileMessage.h"
 
 class QPlainTextEdit;
 
@@ -16,12 +19,17 @@ class MessagePane {
 
     // In place of what it says.
     void Say(const QString& text);
+    // The messages' texts, one a line, the last one's ended by `end`.
+    void Show(CompileMessages messages, const QString& end);
+    // The message that stands at a point of the view's viewport; null where none does.
+    const CompileMessage* MessageAt(const QPoint& at) const;
     // Below what it says already. Nothing for an empty text.
     void Add(const QString& text);
     QString Text() const;
 
   private:
     QPlainTextEdit& view_;
+    CompileMessages messages_;  // what the first lines show
 };
 
 }  // namespace pixelgrove

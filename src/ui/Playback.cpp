@@ -69,7 +69,7 @@ void Playback::SetButtonState(ButtonState state) {
 }
 
 void Playback::ForgetErrors() {
-    for (QString& errors : app_.project.stageErrors)
+    for (CompileMessages& errors : app_.project.stageErrors)
         errors.clear();
     // Every stage's marks, not the shown one's alone: they name lines of a text that is compiled anew.
     for (StageDocument& document : app_.project.documents)
@@ -168,10 +168,8 @@ void Playback::OnCompileResult() {
         ShowStageErrors();
         // Without a compiler's log there is one sentence, which names its stage: shown whatever the editor
         // shows.
-        if (const QString failure = app_.renderThread->ReportedFailure(); !failure.isEmpty()) {
-            pane_.Say(failure);
-            app_.project.observer->MarkErrorLines();
-        }
+        if (const CompileMessages failure = app_.renderThread->ReportedFailure(); !failure.empty())
+            app_.project.observer->ShowMessages(failure, QString());
         app_.run->recordingActive = 0;
     }
     form_.stageButtons->Refresh();

@@ -1,10 +1,9 @@
 // Any bytes as a table of included files and a compiler's log: the first byte tells how many rows, each row
-// takes four bytes, the rest is the log. What comes out is fed to the readers of the message pane.
+// takes four bytes, the rest is the log. What comes out is made into messages.
 #include "FuzzTarget.h"
 #include "core/Stages.h"
 #include "platform/CodePage.h"
 #include "render/source/LogMapping.h"
-#include "render/source/MessageLines.h"
 
 using namespace pixelgrove;
 
@@ -43,13 +42,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FUZZ_CHECK(mapped.isNull() == (lines == 0));
     const QString explained = ExplainUnsetChannels(mapped, QStringLiteral("Image"));
     FUZZ_CHECK(explained.count(u'\n') >= lines && explained.count(u'\n') <= lines + kChannelCount);
-    const StageErrorTexts texts = SplitErrorText(explained);
-    FUZZ_CHECK(texts.common.size() + texts.stage.size() == explained.size());
-
-    FUZZ_CHECK(ErrorLinesOf(texts.stage, QStringLiteral("Image")).size() <= size_t(texts.stage.count(u'\n')));
-    for (const QString& line : explained.split(u'\n')) {
-        const std::optional<MessageTarget> target = ParseMessageLine(line);
-        FUZZ_CHECK(!target || (!target->name.isEmpty() && line.startsWith(target->name)));
-    }
+    const StageErrors errors = SplitErrors(explained);
+    FUZZ_CHECK(TextOf(errors.common).size() + TextOf(errors.stage).size() == explained.size());
+    for (const CompileMessage& message : MessagesOf(explained))
+        FUZZ_CHECK(message.text.startsWith(message.place));
     return 0;
 }

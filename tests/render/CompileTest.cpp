@@ -58,12 +58,12 @@ TEST(Compile, MistakesNameTheStageAndTheLine) {
         ASSERT_EQ(engine.Start(8, 8).result, CompileResult::Failed) << item.name;
         const StageErrorArray errors = MapStageErrors(engine.Context());
         for (const char* expected : item.expected) {
-            EXPECT_TRUE(errors[item.stage].contains(QString::fromLatin1(expected)))
-                << item.name << ": " << errors[item.stage].toStdString();
+            EXPECT_TRUE(TextOf(errors[item.stage]).contains(QString::fromLatin1(expected)))
+                << item.name << ": " << TextOf(errors[item.stage]).toStdString();
         }
         for (uint32_t other = 0; other < kStageCount; ++other) {
             if (other == item.stage) continue;
-            EXPECT_TRUE(errors[other].trimmed().isEmpty()) << item.name << other;
+            EXPECT_TRUE(TextOf(errors[other]).trimmed().isEmpty()) << item.name << other;
         }
     }
 }
@@ -80,7 +80,7 @@ TEST(Compile, FailuresWithoutALogHaveASentence) {
         const CompileOutcome outcome = engine.Start(8, 8);
         ASSERT_EQ(outcome.result, CompileResult::Failed);
         const StageErrorArray errors = MapStageErrors(engine.Context());
-        EXPECT_TRUE(!outcome.failure.isEmpty() || !errors[kStageImage].isEmpty()) << text;
+        EXPECT_TRUE(!outcome.failure.isEmpty() || !errors[kStageImage].empty()) << text;
     }
 }
 

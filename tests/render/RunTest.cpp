@@ -78,7 +78,7 @@ TEST_F(Run, TwoHundredStartsAndStopsWithErrorsInBetween) {
         ASSERT_EQ(WaitResult(), broken ? 1 : 0) << i;
         EXPECT_EQ(App()->run->compileFailed, broken ? 1u : 0u);
         if (broken) {
-            EXPECT_FALSE(App()->renderThread->ReportedErrors()[kStageImage].isEmpty());
+            EXPECT_FALSE(App()->renderThread->ReportedErrors()[kStageImage].empty());
             EXPECT_EQ(App()->run->hasContext, 1u) << "a failed run stays until the next press";
         } else if (i % 3 == 0) {
             ASSERT_TRUE(WaitFrames(2));

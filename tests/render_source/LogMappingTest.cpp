@@ -62,14 +62,41 @@ TEST(MapShaderLogTest, Forms) {
         EXPECT_EQ(Map(log), expected) << log;
 }
 
-TEST(SplitErrorTextTest, LinesGoByTheWord) {
-    const StageErrorTexts texts =
-        SplitErrorText(QStringLiteral("Common(2): a\nImage(3): b\nCommon(4): note: "
-                                      "n\n\nlib/uncommon.glsl(1): c\nImage(4): no such COMMON thing\n"));
-    EXPECT_EQ(texts.common,
+TEST(SplitErrorsTest, LinesGoByTheWord) {
+    const StageErrors errors =
+        SplitErrors(QStringLiteral("Common(2): a\nImage(3): b\nCommon(4): note: "
+                                   "n\n\nlib/uncommon.glsl(1): c\nImage(4): no such COMMON thing\n"));
+    EXPECT_EQ(TextOf(errors.common),
               QStringLiteral("Common(2): a\nlib/uncommon.glsl(1): c\nImage(4): no such COMMON thing\n"));
-    EXPECT_EQ(texts.stage, QStringLiteral("Image(3): b\nCommon(4): note: n\n\n"))
+    EXPECT_EQ(TextOf(errors.stage), QStringLiteral("Image(3): b\nCommon(4): note: n\n\n"))
         << "a note stays where it is";
+}
+
+TEST(MessagesOfTest, ThePlaceOfEachLine) {
+    struct Case {
+        const char* line;
+        const char* place;
+        int number;
+    };
+    const Case cases[] = {
+        {"Image(12): error (3): x", "Image", 12},
+        {"Buffer D(-2): x", "Buffer D", -2},
+        {"/a (b)/c(1).glsl(7): x", "/a (b)/c(1).glsl", 7},
+        {"Image(99999999999): x", "Image", 2147483647},
+        {"Image(0): x", "Image", 0},
+        {"(5): x", "", 0},
+        {"Image(): x", "", 0},
+        {"Image(5 x", "", 0},
+        {"Image: linking failed.", "", 0},
+        {"", "", 0},
+    };
+    for (const Case& item : cases) {
+        const CompileMessages messages = MessagesOf(QString::fromLatin1(item.line) + u'\n');
+        ASSERT_EQ(messages.size(), 1u);
+        EXPECT_EQ(messages[0].place, QLatin1String(item.place)) << item.line;
+        EXPECT_EQ(messages[0].line, item.number) << item.line;
+        EXPECT_EQ(messages[0].text, QLatin1String(item.line));
+    }
 }
 
 TEST(ExplainUnsetChannelsTest, OneNoteForEachChannel) {

@@ -6,6 +6,7 @@
 #include <QTextBlock>
 
 #include "WindowFixture.h"
+#include "render/source/LogMapping.h"
 
 namespace pixelgrove {
 namespace {
@@ -69,13 +70,14 @@ TEST_F(MainWindowTest, AMessageLeadsToItsLine) {
         {"Image(2000000000): beyond", 301}, {"/no/such/file(7): dropped", 301},
     };
     for (const auto& [message, line] : rows) {
-        window->JumpToMessage(QString::fromLatin1(message));
+        window->JumpToMessage(MessagesOf(QString::fromLatin1(message)).front());
         EXPECT_EQ(Editor()->CaretLine(), line) << message;
     }
 
     // A long message goes on in the next row, and is one message there too.
-    window->SetStatusText(QStringLiteral("first\nImage(42): error: ") +
-                          QStringLiteral("and so on ").repeated(20));
+    window->ShowMessages(
+        MessagesOf(QStringLiteral("first\nImage(42): error: ") + QStringLiteral("and so on ").repeated(20)),
+        {});
     auto* pane = Control<QPlainTextEdit>("statusText");
     QTextCursor second(pane->document()->findBlockByNumber(1));
     const int firstRow = pane->cursorRect(second).top();

@@ -98,7 +98,7 @@ TEST_F(PlaybackTest, ErrorsOfAStageThatIsNotShownWaitUntilItIs) {
     ReplaceText(kBroken);
     SelectStage(kStageImage);
     Click("playButton");
-    ASSERT_TRUE(PumpUntil([] { return !App()->project.stageErrors[kStageBufferA].isEmpty(); }));
+    ASSERT_TRUE(PumpUntil([] { return !App()->project.stageErrors[kStageBufferA].empty(); }));
     ASSERT_TRUE(PumpUntil([this] { return Status().contains(u'\n'); }));
     EXPECT_EQ(Status(), QStringLiteral("[ Image ] No errors.\nBuffer A has errors."));
     SelectStage(kStageBufferA);

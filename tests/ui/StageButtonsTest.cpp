@@ -19,7 +19,7 @@ class StageButtonsTest : public WindowTest {
 
 TEST_F(StageButtonsTest, ColoursTellTheCurrentStageAndErrors) {
     AddStage(kStageBufferA);
-    App()->project.stageErrors[kStageBufferA] = QStringLiteral("wrong");
+    App()->project.stageErrors[kStageBufferA] = {{}};
     window->RefreshStageTabs();
     EXPECT_EQ(GroundOf(kStageImage), 0xff80ff80u);
     EXPECT_EQ(GroundOf(kStageBufferA), 0xffb28080u);

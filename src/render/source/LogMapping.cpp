@@ -125,16 +125,32 @@ QString ExplainUnsetChannels(const QString& mapped, const QString& stageName) {
     return result;
 }
 
-StageErrorTexts SplitErrorText(const QString& mapped) {
-    StageErrorTexts texts;
-    QString* last = nullptr;
+CompileMessages MessagesOf(QStringView mapped) {
+    CompileMessages messages;
     ForEachLine(mapped, [&](QStringView line) {
-        const bool isNote = line.sliced(PlaceOf(line).size()).startsWith(u"note: ");
-        if (!isNote || !last)
-            last = line.contains(u"Common", Qt::CaseInsensitive) ? &texts.common : &texts.stage;
-        last->append(line).append(u'\n');
+        CompileMessage message{{}, 0, line.toString()};
+        if (const QStringView place = PlaceOf(line); place.indexOf(u'(') > 0) {
+            const qsizetype open = place.lastIndexOf(u'(');
+            qsizetype at = open + 1;
+            message.place = place.first(open).toString();
+            message.line = ScanInt(place, at).value_or(0);
+        }
+        messages.push_back(std::move(message));
     });
-    return texts;
+    return messages;
+}
+
+StageErrors SplitErrors(const QString& mapped) {
+    StageErrors errors;
+    CompileMessages* last = nullptr;
+    for (CompileMessage& message : MessagesOf(mapped)) {
+        const bool isNote =
+            QStringView(message.text).sliced(PlaceOf(message.text).size()).startsWith(u"note: ");
+        if (!isNote || !last)
+            last = message.text.contains(u"Common", Qt::CaseInsensitive) ? &errors.common : &errors.stage;
+        last->push_back(std::move(message));
+    }
+    return errors;
 }
 
 }  // namespace pixelgrove

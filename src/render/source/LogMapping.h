@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+#include "core/CompileMessage.h"
 #include "core/IncludeContext.h"
 
 namespace pixelgrove {
@@ -35,17 +36,20 @@ std::optional<int> LogLineOf(QStringView logLine);
 // Adds, behind the first line of a mapped log that calls the sampler iChannel0..3 undeclared, one line at
 // the same place that tells what to do: the channel has no input. At most one such line for each channel.
 // stageName is the stage that was compiled, which is the one whose channel is missing, also when the place
-// is in Common or in a file. Meant to run before SplitErrorText, so that the line goes where the
+// is in Common or in a file. Meant to run before SplitErrors, so that the line goes where the
 // driver's goes.
 QString ExplainUnsetChannels(const QString& mapped, const QString& stageName);
 
-struct StageErrorTexts {
-    QString common;  // the lines that hold "Common" anywhere, in any letter case
-    QString stage;   // all others, empty ones among them
+// Each line of a mapped text with its place; what names none in that form has none.
+CompileMessages MessagesOf(QStringView mapped);
+
+struct StageErrors {
+    CompileMessages common;  // the lines that hold "Common" anywhere, in any letter case
+    CompileMessages stage;   // all others, empty ones among them
 };
 
 // Deals a mapped log out to the stage that was compiled and to Common. A note goes with the message before
-// it. Each line ends in LF; a text without lines is empty.
-StageErrorTexts SplitErrorText(const QString& mapped);
+// it.
+StageErrors SplitErrors(const QString& mapped);
 
 }  // namespace pixelgrove

@@ -42,7 +42,7 @@ class StageTab : public QPushButton {
   protected:
     void paintEvent(QPaintEvent*) override {
         const bool current = stage_ == project_->currentStage && stage_ != kStageNone;
-        const TabColours colours = ColoursOf(current, !project_->stageErrors[stage_].isEmpty());
+        const TabColours colours = ColoursOf(current, !project_->stageErrors[stage_].empty());
         QPainter painter(this);
         painter.fillRect(rect(), QColor(colours.ground));
         if (hasFocus()) {
