@@ -1,6 +1,6 @@
 // What the functions on files share: a descriptor that closes itself, and names as the system wants them.
 //
-// Any thread. For this folder alone.
+// Any thread, one object by one thread at a time. For this folder alone.
 #pragma once
 
 #include <unistd.h>
@@ -8,6 +8,7 @@
 #include <QByteArray>
 #include <QFile>
 #include <QString>
+#include <utility>
 
 #include "platform/Files.h"
 
@@ -19,17 +20,16 @@ class Descriptor {
     ~Descriptor() {
         if (value_ >= 0) close(value_);
     }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
+    Descriptor(Descriptor&& other) noexcept : value_(std::exchange(other.value_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(value_, other.value_);
+        return *this;
+    }
     int Get() const { return value_; }
 
     // Closes before the end, for writers: some file systems tell of a failed write only here. False with
     // errno.
-    bool Close() {
-        const int value = value_;
-        value_ = -1;
-        return close(value) == 0;
-    }
+    bool Close() { return close(std::exchange(value_, -1)) == 0; }
 
   private:
     int value_;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 #include "audio/AudioParameters.h"
@@ -11,8 +12,8 @@
 #include "core/BaseFolders.h"
 #include "persist/RecentList.h"
 #include "persist/XmlStore.h"
+#include "platform/FileLock.h"
 #include "platform/Files.h"
-#include "platform/FolderLock.h"
 #include "recording/RecorderSettings.h"
 #include "recording/RecorderTable.h"
 #include "settings/ColourFile.h"
@@ -237,7 +238,8 @@ bool Settings::Save(const QString& settingsPath, QString* reason) {
     XmlCloseElement(*store);
 
     // From here to the end no other instance may come between what is read and what is written.
-    const FolderLock lock(QFileInfo(NormalizePath(settingsPath)).path());
+    const std::optional<FileLock> lock =
+        FileLock::WaitForFolder(QFileInfo(NormalizePath(settingsPath)).path());
     const SettingsFile stored = ReadSettingsFile(settingsPath);
     if (leaveAlone_ || stored.state == SettingsFileState::Unreadable) {
         words = QStringLiteral("The file could not be read");

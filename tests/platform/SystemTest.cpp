@@ -10,9 +10,12 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <csignal>
+#include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
+#include "platform/FileLock.h"
 #include "platform/Files.h"
 #include "platform/SharedMemory.h"
 
@@ -122,6 +125,23 @@ TEST_F(FilesTest, RefusesWhatIsNoPlainFile) {
         EXPECT_FALSE(WriteWholeFile(path, QByteArrayView("x"))) << path.toStdString();
     }
     EXPECT_EQ(ReadWholeFile(At("x")), QByteArray("x"));
+}
+
+TEST_F(FilesTest, ALockIsHeldByOne) {
+    std::optional<FileLock> held = FileLock::Take(At("lock"));
+    ASSERT_TRUE(held);
+    EXPECT_FALSE(FileLock::Take(At("lock")));
+    FileLock moved = *std::move(held);
+    held.reset();
+    EXPECT_FALSE(FileLock::Take(At("lock"))) << "what was moved from let go";
+    EXPECT_FALSE(FileLock::Take(At("missing/lock")));
+    EXPECT_FALSE(FileLock::WaitForFolder(At("lock"))) << "no folder";
+
+    std::optional<FileLock> folder = FileLock::WaitForFolder(folder_.path());
+    ASSERT_TRUE(folder);
+    std::thread other([&] { EXPECT_TRUE(FileLock::WaitForFolder(folder_.path())); });
+    folder.reset();
+    other.join();
 }
 
 TEST(SharedMemory, OnlyABlockOfThisUserAloneIsRead) {
