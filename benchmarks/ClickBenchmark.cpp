@@ -117,7 +117,7 @@ int Run() {
     MainWindow window;
     window.OpenInitialProject({});
     App()->project.documents[kStageImage].text = QString::fromLatin1(kHeavyShader);
-    window.LoadDocument(App()->project.documents[kStageImage]);
+    window.LoadDocument(App()->project.documents[kStageImage], StageSwitch::KeepsView);
     window.ShowWithLayout();
     window.raise();
     PumpFor(500);

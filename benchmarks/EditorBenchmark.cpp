@@ -82,9 +82,7 @@ class Editor {
     void Show(const QString& text) {
         StageDocument& document = *App()->project.currentDocument;
         SetDocumentText(document, text);
-        App()->project.currentDocument = nullptr;
-        window_.LoadDocument(document);
-        App()->project.currentDocument = &document;
+        window_.LoadDocument(document, StageSwitch::Anew);
         Settle();
     }
 

@@ -40,6 +40,13 @@ struct StageDocument {
     int zoomPercent = 100;
 };
 
+// What becomes of the view of the stage that is left when another text is shown.
+enum class StageSwitch {
+    KeepsView,  // it is saved in its document
+    DropsView,  // it goes, as its stage does
+    Anew,       // the old text gave way to another: its view goes, and the new text is shown from its top
+};
+
 // What a file holds of the editing form, as it was when it was loaded or saved.
 struct SavedProject {
     std::array<QString, kStageCount> texts;

@@ -17,7 +17,7 @@ constexpr float kDefaultProjectVersion = 0.1f;
 constexpr qsizetype kServiceIdLength = 6;
 
 class NoObserver final : public ProjectObserver {
-    void LoadDocument(StageDocument&) override {}
+    void LoadDocument(StageDocument&, StageSwitch) override {}
     void ShowTitle(bool) override {}
     void SetStatusText(const QString&) override {}
     void ShowMessages(const CompileMessages&, const QString&) override {}
@@ -31,11 +31,15 @@ ProjectObserver& Observer(const AppState& app) {
     return app.project.observer ? *app.project.observer : none;
 }
 
-// Shows the stage as if nothing had been shown before.
-void ShowStageAnew(AppState& app, uint32_t id) {
-    app.project.currentStage = kStageNone;
-    app.project.currentDocument = nullptr;
-    SelectStage(id);
+void ShowStage(AppState& app, uint32_t id, StageSwitch how) {
+    StageDocument& document = app.project.documents[id];
+    document.length = uint32_t(document.text.size());
+    Observer(app).LoadDocument(document, how);
+    app.project.currentDocument = &document;
+    app.project.currentStage = id;
+    ShowStageErrors();
+    Observer(app).RefreshStageTabs();
+    Observer(app).RefreshChannelPanel();
 }
 
 bool DiffersFromSaved(const AppState& app, uint32_t id) {
@@ -92,14 +96,13 @@ void ClearProject(bool addImage) {
     app.project.projectVersion = kDefaultProjectVersion;
     app.project.projectFile.clear();
     app.project.currentStage = kStageNone;
-    // The record that was shown is empty now; the editor must not put its old text back there.
     app.project.currentDocument = nullptr;
     if (addImage) GiveDefaultText(kStageImage);
     MarkProjectSaved();
     app.project.changesDiscarded = app.project.shaderModified = wasModified;
     if (!addImage) return;
     app.project.fileName = QStringLiteral("Untitled.json");
-    ShowStageAnew(app, kStageImage);
+    ShowStage(app, kStageImage, StageSwitch::Anew);
     Observer(app).ShowTitle(app.project.shaderModified);
     Observer(app).RebuildControlTree();
 }
@@ -126,16 +129,7 @@ void ShowStageErrors() {
 
 void SelectStage(uint32_t id) {
     AppState& app = *App();
-    if (id >= kStageCount || id == app.project.currentStage) return;
-    StageDocument& document = app.project.documents[id];
-    document.length = uint32_t(document.text.size());
-    // The observer finds the outgoing document still current, to save its view.
-    Observer(app).LoadDocument(document);
-    app.project.currentDocument = &document;
-    app.project.currentStage = id;
-    ShowStageErrors();
-    Observer(app).RefreshStageTabs();
-    Observer(app).RefreshChannelPanel();
+    if (id < kStageCount && id != app.project.currentStage) ShowStage(app, id, StageSwitch::KeepsView);
 }
 
 void RemoveStage(uint32_t id) {
@@ -144,11 +138,7 @@ void RemoveStage(uint32_t id) {
     stageTabs[id].exists = 0;
     app.project.documents[id] = StageDocument();
     app.project.channels[id] = {};
-    if (id == app.project.currentStage) {
-        SelectStage(kStageImage);
-        // Leaving the stage saved its view, which belongs to a text that is gone.
-        app.project.documents[id] = StageDocument();
-    }
+    if (id == app.project.currentStage) ShowStage(app, kStageImage, StageSwitch::DropsView);
     OnStageChanged(id);
     Observer(app).RefreshStageTabs();
 }
@@ -209,7 +199,7 @@ void AdoptProject(ShaderProject& project, const QString& path) {
     const bool isServiceId = path.size() <= kServiceIdLength;
     app.project.fileName = FittedFileName(isServiceId ? project.info.name + QStringLiteral(".json") : path);
     MarkProjectSaved();
-    ShowStageAnew(app, kStageImage);
+    ShowStage(app, kStageImage, StageSwitch::Anew);
     Observer(app).ShowTitle(app.project.shaderModified);
     Observer(app).RebuildControlTree();
 }
@@ -227,10 +217,7 @@ void ReplaceShownText(const QString& text) {
     SetDocumentText(document, text);
     document.errorLines.lines.clear();
     document.caretPosition = document.anchorPosition = document.firstVisibleLine = 0;
-    // The view on screen belongs to the old text and must not be saved into the document.
-    app.project.currentDocument = nullptr;
-    Observer(app).LoadDocument(document);
-    app.project.currentDocument = &document;
+    Observer(app).LoadDocument(document, StageSwitch::Anew);
     OnStageChanged(app.project.currentStage);
     Observer(app).RebuildControlTree();
 }
@@ -267,7 +254,7 @@ bool RestorePreviousProject() {
         app.project.stageDiffers[id] = DiffersFromSaved(app, id);
     }
     RefreshModified(app);
-    ShowStageAnew(app, previous->shownStage);
+    ShowStage(app, previous->shownStage, StageSwitch::Anew);
     Observer(app).ShowTitle(app.project.shaderModified);
     Observer(app).RebuildControlTree();
     return true;

@@ -11,12 +11,14 @@
 namespace pixelgrove {
 
 struct StageDocument;
+enum class StageSwitch;
 
 class ProjectObserver {
   public:
-    virtual void LoadDocument(StageDocument& document) = 0;  // into the editor
-    virtual void ShowTitle(bool modified) = 0;               // of EditingForm::fileName
-    virtual void SetStatusText(const QString& text) = 0;     // the message pane
+    // Into the editor, in place of what it shows.
+    virtual void LoadDocument(StageDocument& document, StageSwitch how) = 0;
+    virtual void ShowTitle(bool modified) = 0;            // of EditingForm::fileName
+    virtual void SetStatusText(const QString& text) = 0;  // the message pane
     // In the message pane, the last line ended by `end`; those that are about the shown stage become its
     // marks.
     virtual void ShowMessages(const CompileMessages& messages, const QString& end) = 0;

@@ -264,8 +264,8 @@ void MainWindow::ShowTitle(bool modified) {
     recovery_.NoteChange();
 }
 
-void MainWindow::LoadDocument(StageDocument& document) {
-    form_->editor->LoadDocument(document);
+void MainWindow::LoadDocument(StageDocument& document, StageSwitch how) {
+    form_->editor->LoadDocument(document, how);
 }
 
 void MainWindow::ShowMessages(const CompileMessages& messages, const QString& end) {

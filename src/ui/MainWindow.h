@@ -79,7 +79,7 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     // ProjectObserver
     void SetStatusText(const QString& text) override { pane_.Say(text); }
     void ShowTitle(bool modified) override;
-    void LoadDocument(StageDocument& document) override;
+    void LoadDocument(StageDocument& document, StageSwitch how) override;
     void ShowMessages(const CompileMessages& messages, const QString& end) override;
     void RefreshStageTabs() override;
     void RefreshChannelPanel() override;

@@ -86,10 +86,10 @@ void CodeView::SaveView(StageDocument& document) const {
     document.viewSaved = true;
 }
 
-void CodeView::LoadDocument(StageDocument& incoming) {
-    const StageDocument* current = App()->project.currentDocument;
-    if (Shown() && Shown() == current && Shown()->hasText) SaveView(*Shown());
-    if (!current) incoming.viewSaved = false;
+void CodeView::LoadDocument(StageDocument& incoming, StageSwitch how) {
+    if (how == StageSwitch::KeepsView && Shown() && Shown()->hasText) SaveView(*Shown());
+    const bool isFirst = how == StageSwitch::Anew;
+    if (isFirst) incoming.viewSaved = false;
     isLoading_ = true;
     text_.Forget();
     hoveredLink_ = QTextCursor();
@@ -100,9 +100,9 @@ void CodeView::LoadDocument(StageDocument& incoming) {
     coloured_ = {};
     if (colourAll) Recolour({0, incoming.text.size()});
     // The first text of a project is no change of it.
-    needsRecolour_ = current || !colourAll;
+    needsRecolour_ = !isFirst || !colourAll;
     report_.reset();
-    reportsPaint_ = current || colourAll;
+    reportsPaint_ = !isFirst || colourAll;
     if (incoming.viewSaved) SetZoom(incoming.zoomPercent);
     const int end = document()->characterCount() - 1;
     Select(incoming.viewSaved ? std::clamp(incoming.anchorPosition, 0, end) : 0,

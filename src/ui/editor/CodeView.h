@@ -28,11 +28,10 @@ class CodeView : public QPlainTextEdit {
 
     explicit CodeView(QWidget* parent = nullptr);
 
-    // Shows the document with its saved view. The view of the document shown before is saved into it, unless
-    // EditingForm::currentDocument no longer names it, which means that it was freed or replaced. With no
-    // current document the incoming one is shown from its top, as the first of a project. Any other tells
-    // PaintedAnew. Undo begins anew.
-    void LoadDocument(StageDocument& document);
+    // Shows the document with its saved view, or from its top, as the first of a project. `how` says what
+    // becomes of the view of the one shown before. Any but the first of a project tells PaintedAnew. Undo
+    // begins anew.
+    void LoadDocument(StageDocument& document, StageSwitch how);
     // Stops following the shown document; the text stays on screen.
     void Forget();
     // Brings the shown document's comment map up to its text. False when the text is empty or nothing is
