@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QStringList>
+#include <functional>
 
 #include "windows/widgets/FrameWindow.h"
 
@@ -35,6 +36,10 @@ class FrameDialog : public FrameWindow {
     QEventLoop* loop_ = nullptr;
     bool accepted_ = false;
 };
+
+// Waits like Exec, then deletes the dialog, which may be gone before that, with its owner. whenAccepted is
+// called before, when Done(true) ended it; the answer is whether it was.
+bool ExecOnce(FrameDialog* dialog, const std::function<void()>& whenAccepted);
 
 // The button that the key presses in such a window, also one that isn't modal: with Enter the one that has
 // the focus, else the default one. Null for other keys, and where there is none.
