@@ -357,7 +357,7 @@ void MainWindow::mousePressEvent(QMouseEvent* event) {
 // A press in this window that is let go over the picture samples another moment, as a click on it does.
 void MainWindow::mouseReleaseEvent(QMouseEvent* event) {
     FrameWindow::mouseReleaseEvent(event);
-    const FrameWindow* output = windows_->Find(kOutputWin);
+    const FrameWindow* output = Windows().Find(kOutputWin);
     RunControls& run = *App()->run;
     if (event->button() != Qt::LeftButton || !output || run.hasContext == 0) return;
     const QPoint at = output->Client()->mapFromGlobal(event->globalPosition().toPoint());
@@ -385,7 +385,6 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     windows_->CloseAll();
     ClearProject(false);
     event->accept();
-    Q_EMIT Closed();
 }
 
 }  // namespace pixelgrove

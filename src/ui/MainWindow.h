@@ -1,9 +1,8 @@
 // MainWindow: what the user works in: editor, stage buttons, playback, messages, menus. The hub where every
 // gesture becomes a command, the Host that the engine reports to, and the observer of the project.
 //
-// Made after AllocateGlobals; registers itself as AppState::mainWindow, AppState::host and
-// EditingForm::observer until it is destroyed, which must not be before the run has ended. Main thread, but
-// for PostCommand and Beep.
+// Made after AllocateGlobals; registers itself as AppState::host and EditingForm::observer until it is
+// destroyed, which must not be before the run has ended. Main thread, but for PostCommand and Beep.
 #pragma once
 
 #include <memory>
@@ -58,7 +57,6 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     ProjectCommands& Projects() { return projects_; }
     LayoutCommands& Layouts() { return layouts_; }
     const Menus& MenuEntries() const { return *menus_; }
-    const WindowTable& OtherWindows() const { return *windows_; }
     // What the message pane says.
     QString StatusText() const { return pane_.Text(); }
     // Goes to the place of a message: its line in the shown stage, or its file in the user's text editor.
@@ -84,10 +82,6 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     void RefreshStageTabs() override;
     void RefreshChannelPanel() override;
     void RebuildControlTree() override;
-
-  Q_SIGNALS:
-    // The window was closed for good; the run has ended.
-    void Closed();
 
   protected:
     bool event(QEvent* event) override;

@@ -8,10 +8,10 @@
 
 namespace pixelgrove {
 
-void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, MainWindow& mainWindow,
+void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, AppState& app, MainWindow& mainWindow,
                      Playback& playback) {
-    const auto make = [&mainWindow, &playback]() -> FrameWindow* {
-        auto* output = new OutputWindow;
+    const auto make = [&app, &mainWindow, &playback]() -> FrameWindow* {
+        auto* output = new OutputWindow(app);
         QObject::connect(output, &OutputWindow::Closed, &mainWindow, [&playback, output] {
             const QSize pixels = output->Client()->size() * output->devicePixelRatioF();
             playback.NoteOutputSize({pixels.width(), pixels.height()});

@@ -7,9 +7,10 @@ class CommandRegistry;
 class MainWindow;
 class Playback;
 class WindowTable;
+struct AppState;
 
-// Main window and playback outlive the table.
-void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, MainWindow& mainWindow,
+// What is handed in outlives the table.
+void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, AppState& app, MainWindow& mainWindow,
                      Playback& playback);
 
 }  // namespace pixelgrove

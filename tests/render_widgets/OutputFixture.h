@@ -36,7 +36,7 @@ class OutputTest : public DisplayTest {
     }
 
     void Open() {
-        window = new OutputWindow;
+        window = new OutputWindow(*App());
         window->move(100, 80);
         window->show();
         ASSERT_TRUE(PumpUntil([this] { return window->View()->isExposed(); }));

@@ -73,7 +73,7 @@ class WindowTest : public DisplayTest {
     }
 
     // Null while it is closed.
-    FrameWindow* OutputFrame() const { return window->OtherWindows().Find(kOutputWin); }
+    FrameWindow* OutputFrame() const { return Windows().Find(kOutputWin); }
 
     template <typename W>
     W* Control(const char* name) const {

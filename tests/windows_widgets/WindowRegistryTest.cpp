@@ -6,9 +6,11 @@
 #include <QTest>
 #include <map>
 
+#include "commands/CommandRegistry.h"
 #include "support/DisplayTest.h"
 #include "windows/LayoutRules.h"
 #include "windows/widgets/FrameWindow.h"
+#include "windows/widgets/WindowTable.h"
 
 namespace pixelgrove {
 namespace {
@@ -49,6 +51,14 @@ class RegistryTest : public DisplayTest {
             Windows().DragTo(window, zone, proposal, shift);
         Windows().EndDrag(window);
         WaitSettled();
+    }
+    // The names of the windows that it asks to open.
+    static QStringList ApplyLayout() {
+        QStringList names, opened;
+        for (const char16_t* name : {kEditWin, kOutputWin, kShadertoyWin, kAudioConfigWin})
+            names += Name(name);
+        Windows().ApplyLayout(names, [&opened](const QString& name) { opened += name; });
+        return opened;
     }
     void WaitSettled() {
         for (const auto& [name, window] : windows)
@@ -175,8 +185,7 @@ TEST_F(RegistryTest, ALayoutFileBringsEveryWindowBack) {
     Windows().SetLockWindows(true);
 
     ASSERT_TRUE(Windows().LoadLayoutFile(path));
-    QStringList opened;
-    Windows().ApplyLayout([&](const QString& name) { opened += name; });
+    const QStringList opened = ApplyLayout();
     EXPECT_TRUE(PumpUntil([this] { return Rect(kOutputWin) == EdgeRect{10, 20, 290, 300}; }));
     EXPECT_EQ(Rect(kEditWin), (EdgeRect{300, 50, 900, 700}));
     EXPECT_TRUE(Windows().LockWindows()) << "a file doesn't change that";
@@ -214,7 +223,7 @@ TEST_F(RegistryTest, ALayoutOfALargerDesktopLeavesNoWindowOutside) {
     const QString path = folder.filePath(QStringLiteral("large.STL"));
     ASSERT_TRUE(SaveLayout(*store, large) && XmlSave(*store, path));
     ASSERT_TRUE(Windows().LoadLayoutFile(path));
-    Windows().ApplyLayout({});
+    ApplyLayout();
     PumpFor(30);
     EXPECT_EQ(Rect(kEditWin), (EdgeRect{area.right / 2, 0, area.right, area.bottom - kDragRoom}));
     EXPECT_EQ(Rect(kOutputWin), (EdgeRect{0, 0, area.right / 2, area.bottom / 2}));
@@ -232,7 +241,7 @@ TEST_F(RegistryTest, AbsurdPlacesInAFileAreNoHarm) {
         EXPECT_TRUE(IsInSight(window.FrameRect(), areas));
         EXPECT_LE(window.FrameRect().Width(), 2 * CurrentDesktop()->Width());
         Row(kOutputWin).placement.normal = rect;
-        Windows().ApplyLayout({});
+        ApplyLayout();
         EXPECT_TRUE(IsInSight(window.FrameRect(), areas));
     }
 }
@@ -270,14 +279,50 @@ TEST_F(RegistryTest, OpenStatesFollowTheWindowsUntilTheProgramEnds) {
     Show(kOutputWin, {10, 20, 290, 300});
     // A layout can't end the program.
     Row(kEditWin).open = false;
-    Windows().ApplyLayout({});
+    ApplyLayout();
     EXPECT_TRUE(windows.at(Name(kEditWin))->isVisible());
     Windows().FreezeOpenStates();
     windows.at(Name(kOutputWin))->close();
     windows.clear();
     EXPECT_TRUE(Row(kOutputWin).open);
     EXPECT_EQ(Row(kOutputWin).window, WindowPresence::None);
-    EXPECT_EQ(Windows().WindowOf(kOutputWin), nullptr);
+    EXPECT_EQ(Windows().Find(kOutputWin), nullptr);
+}
+
+TEST_F(RegistryTest, ATableOpensItsWindowsByCommandAndByLayout) {
+    constexpr int kOutput = 7, kSearch = 9;
+    constexpr char16_t kMine[] = u"MyWin";
+    CommandRegistry commands;
+    auto table = std::make_unique<WindowTable>();
+    QList<QPointer<FrameWindow>> made;
+    for (const auto& [name, id] : {std::pair(Name(kOutputWin), kOutput), std::pair(Name(kMine), kSearch)}) {
+        const auto make = [&made] {
+            made += new FrameWindow;
+            made.last()->setAttribute(Qt::WA_DeleteOnClose);
+            return made.last().data();
+        };
+        table->Add({name, id, make}, commands);
+    }
+    const auto ticks = [&commands] {
+        return std::pair(commands.StateOf(kOutput).isTicked, commands.StateOf(kSearch).isTicked);
+    };
+    // Of a layout that opens three windows, the program has one, and closes the one that is open.
+    ASSERT_TRUE(commands.Run(kSearch));
+    EXPECT_EQ(ticks(), std::pair(false, true));
+    Row(kMine).open = false;
+    std::vector<int> opened;
+    table->ApplyLayout([&opened](int commandId) { opened.push_back(commandId); });
+    EXPECT_EQ(opened, std::vector{kOutput});
+    EXPECT_EQ(ticks(), std::pair(false, false));
+    EXPECT_TRUE(Row(kShadertoyWin).open);
+    // A window that is closed counts as gone, also while it waits to be deleted.
+    for (int i = 0; i < 3; ++i)
+        commands.Run(kSearch);
+    EXPECT_EQ(Windows().Find(kMine), made.last());
+    EXPECT_TRUE(PumpUntil([&made] { return !made[0] && !made[1]; }));
+    EXPECT_TRUE(Row(kMine).open && Row(kMine).live);
+    table.reset();
+    EXPECT_FALSE(made.last());
 }
 
 }  // namespace

@@ -12,28 +12,16 @@
 #include "render/widgets/VirtualKeys.h"
 
 namespace pixelgrove {
-namespace {
 
-bool RunHasContext() {
-    return App() && App()->run->hasContext != 0;
-}
-
-bool BitmapsAreShown() {
-    return App()->run->useGdiDisplay.load(std::memory_order_relaxed) ||
-           App()->run->recordingActive.load(std::memory_order_relaxed);
-}
-
-}  // namespace
-
-OutputView::OutputView() {
+OutputView::OutputView(const AppState& app) : app_(app) {
     setSurfaceType(QSurface::RasterGLSurface);
     setFormat(GlSurfaceFormat());
 }
 
 OutputView::~OutputView() = default;
 
-OutputView* OutputView::Create() {
-    auto* view = new OutputView;
+OutputView* OutputView::Create(const AppState& app) {
+    auto* view = new OutputView(app);
     view->surface_ = std::make_shared<WindowSurface>(view);
     return view;
 }
@@ -78,12 +66,12 @@ void OutputView::exposeEvent(QExposeEvent*) {
     // The window may have come to a screen of another pixel ratio.
     UpdateClientSize();
     // A run that started elsewhere, or failed to compile, never fills this window.
-    const bool draws = RunHasContext() && surface_->HasContexts() &&
-                       App()->run->compileFailed.load(std::memory_order_relaxed) == 0;
+    const RunControls& run = *app_.run;
+    const bool draws = run.hasContext != 0 && surface_->HasContexts() && run.compileFailed == 0;
     if (!draws) {
         shown_.reset();
         Paint(nullptr);
-    } else if (shown_ && BitmapsAreShown()) {
+    } else if (shown_ && (run.useGdiDisplay != 0 || run.recordingActive != 0)) {
         Paint(shown_);
     } else {
         surface_->RequestRepaint();
@@ -153,7 +141,7 @@ void OutputView::mouseReleaseEvent(QMouseEvent* event) {
     if (!IsInside(*event)) return;
     if (surface_->HasContexts()) MouseReleased();
     if (!isClick) return;
-    if (RunHasContext()) App()->run->timeRequest.Ask({RandomStartTime()});
+    if (app_.run->hasContext != 0) app_.run->timeRequest.Ask({RandomStartTime()});
 }
 
 void OutputView::keyPressEvent(QKeyEvent* event) {

@@ -16,11 +16,14 @@ class QKeyEvent;
 
 namespace pixelgrove {
 
+struct AppState;
+
 class OutputView : public QWindow {
     Q_OBJECT
   public:
-    // A view and the surface that owns it. The pair keeps itself alive until the surface is retired.
-    static OutputView* Create();
+    // A view and the surface that owns it. The pair keeps itself alive until the surface is retired; of the
+    // record nothing is asked once the view has been let go.
+    static OutputView* Create(const AppState& app);
     ~OutputView() override;
 
     const std::shared_ptr<WindowSurface>& Surface() const { return surface_; }
@@ -49,13 +52,14 @@ class OutputView : public QWindow {
     void keyReleaseEvent(QKeyEvent* event) override;
 
   private:
-    OutputView();
+    explicit OutputView(const AppState& app);
     void UpdateClientSize();
     // Stretched over the client area; black without a bitmap.
     void Paint(const BitmapRef& bitmap);
     bool IsInside(const QMouseEvent& event) const;
     QPoint PixelPosition(const QMouseEvent& event) const;
 
+    const AppState& app_;
     std::shared_ptr<WindowSurface> surface_;
     std::unique_ptr<QBackingStore> store_;
     BitmapRef shown_;                // last bitmap painted

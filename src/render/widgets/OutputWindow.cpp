@@ -50,15 +50,15 @@ bool IsAvailable(int commandId) {
 
 }  // namespace
 
-OutputWindow::OutputWindow() {
+OutputWindow::OutputWindow(AppState& app) : app_(app) {
     setWindowTitle(QStringLiteral("Shader Output"));
     setWindowIcon(MakeIcon());
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_QuitOnClose, false);
     ResizeClient(kFirstClientSize);
 
-    if (App()) view_ = OutputView::TakeUp(App()->outputSurface.get());
-    if (!view_) view_ = OutputView::Create();
+    view_ = OutputView::TakeUp(app.outputSurface.get());
+    if (!view_) view_ = OutputView::Create(app);
     surface_ = view_->Surface();
     container_ = QWidget::createWindowContainer(view_, Client());
     container_->setFocusPolicy(Qt::StrongFocus);
@@ -69,7 +69,7 @@ OutputWindow::OutputWindow() {
     fill->addWidget(container_);
     connect(view_, &OutputView::MenuRequested, this, &OutputWindow::ShowMenu);
     view_->takeKey = [this](const QKeyEvent& event) { return TakeKey(event); };
-    if (App()) App()->outputSurface = surface_;
+    app.outputSurface = surface_;
 }
 
 OutputWindow::~OutputWindow() {
@@ -83,7 +83,6 @@ void OutputWindow::LetViewGo() {
     std::exchange(view_, nullptr)->LetGo();
     // It has lost its window, and some versions of Qt look at that without asking when the frame goes.
     delete std::exchange(container_, nullptr);
-    Q_EMIT Closed();
 }
 
 bool OutputWindow::event(QEvent* event) {
@@ -133,7 +132,7 @@ bool OutputWindow::TakeKey(const QKeyEvent& event) {
 
 std::unique_ptr<QMenu> OutputWindow::MakeContextMenu() {
     auto menu = std::make_unique<QMenu>(this);
-    FillOutputMenu(*menu, App() && App()->display.alwaysOnTop, IsFullScreen(), IsAvailable);
+    FillOutputMenu(*menu, app_.display.alwaysOnTop != 0, IsFullScreen(), IsAvailable);
     connect(menu.get(), &QMenu::triggered, this,
             [this](QAction* action) { RunCommand(action->data().toInt()); });
     return menu;
@@ -157,7 +156,7 @@ bool OutputWindow::RunCommand(int commandId) {
             close();
             return true;
         case kCmdAlwaysOnTop:
-            if (App()) App()->display.alwaysOnTop = !App()->display.alwaysOnTop;
+            app_.display.alwaysOnTop = !app_.display.alwaysOnTop;
             ApplyAlwaysOnTop();
             return true;
         case kCmdFullScreen:
@@ -178,8 +177,7 @@ void OutputWindow::ResizePicture(const QSize& pixels) {
 
 void OutputWindow::ApplyAlwaysOnTop() {
     // On the QWindow: the widget's own flags would replace the native window and lose the view.
-    if (windowHandle())
-        windowHandle()->setFlag(Qt::WindowStaysOnTopHint, App() && App()->display.alwaysOnTop);
+    if (windowHandle()) windowHandle()->setFlag(Qt::WindowStaysOnTopHint, app_.display.alwaysOnTop != 0);
 }
 
 }  // namespace pixelgrove

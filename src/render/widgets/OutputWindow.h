@@ -1,8 +1,8 @@
 // OutputWindow: the top-level window "Shader Output": frame, context menu and life of the picture's view.
 //
-// Made by the main window's toggle, on the heap, and shown before a run may draw into it; it deletes itself
-// once closed. Its surface is registered in AppState at once and stays there after the close. While a run
-// draws into that, the next window takes it up again. All functions: main thread.
+// Made on the heap, and shown before a run may draw into it; it deletes itself once closed. Its surface is
+// registered in AppState at once and stays there after the close. While a run draws into that, the next
+// window takes it up again. All functions: main thread.
 #pragma once
 
 #include <memory>
@@ -15,11 +15,13 @@ class QMenu;
 namespace pixelgrove {
 
 class OutputView;
+struct AppState;
 
 class OutputWindow : public FrameWindow {
     Q_OBJECT
   public:
-    OutputWindow();
+    // The record outlives the window.
+    explicit OutputWindow(AppState& app);
     ~OutputWindow() override;
 
     // The native window inside; null once closed.
@@ -31,10 +33,6 @@ class OutputWindow : public FrameWindow {
     bool RunCommand(int commandId);
     // A fresh context menu as things stand; it is the caller's.
     std::unique_ptr<QMenu> MakeContextMenu();
-
-  Q_SIGNALS:
-    // The window goes, by whatever way.
-    void Closed();
 
   protected:
     bool event(QEvent* event) override;
@@ -52,6 +50,7 @@ class OutputWindow : public FrameWindow {
     void ApplyAlwaysOnTop();
     void LetViewGo();
 
+    AppState& app_;
     OutputView* view_ = nullptr;
     std::shared_ptr<WindowSurface> surface_;
     QWidget* container_ = nullptr;

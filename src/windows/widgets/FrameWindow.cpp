@@ -323,7 +323,7 @@ bool FrameWindow::event(QEvent* event) {
         case QEvent::Close:
             if (!event->isAccepted()) break;
             Windows().NoteClosed(*this);
-            Q_EMIT CloseAccepted();
+            Q_EMIT Closed();
             break;
         case QEvent::Show:
             caption_->SetCanMinimise(HasWindowManager());

@@ -86,8 +86,8 @@ class FrameWindow : public QWidget {
     std::unique_ptr<QMenu> MakeWindowMenu();
 
   Q_SIGNALS:
-    // The window is closed; it may be shown again, or delete itself.
-    void CloseAccepted();
+    // The window was closed; next it is hidden, and may delete itself.
+    void Closed();
 
   protected:
     bool event(QEvent* event) override;

@@ -14,9 +14,6 @@ namespace pixelgrove {
 
 namespace {
 
-// The windows that a layout opens and closes, in its order.
-constexpr const char16_t* kLayoutWindows[] = {kEditWin, kOutputWin, kShadertoyWin, kAudioConfigWin};
-
 // Frames have no border beyond what is seen of them, so windows that share an edge touch.
 constexpr int kHiddenBorder = 0;
 
@@ -96,8 +93,16 @@ void WindowRegistry::Present(FrameWindow& window, QStringView name) {
     row->placement = window.Placement();
 }
 
-FrameWindow* WindowRegistry::WindowOf(QStringView name) const {
+FrameWindow* WindowRegistry::Find(QStringView name) const {
     return named_.value(name.toString());
+}
+
+void WindowRegistry::Forget(const FrameWindow& window) {
+    if (WindowRecord* row = RowOf(window)) {
+        row->window = WindowPresence::None;
+        row->live = false;
+    }
+    named_.removeIf([&window](const auto& entry) { return !entry.value() || entry.value() == &window; });
 }
 
 WindowRecord* WindowRegistry::RowOf(const FrameWindow& window) {
@@ -119,20 +124,20 @@ void WindowRegistry::ReadPlacements() {
     }
 }
 
-void WindowRegistry::ApplyLayout(const std::function<void(const QString& name)>& openWindow) {
+void WindowRegistry::ApplyLayout(const QStringList& names,
+                                 const std::function<void(const QString& name)>& openWindow) {
     const bool lock = std::exchange(Layout().lockWindows, false);
-    for (const char16_t* name : kLayoutWindows) {
-        const QString windowName = QString::fromUtf16(name);
-        WindowRecord* row = FindOrAddWindowRow(Layout().windows, windowName);
+    for (const QString& name : names) {
+        WindowRecord* row = FindOrAddWindowRow(Layout().windows, name);
         if (!row) continue;
-        FrameWindow* window = WindowOf(windowName);
+        FrameWindow* window = Find(name);
         // The program ends with its main window, which no layout is to do.
-        if (windowName == QStringView(kEditWin)) row->open = true;
+        if (name == QStringView(kEditWin)) row->open = true;
         switch (ActionToApply(*row, window != nullptr)) {
             case LayoutAction::Nothing:
                 break;
             case LayoutAction::Open:
-                if (openWindow) openWindow(windowName);
+                if (openWindow) openWindow(name);
                 break;
             case LayoutAction::Close:
                 window->close();
@@ -187,11 +192,7 @@ void WindowRegistry::AddFrame(FrameWindow& window) {
 }
 
 void WindowRegistry::RemoveFrame(FrameWindow& window) {
-    if (WindowRecord* row = RowOf(window)) {
-        row->window = WindowPresence::None;
-        row->live = false;
-    }
-    named_.removeIf([&window](const auto& entry) { return !entry.value() || entry.value() == &window; });
+    Forget(window);
     frames_.removeAll(&window);
 }
 
@@ -221,7 +222,7 @@ bool WindowRegistry::MoveGroup(FrameWindow& dragged, const EdgeRect& proposed, b
         ProposeGroupMove(rows, drag_, row ? size_t(row - rows.data()) : rows.size(), proposed,
                          Layout().lockWindows, leftShift);
     for (const RowMove& move : moves) {
-        FrameWindow* member = WindowOf(rows[move.row].name);
+        FrameWindow* member = Find(rows[move.row].name);
         if (member && member != ledByManager_ && !member->IsMaximised()) member->SetFrameRect(move.rect);
     }
     return !moves.empty();
@@ -266,7 +267,7 @@ void WindowRegistry::NoteSettled() {
     ReadPlacements();
     AlignEdges(Layout().windows);
     for (const WindowRecord& row : Layout().windows) {
-        FrameWindow* window = WindowOf(row.name);
+        FrameWindow* window = Find(row.name);
         if (window && row.live && row.open && !window->IsMaximised()) Place(*window, row);
     }
 }
@@ -285,6 +286,8 @@ void WindowRegistry::NoteMoved(FrameWindow& window) {
 void WindowRegistry::NoteClosed(FrameWindow& window) {
     WindowRecord* row = RowOf(window);
     if (row && !openStatesFrozen_ && row->name != QStringView(kEditWin)) row->open = false;
+    // The next window of its name may come before it is gone.
+    if (window.testAttribute(Qt::WA_DeleteOnClose)) Forget(window);
 }
 
 }  // namespace pixelgrove

@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QList>
 #include <QPointer>
+#include <QStringList>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -35,18 +36,19 @@ class WindowRegistry {
     // The name's row is that of the window from now on: it is shown where the row says, or where the
     // platform puts it, and its row is open and live. The row is made if it is missing.
     void Present(FrameWindow& window, QStringView name);
-    // Null while there is none.
-    FrameWindow* WindowOf(QStringView name) const;
+    // The window that was presented under that name and is still there. One that deletes itself once it is
+    // closed isn't from its close on.
+    FrameWindow* Find(QStringView name) const;
     // The row of a presented window; null for others.
     WindowRecord* RowOf(const FrameWindow& window);
 
     // The whole set is going: from now on closing a window doesn't mark it as closed.
     void FreezeOpenStates() { openStatesFrozen_ = true; }
 
-    // Makes open windows close, closed ones open, and moves the rest to where their rows say. openWindow is
-    // asked to open the window of a name; the main window (EditWin) is never closed by a layout. Windows
-    // don't move as a group meanwhile.
-    void ApplyLayout(const std::function<void(const QString& name)>& openWindow);
+    // In the order of the names, and the rows of no other windows count: makes open windows close, closed
+    // ones open, and moves the rest to where their rows say. openWindow is asked to open the window of a
+    // name; the main window (EditWin) is never closed by a layout. Windows don't move as a group meanwhile.
+    void ApplyLayout(const QStringList& names, const std::function<void(const QString& name)>& openWindow);
 
     // The file takes the layout as it is, replaced whole or not at all. False on failure.
     bool SaveLayoutFile(const QString& path);
@@ -76,6 +78,7 @@ class WindowRegistry {
     void NoteSettled();
 
   private:
+    void Forget(const FrameWindow& window);
     void ReadPlacements();
     void Place(FrameWindow& window, const WindowRecord& row);
     bool MoveGroup(FrameWindow& dragged, const EdgeRect& proposed, bool leftShift);

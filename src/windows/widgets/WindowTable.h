@@ -7,7 +7,6 @@
 // Owned by the main window; main thread.
 #pragma once
 
-#include <QPointer>
 #include <QString>
 #include <functional>
 #include <vector>
@@ -20,7 +19,7 @@ class FrameWindow;
 struct WindowTableRow {
     QString name;       // of its row in layouts
     int commandId = 0;  // opens the window, or closes the one that is there
-    // A new window on the heap, not shown yet. The table shows it.
+    // A new window, not shown yet, that deletes itself once it is closed. The table shows it.
     std::function<FrameWindow*()> make;
 };
 
@@ -38,26 +37,17 @@ class WindowTable {
     // Told whenever a window has come or gone; may be empty.
     std::function<void()> onChange;
 
-    // The open window of that name in layouts; null while it is closed.
-    FrameWindow* Find(QStringView name) const;
     // Closes what is open, as the user does.
     void CloseAll();
 
-    // Brings all windows in line with the rows of the layout; openWindow gets the commands of those to open.
-    // Those of windows that the program lacks stay as they are.
+    // Brings all windows, the main one first, in line with the rows of the layout; openWindow gets the
+    // commands of those to open. The rows of windows that the program lacks stay as they are.
     void ApplyLayout(const std::function<void(int commandId)>& openWindow) const;
 
   private:
-    struct Entry {
-        WindowTableRow row;
-        QPointer<FrameWindow> window;  // while it is open
-    };
+    void Toggle(size_t index);
 
-    const Entry* EntryOf(QStringView name) const;
-    Entry* EntryOf(QStringView name);
-    void Toggle(QStringView name);
-
-    std::vector<Entry> entries_;
+    std::vector<WindowTableRow> rows_;
 };
 
 }  // namespace pixelgrove
