@@ -29,6 +29,7 @@ namespace {
 constexpr QSize kBaseSize(760, 870);  // of the form
 constexpr int kSmallestTreeFont = 5;
 constexpr int kLargestTreeFont = 72;
+constexpr qsizetype kMarkedLineLength = 62;
 
 std::unique_ptr<Ui::EditWindow> MakeForm(QWidget* client) {
     auto form = std::make_unique<Ui::EditWindow>();
@@ -41,6 +42,12 @@ bool IsStageName(const QString& name) {
     for (uint32_t id = kStageCommon; id < kStageCount; ++id)
         if (name == StageName(id)) return true;
     return false;
+}
+
+// The stage's name stands anywhere in the beginning of the line: a message about another stage that speaks of
+// this one marks a line here too.
+bool Names(const CompileMessage& message, uint32_t stage) {
+    return message.text.left(kMarkedLineLength).contains(StageName(stage), Qt::CaseInsensitive);
 }
 
 // The local files among what is being dropped; other addresses are nothing that can be loaded.
@@ -275,7 +282,7 @@ void MainWindow::ShowMessages(const CompileMessages& messages, const QString& en
     std::vector<int32_t>& marks = project.currentDocument->errorLines.lines;
     marks.clear();
     for (const CompileMessage& message : messages)
-        if (message.place == StageName(project.currentStage)) marks.push_back(message.line);
+        if (!message.place.isEmpty() && Names(message, project.currentStage)) marks.push_back(message.line);
     form_->editor->RefreshErrorMarks();
 }
 
