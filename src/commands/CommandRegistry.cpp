@@ -1,29 +1,39 @@
 #include "commands/CommandRegistry.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace pixelgrove {
 
+namespace {
+
+// Empty for an empty function.
+std::function<void(int)> WithoutId(std::function<void()> run) {
+    if (!run) return {};
+    return [run = std::move(run)](int) { run(); };
+}
+
+}  // namespace
+
 bool CommandRegistry::Add(CommandRow row) {
-    if (!row.run || row.last < row.first) return false;
     const auto next = std::ranges::upper_bound(rows_, row.first, {}, &CommandRow::first);
     const bool meetsNext = next != rows_.end() && next->first <= row.last;
-    if (meetsNext || Find(row.first)) return false;
+    const bool isGood = row.run && row.first <= row.last && !meetsNext && !Find(row.first);
+    assert(isGood);
+    if (!isGood) return false;
     rows_.insert(next, std::move(row));
     return true;
 }
 
 bool CommandRegistry::Add(int id, std::function<void()> run) {
-    if (!run) return false;
-    return Add({.first = id, .last = id, .run = [run = std::move(run)](int) { run(); }});
+    return Add({.first = id, .last = id, .run = WithoutId(std::move(run))});
 }
 
 bool CommandRegistry::AddToggle(int id, std::function<void()> run, std::function<bool()> isOn) {
-    if (!run) return false;
     return Add({.first = id,
                 .last = id,
-                .run = [run = std::move(run)](int) { run(); },
+                .run = WithoutId(std::move(run)),
                 .isTicked = [isOn = std::move(isOn)](int) { return isOn(); }});
 }
 

@@ -29,8 +29,8 @@ struct CommandRow {
 
 class CommandRegistry {
   public:
-    // Refuses a row without a handler, and one with an id that has a handler already: false, and nothing is
-    // added.
+    // A row without a handler, and one with an id that has a handler already, are faults of the program: a
+    // failed assertion, and without assertions false, and nothing is added.
     bool Add(CommandRow row);
     bool Add(int id, std::function<void()> run);
     // A command that turns something on and off.

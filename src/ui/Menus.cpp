@@ -31,33 +31,11 @@ QMenu* FindMenu(const QList<QAction*>& actions, const QString& label) {
 Menus::Menus(QMenuBar& bar, QObject& receiver, const CommandRegistry& commands, const RecentLists& recent,
              std::function<void(int commandId)> runCommand)
     : bar_(bar), receiver_(receiver), commands_(commands), runCommand_(std::move(runCommand)) {
-    QList<QMenu*> open;
-    for (const MenuRow& row : MenuBarRows()) {
-        const QString text = QString::fromUtf16(row.text);
-        switch (row.kind) {
-            case MenuRowKind::Menu:
-                open.append(open.isEmpty() ? bar.addMenu(text) : open.last()->addMenu(text));
-                break;
-            case MenuRowKind::End:
-                open.removeLast();
-                break;
-            case MenuRowKind::Separator:
-                open.last()->addSeparator();
-                break;
-            case MenuRowKind::Placeholder:
-                open.last()->addAction(text)->setEnabled(false);
-                break;
-            case MenuRowKind::Entry:
-            case MenuRowKind::FocusEntry:
-            case MenuRowKind::Tick: {
-                QAction* action = AddEntry(*open.last(), row.commandId, text);
-                action->setCheckable(row.kind == MenuRowKind::Tick);
-                action->setShortcuts(QKeySequence::listFromString(QString::fromLatin1(row.keys)));
-                if (row.kind == MenuRowKind::FocusEntry) action->setShortcutContext(Qt::WidgetShortcut);
-                break;
-            }
-        }
-    }
+    AddMenuRows(bar, MenuBarRows(), [this](QAction& action, const MenuRow& row) {
+        action.setShortcuts(QKeySequence::listFromString(QString::fromLatin1(row.keys)));
+        if (row.kind == MenuRowKind::FocusEntry) action.setShortcutContext(Qt::WidgetShortcut);
+        Connect(action, row.commandId);
+    });
     ShowStates();
     // What changes in many places is looked up when it comes on screen.
     QObject::connect(FindSubmenu(QStringLiteral("&FIle")), &QMenu::aboutToShow, &receiver_,
@@ -69,14 +47,10 @@ Menus::Menus(QMenuBar& bar, QObject& receiver, const CommandRegistry& commands, 
     }
 }
 
-QAction* Menus::AddEntry(QMenu& menu, int commandId, const QString& text) {
-    QAction* action = menu.addAction(text);
-    action->setData(commandId);
-    ShowState(*action, commands_.StateOf(commandId));
-    QObject::connect(action, &QAction::triggered, &receiver_,
+void Menus::Connect(QAction& action, int commandId) {
+    QObject::connect(&action, &QAction::triggered, &receiver_,
                      [run = runCommand_, commandId] { run(commandId); });
-    actions_[commandId] = action;
-    return action;
+    actions_[commandId] = &action;
 }
 
 void Menus::ShowStates() {
@@ -109,8 +83,12 @@ bool Menus::FillSubmenu(const QString& label, int firstId, const QStringList& te
         // It may be the one whose choice leads here.
         action->deleteLater();
     }
-    for (int i = 0; i < texts.size(); ++i)
-        AddEntry(*menu, firstId + i, MenuText(texts[i]));
+    for (int i = 0; i < texts.size(); ++i) {
+        QAction* action = menu->addAction(MenuText(texts[i]));
+        action->setData(firstId + i);
+        ShowState(*action, commands_.StateOf(firstId + i));
+        Connect(*action, firstId + i);
+    }
     menu->setEnabled(!texts.isEmpty());
     return true;
 }

@@ -42,7 +42,7 @@ class Menus {
     QString LayoutName(int commandId) const { return layouts_.value(commandId); }
 
   private:
-    QAction* AddEntry(QMenu& menu, int commandId, const QString& text);
+    void Connect(QAction& action, int commandId);
 
     QMenuBar& bar_;
     QObject& receiver_;

@@ -1,17 +1,20 @@
 #include "ui/OutputWindowRow.h"
 
 #include "commands/Commands.h"
+#include "render/widgets/OutputCommands.h"
 #include "render/widgets/OutputWindow.h"
 #include "ui/MainWindow.h"
 #include "ui/Playback.h"
+#include "windows/widgets/WindowRegistry.h"
 #include "windows/widgets/WindowTable.h"
 
 namespace pixelgrove {
 
 void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, AppState& app, MainWindow& mainWindow,
                      Playback& playback) {
-    const auto make = [&app, &mainWindow, &playback]() -> FrameWindow* {
-        auto* output = new OutputWindow(app);
+    const auto make = [&commands, &app, &mainWindow, &playback]() -> FrameWindow* {
+        auto* output =
+            new OutputWindow(app, commands, [&mainWindow](int id) { mainWindow.SendCommand(id, 0); });
         QObject::connect(output, &OutputWindow::Closed, &mainWindow, [&playback, output] {
             const QSize pixels = output->Client()->size() * output->devicePixelRatioF();
             playback.NoteOutputSize({pixels.width(), pixels.height()});
@@ -20,7 +23,9 @@ void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, AppState& 
         output->LeaveFocusTo(mainWindow);
         return output;
     };
-    windows.Add({QString::fromUtf16(kOutputWin), kCmdAnimationWindow, make}, commands);
+    const QString name = QString::fromUtf16(kOutputWin);
+    windows.Add({name, kCmdAnimationWindow, make}, commands);
+    RegisterOutputCommands(commands, [name] { return static_cast<OutputWindow*>(Windows().Find(name)); });
 }
 
 }  // namespace pixelgrove

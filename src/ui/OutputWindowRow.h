@@ -1,4 +1,4 @@
-// The output window's row in the table of windows. Main thread.
+// The output window's row in the table of windows, and its commands. Main thread.
 #pragma once
 
 namespace pixelgrove {

@@ -24,8 +24,9 @@ TEST(CommandRegistry, RunsWhatIsThereAndAvailable) {
     EXPECT_TRUE(commands.Add(20, [note] { note(20); }));
     const struct { int first, last; } refused[] = {{10, 10}, {12, 12}, {9, 10}, {12, 15}, {1, 30}, {5, 4}};
     for (const auto& [first, last] : refused)
-        EXPECT_FALSE(commands.Add({.first = first, .last = last, .run = note})) << first << ' ' << last;
-    EXPECT_FALSE(commands.Add(13, nullptr));
+        EXPECT_DEBUG_DEATH(EXPECT_FALSE(commands.Add({.first = first, .last = last, .run = note})), "isGood")
+            << first << ' ' << last;
+    EXPECT_DEBUG_DEATH(EXPECT_FALSE(commands.Add(13, nullptr)), "isGood");
 
     for (int id = 8; id <= 21; ++id)
         EXPECT_EQ(commands.Run(id), id == 10 || id == 12 || id == 20) << id;

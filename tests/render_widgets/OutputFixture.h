@@ -10,7 +10,9 @@
 #include <memory>
 #include <thread>
 
+#include "commands/CommandRegistry.h"
 #include "render/InputState.h"
+#include "render/widgets/OutputCommands.h"
 #include "render/widgets/OutputView.h"
 #include "render/widgets/OutputWindow.h"
 #include "support/DisplayTest.h"
@@ -22,6 +24,7 @@ class OutputTest : public DisplayTest {
     void SetUp() override {
         DisplayTest::SetUp();
         if (!App()) return;
+        RegisterOutputCommands(commands, [this] { return window.data(); });
         Mouse().isDown = Mouse().justPressed = 0;
         Mouse().x = Mouse().y = Mouse().clickX = Mouse().clickY = -1;
         ClearKeyboard();
@@ -36,7 +39,7 @@ class OutputTest : public DisplayTest {
     }
 
     void Open() {
-        window = new OutputWindow(*App());
+        window = new OutputWindow(*App(), commands, [this](int id) { commands.Run(id); });
         window->move(100, 80);
         window->show();
         ASSERT_TRUE(PumpUntil([this] { return window->View()->isExposed(); }));
@@ -50,6 +53,7 @@ class OutputTest : public DisplayTest {
         });
     }
 
+    CommandRegistry commands;
     QPointer<OutputWindow> window;
 };
 

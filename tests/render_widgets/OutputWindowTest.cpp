@@ -39,7 +39,7 @@ TEST_F(OutputWindowTest, RegistersItsSurfaceAndCloses) {
 
     QSignalSpy closed(window, &OutputWindow::Closed);
     QPointer<OutputView> view = window->View();
-    EXPECT_TRUE(window->RunCommand(kCmdCancel));
+    EXPECT_TRUE(window->close());
     EXPECT_TRUE(PumpUntil([&] { return !window && !view; }));
     EXPECT_EQ(closed.count(), 1);
     // The render target stays, and says that it is of no more use.
@@ -85,14 +85,16 @@ TEST_F(OutputWindowTest, AlwaysOnTopKeepsTheNativeWindow) {
     Open();
     const WId before = window->winId();
     for (uint32_t expected : {1u, 0u}) {
-        EXPECT_TRUE(window->RunCommand(kCmdAlwaysOnTop));
+        EXPECT_TRUE(commands.Run(kCmdAlwaysOnTop));
         PumpFor(50);
         EXPECT_EQ(App()->display.alwaysOnTop, expected);
         EXPECT_EQ(window->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint), expected == 1);
         EXPECT_EQ(window->winId(), before);
         EXPECT_TRUE(window->View()->isExposed());
     }
-    EXPECT_FALSE(window->RunCommand(kCmdPlay));
+    window->close();
+    ASSERT_TRUE(PumpUntil([this] { return !window; }));
+    EXPECT_FALSE(commands.Run(kCmdAlwaysOnTop)) << "of no window";
 }
 
 TEST_F(OutputWindowTest, F11FillsTheScreenAndEscapeLeavesIt) {
@@ -116,7 +118,7 @@ TEST_F(OutputWindowTest, F11FillsTheScreenAndEscapeLeavesIt) {
     press(Qt::Key_Escape);
     EXPECT_EQ(Key(27), (std::array{0, 0, 255})) << "otherwise it is";
     press(Qt::Key_F11);
-    window->RunCommand(kCmdWindowSizeFirst);
+    commands.Run(kCmdSize640x480);
     EXPECT_TRUE(fills({640, 480}));
 }
 

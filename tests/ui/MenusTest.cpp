@@ -173,7 +173,7 @@ TEST_F(EditorMenuWindowTest, ShaderHelpAndSites) {
         EXPECT_EQ(opened.join(u' '), address);
     }
     opened.clear();
-    for (int id = kCmdSiteFirst; id <= kCmdSiteLast; ++id)
+    for (int id = kCmdSiteBookOfShaders; id <= kCmdSiteOneShader; ++id)
         Run(id);
     EXPECT_EQ(opened, QStringList({QStringLiteral("https://thebookofshaders.com"),
                                    QStringLiteral("https://glslsandbox.com"),

@@ -12,8 +12,8 @@
 
 #include "commands/Commands.h"
 #include "core/AppState.h"
-#include "render/widgets/OutputMenu.h"
 #include "render/widgets/OutputView.h"
+#include "windows/widgets/MenuBuilder.h"
 
 namespace pixelgrove {
 namespace {
@@ -42,15 +42,11 @@ QIcon MakeIcon() {
     return icon;
 }
 
-// Recording is not part of the program yet; its entries keep their places.
-bool IsAvailable(int commandId) {
-    return commandId != kCmdScreenCapture8k &&
-           (commandId < kCmdRecordFor10s || commandId > kCmdRecordManualStop);
-}
-
 }  // namespace
 
-OutputWindow::OutputWindow(AppState& app) : app_(app) {
+OutputWindow::OutputWindow(AppState& app, const CommandRegistry& commands,
+                           std::function<void(int commandId)> runCommand)
+    : app_(app), commands_(commands), runCommand_(std::move(runCommand)) {
     setWindowTitle(QStringLiteral("Shader Output"));
     setWindowIcon(MakeIcon());
     setAttribute(Qt::WA_DeleteOnClose);
@@ -126,15 +122,15 @@ bool OutputWindow::TakeKey(const QKeyEvent& event) {
                         (key == Qt::Key_F11 || (key == Qt::Key_Escape && IsFullScreen()));
     if (!isOurs) return false;
     takenKey_ = key;
-    RunCommand(kCmdFullScreen);
+    runCommand_(kCmdFullScreen);
     return true;
 }
 
 std::unique_ptr<QMenu> OutputWindow::MakeContextMenu() {
     auto menu = std::make_unique<QMenu>(this);
-    FillOutputMenu(*menu, app_.display.alwaysOnTop != 0, IsFullScreen(), IsAvailable);
+    FillMenu(*menu, OutputMenuRows(), [this](int id) { return commands_.StateOf(id); });
     connect(menu.get(), &QMenu::triggered, this,
-            [this](QAction* action) { RunCommand(action->data().toInt()); });
+            [this](QAction* action) { runCommand_(action->data().toInt()); });
     return menu;
 }
 
@@ -142,29 +138,6 @@ void OutputWindow::ShowMenu(const QPoint& globalPosition) {
     QMenu* menu = MakeContextMenu().release();
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->popup(globalPosition);
-}
-
-bool OutputWindow::RunCommand(int commandId) {
-    if (!IsAvailable(commandId)) return false;
-    if (std::optional<QSize> size = OutputMenuSize(commandId)) {
-        ResizePicture(*size);
-        return true;
-    }
-    switch (commandId) {
-        case kCmdOk:
-        case kCmdCancel:
-            close();
-            return true;
-        case kCmdAlwaysOnTop:
-            app_.display.alwaysOnTop = !app_.display.alwaysOnTop;
-            ApplyAlwaysOnTop();
-            return true;
-        case kCmdFullScreen:
-            SetFullScreen(!IsFullScreen());
-            return true;
-        default:
-            return false;
-    }
 }
 
 void OutputWindow::ResizePicture(const QSize& pixels) {
@@ -175,9 +148,18 @@ void OutputWindow::ResizePicture(const QSize& pixels) {
     ResizeClient(client);
 }
 
+bool OutputWindow::IsAlwaysOnTop() const {
+    return app_.display.alwaysOnTop != 0;
+}
+
+void OutputWindow::SetAlwaysOnTop(bool onTop) {
+    app_.display.alwaysOnTop = onTop;
+    ApplyAlwaysOnTop();
+}
+
 void OutputWindow::ApplyAlwaysOnTop() {
     // On the QWindow: the widget's own flags would replace the native window and lose the view.
-    if (windowHandle()) windowHandle()->setFlag(Qt::WindowStaysOnTopHint, app_.display.alwaysOnTop != 0);
+    if (windowHandle()) windowHandle()->setFlag(Qt::WindowStaysOnTopHint, IsAlwaysOnTop());
 }
 
 }  // namespace pixelgrove

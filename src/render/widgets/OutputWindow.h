@@ -5,6 +5,7 @@
 // window takes it up again. All functions: main thread.
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "render/widgets/WindowSurface.h"
@@ -14,23 +15,28 @@ class QMenu;
 
 namespace pixelgrove {
 
+class CommandRegistry;
 class OutputView;
 struct AppState;
 
 class OutputWindow : public FrameWindow {
     Q_OBJECT
   public:
-    // The record outlives the window.
-    explicit OutputWindow(AppState& app);
+    // The context menu shows the states of its commands; a choice goes to runCommand. Record and commands
+    // outlive the window.
+    OutputWindow(AppState& app, const CommandRegistry& commands,
+                 std::function<void(int commandId)> runCommand);
     ~OutputWindow() override;
 
     // The native window inside; null once closed.
     OutputView* View() const { return view_; }
     const std::shared_ptr<WindowSurface>& Surface() const { return surface_; }
 
-    // Runs a command of the context menu, or kCmdOk and kCmdCancel, which close. False for a command that is
-    // not this window's.
-    bool RunCommand(int commandId);
+    // Gives the picture that many pixels, out of full screen and of the maximised state.
+    void ResizePicture(const QSize& pixels);
+    // A setting that outlives the window.
+    bool IsAlwaysOnTop() const;
+    void SetAlwaysOnTop(bool onTop);
     // A fresh context menu as things stand; it is the caller's.
     std::unique_ptr<QMenu> MakeContextMenu();
 
@@ -46,11 +52,12 @@ class OutputWindow : public FrameWindow {
     void ShowMenu(const QPoint& globalPosition);
     // F11, and Escape in full screen: those the shader doesn't see.
     bool TakeKey(const QKeyEvent& event);
-    void ResizePicture(const QSize& pixels);
     void ApplyAlwaysOnTop();
     void LetViewGo();
 
     AppState& app_;
+    const CommandRegistry& commands_;
+    std::function<void(int commandId)> runCommand_;
     OutputView* view_ = nullptr;
     std::shared_ptr<WindowSurface> surface_;
     QWidget* container_ = nullptr;

@@ -47,7 +47,7 @@ void RegisterEditorCommands(CommandRegistry& commands, CodeView& editor, FindRep
     commands.Add(kCmdZoomNormal, [&editor] { editor.SetZoom(CodeView::kNormalZoom); });
     commands.Add(kCmdShaderHelp, [&editor, &dialogs] { OpenShaderHelp(editor, dialogs); });
     commands.Add(kCmdOpenInclude, [&editor, &dialogs] { OpenIncludeFile(editor, dialogs); });
-    commands.Add({.first = kCmdSiteFirst, .last = kCmdSiteLast, .run = [&dialogs](int id) {
+    commands.Add({.first = kCmdSiteBookOfShaders, .last = kCmdSiteOneShader, .run = [&dialogs](int id) {
                       dialogs.openUrl(SiteUrl(id));
                   }});
 }

@@ -12,21 +12,21 @@ namespace {
 
 constexpr qsizetype kMaxHelpSelection = 125;
 
-// From kCmdSiteFirst on.
+// From kCmdSiteBookOfShaders on.
 constexpr const char* kSites[] = {"https://thebookofshaders.com", "https://glslsandbox.com",
                                   "https://www.shadertoy.com", "https://www.oneshader.net"};
-static_assert(std::size(kSites) == kCmdSiteLast - kCmdSiteFirst + 1);
+static_assert(std::size(kSites) == kCmdSiteOneShader - kCmdSiteBookOfShaders + 1);
 
 }  // namespace
 
 QUrl SiteUrl(int commandId) {
-    if (commandId < kCmdSiteFirst || commandId > kCmdSiteLast) return {};
-    return QUrl(QString::fromLatin1(kSites[commandId - kCmdSiteFirst]));
+    if (commandId < kCmdSiteBookOfShaders || commandId > kCmdSiteOneShader) return {};
+    return QUrl(QString::fromLatin1(kSites[commandId - kCmdSiteBookOfShaders]));
 }
 
 std::optional<QUrl> ShaderHelpUrl(const QString& selection) {
     if (selection.size() > kMaxHelpSelection) return std::nullopt;
-    if (selection.isEmpty()) return SiteUrl(kCmdSiteFirst);
+    if (selection.isEmpty()) return SiteUrl(kCmdSiteBookOfShaders);
     return QUrl::fromEncoded(QByteArray(kSites[0]) +
                              "/glossary/?search=" + QUrl::toPercentEncoding(selection));
 }

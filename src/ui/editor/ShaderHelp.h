@@ -6,7 +6,8 @@
 
 namespace pixelgrove {
 
-// The root of the site that the command from kCmdSiteFirst to kCmdSiteLast stands for; empty for others.
+// The root of the site that the command from kCmdSiteBookOfShaders to kCmdSiteOneShader stands for; empty for
+// others.
 QUrl SiteUrl(int commandId);
 
 // The glossary's page about the selected text, the glossary's site for no text, and nothing for a selection

@@ -23,36 +23,52 @@ void ShowState(QAction& action, const CommandState& state) {
     if (action.isCheckable()) action.setChecked(state.isTicked);
 }
 
-void FillMenu(QMenu& menu, std::span<const MenuRow> rows,
-              const std::function<CommandState(int commandId)>& stateOf) {
-    QList<QMenu*> open{&menu};
+void AddMenuRows(QWidget& menu, std::span<const MenuRow> rows,
+                 const std::function<void(QAction& action, const MenuRow& row)>& made) {
+    QList<QWidget*> open{&menu};
+    const auto add = [&open](const QString& text) {
+        auto* action = new QAction(text, open.last());
+        open.last()->addAction(action);
+        return action;
+    };
     for (const MenuRow& row : rows) {
         const QString text = QString::fromUtf16(row.text);
         switch (row.kind) {
-            case MenuRowKind::Menu:
-                open.append(open.last()->addMenu(text));
+            case MenuRowKind::Menu: {
+                auto* submenu = new QMenu(text, open.last());
+                open.last()->addAction(submenu->menuAction());
+                open.append(submenu);
                 break;
+            }
             case MenuRowKind::End:
                 open.removeLast();
                 break;
             case MenuRowKind::Separator:
-                open.last()->addSeparator();
+                add(text)->setSeparator(true);
                 break;
             case MenuRowKind::Placeholder:
-                open.last()->addAction(text)->setEnabled(false);
+                add(text)->setEnabled(false);
                 break;
             case MenuRowKind::Entry:
             case MenuRowKind::FocusEntry:
             case MenuRowKind::Tick: {
-                const QString key = ShownKey(row);
-                QAction* action = open.last()->addAction(key.isEmpty() ? text : text + u'\t' + key);
+                QAction* action = add(text);
                 action->setData(row.commandId);
                 action->setCheckable(row.kind == MenuRowKind::Tick);
-                ShowState(*action, stateOf(row.commandId));
+                made(*action, row);
                 break;
             }
         }
     }
+}
+
+void FillMenu(QMenu& menu, std::span<const MenuRow> rows,
+              const std::function<CommandState(int commandId)>& stateOf) {
+    AddMenuRows(menu, rows, [&stateOf](QAction& action, const MenuRow& row) {
+        const QString key = ShownKey(row);
+        if (!key.isEmpty()) action.setText(action.text() + u'\t' + key);
+        ShowState(action, stateOf(row.commandId));
+    });
 }
 
 CommandState AlwaysAvailable(int) {

@@ -10,6 +10,7 @@
 
 class QAction;
 class QMenu;
+class QWidget;
 
 namespace pixelgrove {
 
@@ -19,8 +20,13 @@ QString MenuText(QString text);
 // Sets an entry's state; the tick only of one that can have it.
 void ShowState(QAction& action, const CommandState& state);
 
-// Appends the rows to a context menu. Each entry carries its id as data and shows its state, and the key that
-// its command has in the menu bar, or in its own row: shown only, as a context menu takes no keys.
+// Appends the rows to a menu or a menu bar; `made` gets the action of each Entry, FocusEntry and Tick with
+// its row. The action carries the id as data.
+void AddMenuRows(QWidget& menu, std::span<const MenuRow> rows,
+                 const std::function<void(QAction& action, const MenuRow& row)>& made);
+
+// Appends the rows to a context menu. Each entry shows its state, and the key that its command has in the
+// menu bar, or in its own row: shown only, as a context menu takes no keys.
 void FillMenu(QMenu& menu, std::span<const MenuRow> rows,
               const std::function<CommandState(int commandId)>& stateOf);
 
