@@ -2,6 +2,7 @@
 #include "windows/widgets/WindowRegistry.h"
 
 #include <QDir>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <map>

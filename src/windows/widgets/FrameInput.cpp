@@ -70,7 +70,7 @@ class FrameEvents : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::MouseButtonPress) {
             FrameWindow* frame = FrameOf(watched);
-            if (frame && !frame->isActiveWindow()) frame->ActivateAlone();
+            if (frame && !frame->isActiveWindow()) frame->focus_.TakeAlone();
         } else if (event->type() == QEvent::KeyPress) {
             FrameWindow* frame = FrameOf(watched);
             const auto& key = *static_cast<const QKeyEvent*>(event);
@@ -120,7 +120,7 @@ void FrameWindow::mousePressEvent(QMouseEvent* event) {
         raise();
         activateWindow();
     } else {
-        ActivateAlone();
+        focus_.TakeAlone();
     }
     dragZone_ = zone;
     pressedAt_ = event->globalPosition().toPoint();

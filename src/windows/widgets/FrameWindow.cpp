@@ -1,35 +1,22 @@
 #include "windows/widgets/FrameWindow.h"
 
-#include <QApplication>
 #include <QMenuBar>
 #include <QMoveEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QResizeEvent>
-#include <QScreen>
 #include <algorithm>
-#include <utility>
 
 #include "look/widgets/Theme.h"
 #include "windows/widgets/CaptionBar.h"
 #include "windows/widgets/ManagerDrag.h"
-#include "windows/widgets/ManagerStates.h"
 #include "windows/widgets/PlaceWatch.h"
-#include "windows/widgets/ScreenAreas.h"
 #include "windows/widgets/WindowRegistry.h"
 #include "windows/widgets/WindowSystem.h"
 
 namespace pixelgrove {
 
 namespace {
-
-constexpr int kShowNormal = 1;
-constexpr int kShowMinimised = 2;
-constexpr int kShowMaximised = 3;
-
-// What the window manager does to a window by itself it does within this time. A place that was taken up
-// shortly before it maximised the window is its doing: it tells the new geometry before it tells the reason.
-constexpr int kSettleMs = 500;
 
 constexpr int kFarthest = 32000;  // device pixels; X11 counts with 16 bits
 
@@ -43,7 +30,8 @@ QColor ThreeQuarters(const QColor& colour) {
 
 }  // namespace
 
-FrameWindow::FrameWindow(Kind kind, QWidget* owner) : QWidget(owner, FlagsOf(kind)), kind_(kind) {
+FrameWindow::FrameWindow(Kind kind, QWidget* owner)
+    : QWidget(owner, FlagsOf(kind)), kind_(kind), focus_(*this) {
     place_ = new PlaceWatch(this);
     managerDrag_ = new ManagerDrag(this);
     caption_ = new CaptionBar(this, kind == Kind::Window);
@@ -68,7 +56,7 @@ FrameWindow::FrameWindow(Kind kind, QWidget* owner) : QWidget(owner, FlagsOf(kin
 
 FrameWindow::~FrameWindow() {
     FinishDrag();
-    if (isVisible()) PassActivationOn();
+    if (isVisible()) focus_.PassOn();
     Windows().RemoveFrame(*this);
 }
 
@@ -80,12 +68,6 @@ void FrameWindow::SetMenuBar(QMenuBar* menuBar) {
     menuBar_->setCursor(Qt::ArrowCursor);
     menuBar_->show();
     LayOut();
-}
-
-// Neither the window manager nor we made something of the window that has another place than its own.
-bool FrameWindow::IsPlain() const {
-    return !IsMaximised() &&
-           !(windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen));
 }
 
 FrameShape FrameWindow::Shape() const {
@@ -149,18 +131,6 @@ bool FrameWindow::IsSettled() const {
     return place_->IsSettled();
 }
 
-EdgeRect FrameWindow::NormalRect() const {
-    return IsPlain() ? FrameRect() : normal_;
-}
-
-WindowPlacement FrameWindow::Placement() const {
-    WindowPlacement placement;
-    placement.length = WindowPlacement::kLength;
-    placement.showCommand = isMinimized() ? kShowMinimised : maximised_ ? kShowMaximised : kShowNormal;
-    placement.normal = NormalRect();
-    return placement;
-}
-
 void FrameWindow::LayOut() {
     if (!client_) return;
     setMinimumSize(SmallestFrame());  // the window manager has ways of its own to size windows
@@ -173,21 +143,6 @@ void FrameWindow::LayOut() {
     client_->setGeometry(ToQRect(ClientRect(shape)));
 }
 
-void FrameWindow::NotePlace() {
-    // A window manager that tiles windows gives them another place.
-    if (maximised_ && !byManager_ && !fullScreen_ && FrameRect() != laidOver_) {
-        ChangeMaximised(false);
-        LayOut();
-        update();
-    }
-    if (IsPlain() && normal_ != FrameRect()) {
-        if (!sinceMove_.isValid() || sinceMove_.elapsed() > kSettleMs) settledNormal_ = normal_;
-        sinceMove_.start();
-        normal_ = FrameRect();
-    }
-    Windows().NoteMoved(*this);
-}
-
 // Events that the window system sends are reports, others tell what it has been asked for.
 void FrameWindow::moveEvent(QMoveEvent* event) {
     if (!event->spontaneous()) place_->NoteAsked();
@@ -198,119 +153,6 @@ void FrameWindow::resizeEvent(QResizeEvent* event) {
     if (!event->spontaneous()) place_->NoteAsked();
     LayOut();
     NotePlace();
-}
-
-void FrameWindow::ChangeMaximised(bool maximised) {
-    maximised_ = maximised;
-    caption_->SetMaximised(maximised);
-    setCursor(Qt::ArrowCursor);
-}
-
-void FrameWindow::SetMaximised(bool maximised) {
-    if (maximised == maximised_ || (!maximised && restoring_)) return;
-    FinishDrag();
-    if (maximised && isVisible() && ManagerMaximises()) {
-        placeBefore_ = NormalRect();
-        AskForMaximised(*this, true);  // FollowWindowManager hears of it
-        return;
-    }
-    if (!maximised && byManager_) {
-        restoring_ = true;
-        if (windowState() & Qt::WindowFullScreen)
-            setWindowState(windowState() & ~Qt::WindowFullScreen);
-        else
-            AskForMaximised(*this, false);
-        return;
-    }
-    if (maximised) normal_ = NormalRect();
-    ChangeMaximised(maximised);
-    laidOver_ = maximised ? WorkAreaAround(normal_, screen()) : normal_;
-    if (!laidOver_.IsEmpty()) setGeometry(ToQRect(laidOver_));
-    LayOut();
-    update();
-    NotePlace();
-}
-
-void FrameWindow::ChangeFullScreen(bool fullScreen) {
-    fullScreen_ = fullScreen;
-    caption_->setVisible(!fullScreen);
-    if (menuBar_) menuBar_->setVisible(!fullScreen);
-}
-
-void FrameWindow::SetFullScreen(bool fullScreen) {
-    if (fullScreen == fullScreen_) return;
-    FinishDrag();
-    asksFullScreen_ = fullScreen;
-    if (fullScreen) normal_ = NormalRect();
-    ChangeFullScreen(fullScreen);
-    setWindowState(windowState().setFlag(Qt::WindowFullScreen, fullScreen));
-    // Nobody else does.
-    if (!HasWindowManager()) setGeometry(fullScreen ? screen()->geometry() : ToQRect(normal_));
-    LayOut();
-    update();
-    NotePlace();
-}
-
-// The window manager has keys and menus of its own for the state of windows.
-void FrameWindow::FollowWindowManager() {
-    // A state from before the question may be told after it, so what was asked for is not given up for that.
-    const bool fullScreen = asksFullScreen_ && isFullScreen();
-    if (fullScreen != fullScreen_) ChangeFullScreen(fullScreen);
-    const bool maximised =
-        windowState() & (fullScreen_ ? Qt::WindowMaximized : Qt::WindowMaximized | Qt::WindowFullScreen);
-    const std::optional<EdgeRect> placeBefore = std::exchange(placeBefore_, std::nullopt);
-    const bool restoring = std::exchange(restoring_, false);
-    if (maximised && !maximised_) {
-        FinishDrag();
-        const bool coversScreen = Contains(FrameRect(), WorkAreaAround(FrameRect(), screen()));
-        if (placeBefore)
-            normal_ = *placeBefore;
-        else if (coversScreen && normal_ == FrameRect() && sinceMove_.isValid() &&
-                 sinceMove_.elapsed() <= kSettleMs && !settledNormal_.IsEmpty())
-            normal_ = settledNormal_;
-        byManager_ = true;
-        ChangeMaximised(true);
-    } else if (!maximised && byManager_) {
-        byManager_ = false;
-        ChangeMaximised(false);
-        if (restoring) setGeometry(ToQRect(normal_));  // the manager may remember another place
-    }
-    LayOut();
-    update();
-    NotePlace();
-}
-
-void FrameWindow::LeaveFocusTo(QWidget& other) {
-    setAttribute(Qt::WA_ShowWithoutActivating);
-    keepsFocus_ = &other;
-}
-
-void FrameWindow::Minimise() {
-    if (!HasWindowManager()) return;
-    AskForMinimised(*this);
-}
-
-// Where no window manager does it, nobody else gives windows the focus, nor keeps dialogs above their owner.
-void FrameWindow::ActivateAlone() {
-    if (HasWindowManager()) return;
-    raise();
-    for (FrameWindow* dialog : findChildren<FrameWindow*>(Qt::FindDirectChildrenOnly))
-        if (dialog->isVisible()) dialog->raise();
-    activateWindow();
-}
-
-// And nobody passes it on when its window goes. A window that is being hidden is not the active one any more,
-// so all that can be known is that no other one is.
-void FrameWindow::PassActivationOn() {
-    const QWidget* active = QApplication::activeWindow();
-    if ((active && active != this) || HasWindowManager()) return;
-    QWidget* next = parentWidget() ? parentWidget()->window() : nullptr;
-    if (!next || !next->isVisible()) {
-        next = nullptr;
-        for (QWidget* other : QApplication::topLevelWidgets())
-            if (other != this && other->isVisible() && qobject_cast<FrameWindow*>(other)) next = other;
-    }
-    if (next) next->activateWindow();
 }
 
 bool FrameWindow::event(QEvent* event) {
@@ -327,16 +169,10 @@ bool FrameWindow::event(QEvent* event) {
             break;
         case QEvent::Show:
             caption_->SetCanMinimise(HasWindowManager());
-            if (testAttribute(Qt::WA_ShowWithoutActivating)) {
-                sinceQuietShow_.start();
-                QMetaObject::invokeMethod(  // it is shown behind this event
-                    this, [this] { WithdrawAttention(*this); }, Qt::QueuedConnection);
-            } else {
-                ActivateAlone();
-            }
+            focus_.NoteShown();
             break;
         case QEvent::Hide:
-            PassActivationOn();
+            focus_.PassOn();
             break;
         case QEvent::LayoutRequest:  // the menu bar's height may have changed
             LayOut();
@@ -352,11 +188,7 @@ void FrameWindow::changeEvent(QEvent* event) {
     if (!client_) return;
     switch (event->type()) {
         case QEvent::ActivationChange:
-            // Not every window manager heeds that a window was to be shown without the focus.
-            if (isActiveWindow() && keepsFocus_ && sinceQuietShow_.isValid() &&
-                sinceQuietShow_.elapsed() <= kSettleMs)
-                keepsFocus_->activateWindow();
-            if (isActiveWindow()) sinceQuietShow_.invalidate();
+            focus_.NoteActivation();
             caption_->SetActive(isActiveWindow());
             if (isActiveWindow()) caption_->SetCanMinimise(HasWindowManager());
             update();

@@ -8,13 +8,13 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QPointer>
 #include <QWidget>
 #include <memory>
 #include <optional>
 
 #include "windows/FrameGeometry.h"
 #include "windows/WindowRecord.h"
+#include "windows/widgets/FrameFocus.h"
 
 class QKeyEvent;
 class QMenu;
@@ -80,7 +80,7 @@ class FrameWindow : public QWidget {
     void Minimise();
     // When it is shown it takes neither the focus nor the user's attention, and the other window keeps the
     // focus.
-    void LeaveFocusTo(QWidget& other);
+    void LeaveFocusTo(QWidget& other) { focus_.LeaveTo(other); }
     // Restore, Minimise, Maximise, Close, as far as the kind has them. Without a parent; it may outlive the
     // window.
     std::unique_ptr<QMenu> MakeWindowMenu();
@@ -123,11 +123,10 @@ class FrameWindow : public QWidget {
     void TakeSettled(bool refused);
     void ShowZoneCursor(FrameZone zone);
     void ShowWindowMenu(const QPoint& globalPosition);
-    void ActivateAlone();
-    void PassActivationOn();
     bool TakeKey(const QKeyEvent& event);
 
     const Kind kind_;
+    FrameFocus focus_;
     CaptionBar* caption_ = nullptr;
     QMenuBar* menuBar_ = nullptr;
     QWidget* client_ = nullptr;
@@ -137,8 +136,6 @@ class FrameWindow : public QWidget {
     EdgeRect settledNormal_;               // the one before the changes of the last moments
     std::optional<EdgeRect> placeBefore_;  // while the window manager was asked to maximise
     QElapsedTimer sinceMove_;
-    QPointer<QWidget> keepsFocus_;
-    QElapsedTimer sinceQuietShow_;
     EdgeRect laidOver_;  // where it was put to be maximised without the window manager
     bool maximised_ = false;
     bool byManager_ = false;  // it was the window manager that maximised it
