@@ -5,6 +5,7 @@
 // the main thread, `R` the run's thread; where both write, each change is one read-modify-write.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <optional>
@@ -16,6 +17,9 @@ namespace pixelgrove {
 // The rates that fpsTarget may have.
 constexpr uint32_t kMinFps = 10;
 constexpr uint32_t kMaxFps = 240;
+constexpr uint32_t ClampedFps(int64_t fps) {
+    return uint32_t(std::clamp<int64_t>(fps, kMinFps, kMaxFps));
+}
 
 // An atomic whose value goes over to a copy of its record.
 template <typename T>

@@ -198,7 +198,7 @@ bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t
         StopRenderThread();
         return false;
     }
-    const uint32_t rate = std::clamp(fpsTarget, kMinFps, kMaxFps);
+    const uint32_t rate = ClampedFps(fpsTarget);
     app.run->fpsTarget = rate;
     app.run->fpsCurrent = rate;
     app.run->timeRequest.Take();

@@ -132,8 +132,7 @@ void ReadAudio(const XmlStore& store, AudioParameters& audio) {
 
 void ReadGlobals(XmlStore& store, const SettingsRecords& records) {
     AppState& app = records.app;
-    if (const auto fps = XmlFindInt(store, kFpsTarget))
-        app.run->fpsTarget = uint32_t(std::clamp(*fps, int32_t(kMinFps), int32_t(kMaxFps)));
+    if (const auto fps = XmlFindInt(store, kFpsTarget)) app.run->fpsTarget = ClampedFps(*fps);
     ReadRecorder(store, app, records.recorder);
     ReadKeyCombos(store, records.keyCombos);
     if (const auto snap = XmlFindInt(store, kSnapEdges)) app.display.snapToEdges = *snap != 0 ? 1 : 0;

@@ -25,10 +25,6 @@ QString TimeText(float time) {
     return QString::number(double(time), 'f', kTimeDecimals);
 }
 
-uint32_t ClampedFps(int fps) {
-    return uint32_t(std::clamp(fps, int(kMinFps), int(kMaxFps)));
-}
-
 }  // namespace
 
 float NumberFromText(const QString& text) {
@@ -204,7 +200,7 @@ void Playback::RefreshDisplays() {
         form_.randomizeCheck->setChecked(true);
         form_.startTimeEdit->setText(TimeText(app_.project.startTime));
     }
-    app_.run->fpsTarget = ClampedFps(int(app_.run->fpsTarget));
+    app_.run->fpsTarget = ClampedFps(app_.run->fpsTarget);
     if (!form_.fpsTarget->IsBeingChanged()) form_.fpsTarget->setValue(int(app_.run->fpsTarget));
 }
 
