@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "app/RenderOptions.h"
+#include "controls/Annotations.h"
 #include "controls/LiveValues.h"
 #include "core/AppState.h"
 #include "core/BaseFolders.h"

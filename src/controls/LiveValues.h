@@ -15,17 +15,12 @@ struct UniformTable {
     std::array<UniformValue, kMaxControls> values;
 };
 
-// Sets record 0 of the uniforms to the built-in control "Speed": -1 to 1, default 0.03.
-void InitialiseSpeed(ControlSet& controls);
+// Hands the records over to the frames that follow. open, when given, is the state of the numeric widget on
+// screen; it is first taken over by the uniform record that has its name. Main thread.
+void PublishControlValues(ControlSet& controls, const RangeControlState* open = nullptr);
 
-// Main thread.
-void PublishControlValues(const ControlSet& controls);
-
-// Fills the table from the last published snapshot. elapsedMs is the time base of modulation. Any one thread
-// at a time.
+// Fills the table from the last published snapshot, each value as its modulation gives it. elapsedMs is the
+// time base of modulation. Any one thread at a time.
 void UpdateUniformValues(UniformTable& table, float elapsedMs);
-
-// A stage's text as it goes to the assembler: in the code page, each CR replaced by LF.
-QByteArray BakeDefines(const QString& stageText);
 
 }  // namespace pixelgrove

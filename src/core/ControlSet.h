@@ -7,6 +7,7 @@
 #include <QString>
 #include <array>
 #include <cstdint>
+#include <vector>
 
 namespace pixelgrove {
 
@@ -21,12 +22,24 @@ enum ControlValueType : int32_t {
     kControlList = 5,
 };
 
+// How a numeric control's value comes about. The numbers are those of the list that the user picks from.
+enum ModulationKind : int32_t {
+    kModulationFixed = 0,   // the single handle sets the value
+    kModulationRandom = 1,  // one drawn level, held
+    kModulationNoise = 2,   // a new random level each evaluation
+    kModulationSine = 3,    // between low and high, as all that follow
+    kModulationRamp = 4,
+    kModulationSquare = 5,  // high in the first half period, low in the second
+    kModulationTriangle = 6,
+    kModulationKinds = 7,
+};
+
 // The numeric control's state.
 struct RangeControlState {
-    int32_t hasModulation = 0;
-    int32_t isFloat = 0;
-    float frequency = 0.0f;
-    float phase = 0.0f;  // radians
+    int32_t hasModulation = 0;  // 1 for uniforms; 0 has one handle and no modulation
+    int32_t isFloat = 0;        // 1 shows values with three decimals, 0 as truncated whole numbers
+    float frequency = 0.0f;     // 1 is one period in 16 seconds
+    float phase = 0.0f;         // radians
     int32_t layoutRows = 0;
     float minimum = 0.0f;
     float maximum = 0.0f;
@@ -34,19 +47,37 @@ struct RangeControlState {
     float high = 0.0f;
     float value = 0.0f;
     QString name;  // at most 63 code units
-    int32_t modulationKind = 0;
+    int32_t modulationKind = kModulationFixed;
+};
+
+// The list control's state.
+struct ComboControlState {
+    int32_t randomize = 0;  // 1: every frame takes an option by chance
+    int32_t layoutRows = 0;
+    int32_t selection = 0;  // index of the chosen option
+    int32_t count = 0;      // of options
+};
+
+struct ControlOption {
+    QString text;
+    int32_t index = 0;  // its place in the list
 };
 
 struct UniformControl {
     int32_t kind = 0;  // 0 numeric, 1 list
     int32_t type = kControlNone;
-    int32_t restartOnChange = 0;
+    int32_t restartOnChange = 0;  // 1 for defines
     RangeControlState range;
+    ComboControlState combo;
+    std::vector<ControlOption> options;  // of a list; combo.count of them
+    QString keyword, name, value;        // the three words of a #define line
     QString displayName;
-    QString treePath;  // components separated by '!'
-    uint32_t sourcePos = 0;
+    QString treePath;        // components separated by '!'
+    uint32_t sourcePos = 0;  // of the matched keyword, in code units of the scanned text
 };
 
+// Records stay where they are between scans, and those past the count keep their contents: a scan compares
+// with them to keep what the user set.
 struct ControlSet {
     int32_t uniformCount = 0;  // record 0 of the uniforms is always "Speed"
     int32_t defineCount = 0;

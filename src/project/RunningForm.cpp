@@ -1,6 +1,6 @@
 #include "project/RunningForm.h"
 
-#include "controls/LiveValues.h"
+#include "controls/BakedText.h"
 
 namespace pixelgrove {
 
@@ -12,7 +12,7 @@ ShaderProject MakeRunningForm(const EditingForm& project) {
         ShaderStage& stage = running.stages[id];
         if (project.documents[id].hasText) {
             stage.kind = id;
-            stage.source = BakeDefines(project.documents[id].text);
+            stage.source = PlainStageText(project.documents[id].text);
         }
         stage.channels = project.channels[id];
         for (uint32_t channel = 0; channel < kChannelCount; ++channel)

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "commands/Commands.h"
+#include "controls/Annotations.h"
 #include "controls/LiveValues.h"
 #include "core/PlayTime.h"
 #include "look/widgets/Icons.h"

@@ -1,3 +1,5 @@
+#include "controls/Annotations.h"
+#include "controls/BakedText.h"
 #include "controls/LiveValues.h"
 
 #include <gtest/gtest.h>
@@ -45,7 +47,7 @@ TEST(LiveValues, FramesSeeWhatWasPublishedWithDefinedWholeForms) {
 }
 
 TEST(LiveValues, ABakedTextIsLinesInTheCodePage) {
-    EXPECT_EQ(BakeDefines(QStringLiteral(u"a\r//\u20ac\u4e2d\nb")), "a\n//\x80?\nb");
+    EXPECT_EQ(PlainStageText(QStringLiteral(u"a\r//\u20ac\u4e2d\nb")), "a\n//\x80?\nb");
 }
 
 }  // namespace

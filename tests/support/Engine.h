@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "controls/Annotations.h"
 #include "controls/LiveValues.h"
 #include "core/AppState.h"
 #include "project/ProjectModel.h"
