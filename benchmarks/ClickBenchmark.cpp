@@ -19,6 +19,7 @@
 #include "commands/Commands.h"
 #include "platform/Clock.h"
 #include "project/ProjectModel.h"
+#include "render/Player.h"
 #include "render/RenderThread.h"
 #include "ui/MainWindow.h"
 #include "windows/widgets/WindowRegistry.h"
@@ -114,7 +115,8 @@ void PumpFor(int milliseconds) {
 
 int Run() {
     Windows().RegisterDefaultWindows();
-    MainWindow window;
+    Player player;
+    MainWindow window(player);
     window.OpenInitialProject({});
     App()->project.documents[kStageImage].text = QString::fromLatin1(kHeavyShader);
     window.LoadDocument(App()->project.documents[kStageImage], StageSwitch::KeepsView);
@@ -125,16 +127,16 @@ int Run() {
     Print("no run", Measure(*button));
     window.SendCommand(kCmdPlay, 0);
     PumpFor(3000);
-    if (!App()->renderThread) {
+    if (!player.currentRun) {
         std::fprintf(stderr, "the shader does not play\n");
         return 1;
     }
-    const uint64_t before = App()->renderThread->framesDrawn;
+    const uint64_t before = player.currentRun->framesDrawn;
     QElapsedTimer timer;
     timer.start();
     Print("heavy shader", Measure(*button));
     std::printf("%.1f frames a second meanwhile\n",
-                double(App()->renderThread->framesDrawn - before) * 1000.0 / double(timer.elapsed()));
+                double(player.currentRun->framesDrawn - before) * 1000.0 / double(timer.elapsed()));
     window.SendCommand(kCmdStop, 0);
     App()->project.shaderModified = false;
     window.close();

@@ -20,6 +20,7 @@
 #include "platform/Clock.h"
 #include "platform/Files.h"
 #include "project/ProjectModel.h"
+#include "render/Player.h"
 #include "ui/MainWindow.h"
 #include "ui/editor/CodeHighlight.h"
 #include "ui/editor/CodeView.h"
@@ -161,7 +162,8 @@ class Editor {
 int Run() {
     App()->recent.recentFiles = std::make_unique<StringList>();
     Windows().RegisterDefaultWindows();
-    MainWindow window;
+    Player player;
+    MainWindow window(player);
     window.OpenInitialProject({});
     window.show();
     Settle();

@@ -16,6 +16,7 @@
 #include "commands/Commands.h"
 #include "platform/Clock.h"
 #include "render/FramePacing.h"
+#include "render/Player.h"
 
 namespace pixelgrove {
 namespace {
@@ -183,19 +184,20 @@ void MeasureRestart() {
         request.surface = surface;
         return request;
     };
+    Player player;
     std::vector<double> restartMs;
     for (int i = 0; i < 21; ++i) {
         const int64_t start = CounterNs();
-        StopRenderThread();
-        ToggleRenderThread(makeRequest, 240);
-        while (App()->renderThread->framesDrawn == 0)
+        StopRenderThread(*App(), player);
+        ToggleRenderThread(*App(), player, makeRequest, 240);
+        while (player.currentRun->framesDrawn == 0)
             SleepUntilNs(CounterNs() + 50'000);
         if (i > 0) restartMs.push_back(double(CounterNs() - start) / 1e6);
         SleepMs(50);
     }
     std::printf("\nStop to the first new frame: median %.1f ms, 99th %.1f ms (one pass, 640x360)\n",
                 Median(restartMs), Percentile(restartMs, 0.99));
-    StopRenderThread();
+    StopRenderThread(*App(), player);
     FreeGlobals();
 }
 

@@ -15,6 +15,7 @@
 #include "core/BaseFolders.h"
 #include "look/widgets/Theme.h"
 #include "platform/EndWatch.h"
+#include "render/Player.h"
 #include "render/RenderThread.h"
 #include "settings/Settings.h"
 #include "ui/Display.h"
@@ -59,7 +60,8 @@ bool OpenFiles(MainWindow& window, const QStringList& files) {
 }
 
 void RunMainWindow(const QStringList& files, Settings& settings) {
-    MainWindow window;
+    Player player;
+    MainWindow window(player);
     QObject::connect(&window, &MainWindow::Closed, [] { QCoreApplication::exit(0); });
     const bool opened = OpenFiles(window, files);
     window.StartRecovery(RecoveryFolder());

@@ -17,8 +17,6 @@
 
 namespace pixelgrove {
 
-struct RenderRun;
-class OutputSurface;
 class SharedMemory;
 
 // The lists behind the menus of recent files; null where there was no memory for one.
@@ -44,11 +42,6 @@ struct PaletteRecord {
 };
 
 struct AppState {
-    // The render target: what the output window last registered. Null until one was opened, stays after a
-    // close. A run holds its own reference.
-    std::shared_ptr<OutputSurface> outputSurface;
-    std::shared_ptr<RenderRun> renderThread;  // null when no run was started
-
     Host* host = &SilentHost();
     std::shared_ptr<RunControls> run = std::make_shared<RunControls>();  // never null
     EditingForm project;

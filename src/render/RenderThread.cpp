@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "commands/Commands.h"
 #include "controls/LiveValues.h"
@@ -12,6 +13,7 @@
 #include "project/RunningForm.h"
 #include "render/ChannelTextures.h"
 #include "render/FramePacing.h"
+#include "render/Player.h"
 #include "render/Presentation.h"
 #include "render/ProjectCompiler.h"
 #include "render/RenderContext.h"
@@ -174,10 +176,8 @@ bool PrepareRenderContext(RenderRun& run) {
     return true;
 }
 
-bool StopRenderThread() {
-    AppState& app = *App();
-    const std::shared_ptr<RenderRun> run = std::move(app.renderThread);
-    app.renderThread = nullptr;
+bool StopRenderThread(AppState& app, Player& player) {
+    const std::shared_ptr<RenderRun> run = std::exchange(player.currentRun, nullptr);
     if (!run) return true;
     run->stopRequested = 1;
     const bool ended = run->EndOrAbandon(run->stopWaitMs);
@@ -191,11 +191,10 @@ bool StopRenderThread() {
     return ended;
 }
 
-bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t fpsTarget,
-                        const std::function<void(RenderRun&)>& configure) {
-    AppState& app = *App();
-    if (app.renderThread) {
-        StopRenderThread();
+bool ToggleRenderThread(AppState& app, Player& player, const std::function<RunRequest()>& makeRequest,
+                        uint32_t fpsTarget, const std::function<void(RenderRun&)>& configure) {
+    if (player.currentRun) {
+        StopRenderThread(app, player);
         return false;
     }
     const uint32_t rate = ClampedFps(fpsTarget);
@@ -205,9 +204,9 @@ bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t
     PublishControlValues(*Controls());
     auto run = std::make_shared<RenderRun>(app, makeRequest());
     if (configure) configure(*run);
-    app.renderThread = run;
+    player.currentRun = run;
     if (!RenderRun::Start(run)) {
-        app.renderThread = nullptr;
+        player.currentRun = nullptr;
         return false;
     }
     run->request.surface->SetInUse(true);

@@ -20,6 +20,8 @@
 
 namespace pixelgrove {
 
+struct Player;
+
 // What a run takes from the editing form and the playback controls, by value, at the press of Play.
 struct RunRequest {
     ShaderProject project;  // in the running form
@@ -104,18 +106,17 @@ struct RenderRun {
     bool ended_ = false;      // under gate_
 };
 
-// The press of Play, Stop and restart: with a run, StopRenderThread; without one, starts a run with
+// The press of Play, Stop and restart: with a current run, StopRenderThread; without one, starts one with
 // makeRequest()'s result after storing the clamped rate (10..240) to fpsTarget and fpsCurrent and publishing
 // the control values. configure may finish the run's record before its thread starts. True when a run was
 // started; without a run before, false says that the system gave no thread. Main thread.
-bool ToggleRenderThread(const std::function<RunRequest()>& makeRequest, uint32_t fpsTarget,
-                        const std::function<void(RenderRun&)>& configure = {});
+bool ToggleRenderThread(AppState& app, Player& player, const std::function<RunRequest()>& makeRequest,
+                        uint32_t fpsTarget, const std::function<void(RenderRun&)>& configure = {});
 
-// Asks the run to stop, waits as long as the run says, and frees its context; a thread that doesn't end in
-// time is abandoned together with context and controls: AppState goes on with a copy of these. Posted results
-// of the run are dropped. Nothing without a run.
-// True unless a thread was abandoned. Main thread.
-bool StopRenderThread();
+// Asks the current run to stop, waits as long as the run says, and frees its context; a thread that doesn't
+// end in time is abandoned together with context and controls: AppState goes on with a copy of these. Posted
+// results of the run are dropped. Nothing without a run. True unless a thread was abandoned. Main thread.
+bool StopRenderThread(AppState& app, Player& player);
 
 // Threads that were abandoned and have not ended yet.
 int AbandonedRuns();

@@ -31,7 +31,7 @@ void MainWindow::RegisterCommands(AppState& app) {
     RegisterStageCommands(commands_, app.project, *form_->stageButtons, channelPanel_);
     RegisterProjectCommands(commands_, projects_, app.project);
     RegisterLayouts(app);
-    AddOutputWindow(*windows_, commands_, app, *this, playback_);
+    AddOutputWindow(*windows_, commands_, app, player_, *this, playback_);
 }
 
 void MainWindow::RegisterLayouts(AppState& app) {

@@ -61,14 +61,15 @@ QStringList DroppedFiles(const QMimeData& data) {
 
 }  // namespace
 
-MainWindow::MainWindow()
-    : form_(MakeForm(Client())),
+MainWindow::MainWindow(Player& player)
+    : player_(player),
+      form_(MakeForm(Client())),
       posted_(this),
       pane_(*form_->statusText),
-      playback_(*form_, *App(), pane_),
+      playback_(*form_, *App(), player, pane_),
       projects_(*App(), pane_, MakeUserDialogs(this)),
       recovery_(*App(), pane_),
-      channelPanel_(*Client(), *App(), projects_.dialogs, [this](int id) { SendCommand(id, 0); }),
+      channelPanel_(*Client(), *App(), player, projects_.dialogs, [this](int id) { SendCommand(id, 0); }),
       layouts_(projects_.dialogs, pane_, *windows_, [this](int id) { PostCommand(id, 0); }),
       find_(*form_->editor, projects_.dialogs) {
     AppState& app = *App();
@@ -118,7 +119,7 @@ MainWindow::MainWindow()
 }
 
 MainWindow::~MainWindow() {
-    StopRenderThread();
+    StopRenderThread(*App(), player_);
     form_->editor->Forget();
     // The children go after the members here, and an edit that loses the focus would still send its command.
     form_->fpsTarget->disconnect(this);
@@ -388,7 +389,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     recovery_.Finish();
     // Windows that are open now are to be open at the next start.
     Windows().FreezeOpenStates();
-    StopRenderThread();
+    StopRenderThread(*App(), player_);
     form_->editor->Forget();
     windows_->CloseAll();
     ClearProject(false);

@@ -29,12 +29,14 @@ class EditWindow;
 namespace pixelgrove {
 
 struct AppState;
+struct Player;
 
 class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     Q_OBJECT
 
   public:
-    MainWindow();
+    // The record outlives the window.
+    explicit MainWindow(Player& player);
     // Ends the run if there is one.
     ~MainWindow() override;
 
@@ -108,6 +110,7 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     void RefreshLayoutMenu();
     void RefreshCaretStatus();
 
+    Player& player_;
     std::unique_ptr<Ui::EditWindow> form_;
     CommandQueue posted_;
     CommandRegistry commands_;

@@ -10,11 +10,11 @@
 
 namespace pixelgrove {
 
-void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, AppState& app, MainWindow& mainWindow,
-                     Playback& playback) {
-    const auto make = [&commands, &app, &mainWindow, &playback]() -> FrameWindow* {
+void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, AppState& app, Player& player,
+                     MainWindow& mainWindow, Playback& playback) {
+    const auto make = [&commands, &app, &player, &mainWindow, &playback]() -> FrameWindow* {
         auto* output =
-            new OutputWindow(app, commands, [&mainWindow](int id) { mainWindow.SendCommand(id, 0); });
+            new OutputWindow(app, player, commands, [&mainWindow](int id) { mainWindow.SendCommand(id, 0); });
         QObject::connect(output, &OutputWindow::Closed, &mainWindow, [&playback, output] {
             const QSize pixels = output->Client()->size() * output->devicePixelRatioF();
             playback.NoteOutputSize({pixels.width(), pixels.height()});

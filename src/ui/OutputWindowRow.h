@@ -8,9 +8,10 @@ class MainWindow;
 class Playback;
 class WindowTable;
 struct AppState;
+struct Player;
 
 // What is handed in outlives the table.
-void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, AppState& app, MainWindow& mainWindow,
-                     Playback& playback);
+void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, AppState& app, Player& player,
+                     MainWindow& mainWindow, Playback& playback);
 
 }  // namespace pixelgrove

@@ -33,8 +33,8 @@ float NumberFromText(const QString& text) {
     return ok && std::isfinite(number) ? number : 0.0f;
 }
 
-Playback::Playback(Ui::EditWindow& form, AppState& app, MessagePane& pane)
-    : form_(form), app_(app), pane_(pane) {
+Playback::Playback(Ui::EditWindow& form, AppState& app, Player& player, MessagePane& pane)
+    : form_(form), app_(app), player_(player), pane_(pane) {
     refresh_.setInterval(kRefreshIntervalMs);
     QObject::connect(&refresh_, &QTimer::timeout, [this] { RefreshDisplays(); });
 }
@@ -79,14 +79,14 @@ void Playback::Play() {
     app_.run->paused = 0;
     app_.run->recordFrameIndex = 1;
     form_.stageButtons->Refresh();
-    const bool onlyClears = app_.renderThread != nullptr;
+    const bool onlyClears = player_.currentRun != nullptr;
     ToggleRun();
     if (onlyClears) pane_.Say(QStringLiteral("Press Play again to compile."));
 }
 
 void Playback::PlayAnew() {
     if (!app_.display.openGlOk) return;
-    if (app_.renderThread) {
+    if (player_.currentRun) {
         ToggleRun();
         SetButtonState(ButtonState::Idle);
     }
@@ -94,15 +94,16 @@ void Playback::PlayAnew() {
 }
 
 std::shared_ptr<OutputSurface> Playback::ChooseSurface() {
-    if (!app_.outputSurface || IsRetired(*app_.outputSurface)) return CreateOffscreenOutput(lastOutputSize_);
-    NoteOutputSize(app_.outputSurface->ClientSize());
-    return app_.outputSurface;
+    if (!player_.outputSurface || IsRetired(*player_.outputSurface))
+        return CreateOffscreenOutput(lastOutputSize_);
+    NoteOutputSize(player_.outputSurface->ClientSize());
+    return player_.outputSurface;
 }
 
 void Playback::ToggleRun() {
     refresh_.stop();
-    if (app_.renderThread) {
-        StopRenderThread();
+    if (player_.currentRun) {
+        StopRenderThread(app_, player_);
         if (runEnded) runEnded();
         return;
     }
@@ -120,7 +121,7 @@ void Playback::ToggleRun() {
     };
     const uint32_t rate = ClampedFps(form_.fpsTarget->Number());
     form_.fpsTarget->setValue(int(rate));
-    if (!ToggleRenderThread(makeRequest, rate, prepareRun))
+    if (!ToggleRenderThread(app_, player_, makeRequest, rate, prepareRun))
         pane_.Say(QStringLiteral("The system gives no thread to play on."));
 }
 
@@ -152,19 +153,19 @@ void Playback::Restart() {
 }
 
 void Playback::OnCompileResult() {
-    if (!app_.renderThread) return;
+    if (!player_.currentRun) return;
     if (!app_.run->compileFailed) {
         pane_.Say(QStringLiteral("Compilation successful."));
         SetButtonState(ButtonState::Running);
         ForgetErrors();
         refresh_.start();
     } else {
-        app_.project.stageErrors = app_.renderThread->ReportedErrors();
+        app_.project.stageErrors = player_.currentRun->ReportedErrors();
         SetButtonState(ButtonState::Idle);
         ShowStageErrors();
         // Without a compiler's log there is one sentence, which names its stage: shown whatever the editor
         // shows.
-        if (const CompileMessages failure = app_.renderThread->ReportedFailure(); !failure.empty())
+        if (const CompileMessages failure = player_.currentRun->ReportedFailure(); !failure.empty())
             app_.project.observer->ShowMessages(failure, QString());
         app_.run->recordingActive = 0;
     }

@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "render/OutputSurface.h"
+#include "render/Player.h"
 #include "render/RenderThread.h"
 
 namespace Ui {
@@ -26,7 +27,7 @@ enum class ButtonState { Idle = 0, Running = 1, Paused = 2 };
 class Playback {
   public:
     // What is handed in outlives this object.
-    Playback(Ui::EditWindow& form, AppState& app, MessagePane& pane);
+    Playback(Ui::EditWindow& form, AppState& app, Player& player, MessagePane& pane);
 
     // Finishes the record of each new run before its thread starts; may be empty.
     std::function<void(RenderRun&)> prepareRun;
@@ -75,6 +76,7 @@ class Playback {
 
     Ui::EditWindow& form_;
     AppState& app_;
+    Player& player_;
     MessagePane& pane_;
     QTimer refresh_;
     SurfaceSize lastOutputSize_{640, 360};

@@ -8,6 +8,7 @@
 #include "commands/Commands.h"
 #include "platform/Clock.h"
 #include "render/FramePacing.h"
+#include "render/Player.h"
 #include "support/Engine.h"
 #include "support/HangingSurface.h"
 #include "support/Memory.h"
@@ -29,7 +30,7 @@ class Run : public ::testing::Test {
                 "void mainImage(out vec4 c, in vec2 p) { c = vec4(0.5, float(iFrame), 0.0, 1.0); }");
     }
     void TearDown() override {
-        StopRenderThread();
+        StopRenderThread(*App(), player_);
         FreeGlobals();
     }
     static void SetText(uint32_t stage, const char* text) {
@@ -38,6 +39,7 @@ class Run : public ::testing::Test {
     }
     bool Toggle(uint32_t fps = 240) {
         return ToggleRenderThread(
+            *App(), player_,
             [this] {
                 RunRequest request = SnapshotProject(*App());
                 request.surface = surface_;
@@ -60,11 +62,12 @@ class Run : public ::testing::Test {
         WaitUntil([&] { return (result = host_.TakePosted(kCmdCompileResult)).has_value(); });
         return int(result.value_or(-1));
     }
-    static bool WaitFrames(uint64_t count) {
-        return WaitUntil([=] { return App()->renderThread->framesDrawn >= count; });
+    bool WaitFrames(uint64_t count) const {
+        return WaitUntil([=, this] { return player_.currentRun->framesDrawn >= count; });
     }
 
     RecordingHost host_;
+    Player player_;
     std::shared_ptr<ResizableSurface> surface_;
 };
 
@@ -78,14 +81,14 @@ TEST_F(Run, TwoHundredStartsAndStopsWithErrorsInBetween) {
         ASSERT_EQ(WaitResult(), broken ? 1 : 0) << i;
         EXPECT_EQ(App()->run->compileFailed, broken ? 1u : 0u);
         if (broken) {
-            EXPECT_FALSE(App()->renderThread->ReportedErrors()[kStageImage].empty());
+            EXPECT_FALSE(player_.currentRun->ReportedErrors()[kStageImage].empty());
             EXPECT_EQ(App()->run->hasContext, 1u) << "a failed run stays until the next press";
         } else if (i % 3 == 0) {
             ASSERT_TRUE(WaitFrames(2));
         }
         ASSERT_FALSE(Toggle()) << "a second press stops";
         EXPECT_EQ(App()->run->hasContext, 0u);
-        EXPECT_EQ(App()->renderThread, nullptr);
+        EXPECT_EQ(player_.currentRun, nullptr);
         if (i == 59) settledMiB = test::ResidentMiB();
     }
     if (!test::kMemoryIsMeasurable) return;
@@ -97,7 +100,7 @@ TEST_F(Run, StopDropsWhatTheRunPosted) {
         ASSERT_TRUE(Toggle());
         SleepMs(uint32_t(i % 5));  // into the compile, or past it
         host_.PostCommand(kCmdRestart, 0);
-        ASSERT_TRUE(StopRenderThread());
+        ASSERT_TRUE(StopRenderThread(*App(), player_));
         for (const int id : {kCmdCompileResult, kCmdRestart})
             EXPECT_FALSE(host_.TakePosted(id).has_value()) << id;
     }
@@ -113,7 +116,7 @@ TEST_F(Run, PauseHoldsTimeAndReleaseGoesOn) {
             [this, end = surface_->RepaintsAsked() + count] { return surface_->RepaintsAsked() >= end; });
     };
     ASSERT_TRUE(waitTurns(1)) << "the frame that was under way";
-    const RenderContext& context = *App()->renderThread->context;
+    const RenderContext& context = *player_.currentRun->context;
     const float time = context.playTime;
     const int frame = context.frameCounter;
     ASSERT_TRUE(waitTurns(2));
@@ -125,7 +128,7 @@ TEST_F(Run, PauseHoldsTimeAndReleaseGoesOn) {
     EXPECT_TRUE(WaitUntil([] { return App()->run->playTime == 7.5f; })) << "the last counts, also now";
     EXPECT_EQ(context.frameCounter, 0) << "and of all of them what begins anew";
     App()->run->paused = 0;
-    EXPECT_TRUE(WaitFrames(App()->renderThread->framesDrawn + 3));
+    EXPECT_TRUE(WaitFrames(player_.currentRun->framesDrawn + 3));
 }
 
 TEST_F(Run, ReadBackPathShowsThePictureAndRecordingForcesTheSize) {
@@ -140,11 +143,11 @@ TEST_F(Run, ReadBackPathShowsThePictureAndRecordingForcesTheSize) {
     EXPECT_EQ(small->width, 32);
     EXPECT_EQ(int(small->Row(0)[2]), 128);
     App()->run->recordingActive = 1;
-    ASSERT_TRUE(WaitFrames(App()->renderThread->framesDrawn + 5));
+    ASSERT_TRUE(WaitFrames(player_.currentRun->framesDrawn + 5));
     EXPECT_EQ(surface_->Shown()->width, 50);
     EXPECT_EQ(surface_->Shown()->height, 40);
     App()->run->recordingActive = 0;
-    ASSERT_TRUE(WaitFrames(App()->renderThread->framesDrawn + 5));
+    ASSERT_TRUE(WaitFrames(player_.currentRun->framesDrawn + 5));
     EXPECT_EQ(surface_->Shown()->width, 32);
 }
 
@@ -154,8 +157,8 @@ TEST_F(Run, NoRequestIsLostWhileFramesRun) {
     run.useGdiDisplay = 1;
     ASSERT_TRUE(Toggle());
     ASSERT_EQ(WaitResult(), 0);
-    const auto ticks = [this] { return App()->renderThread->framesDrawn + uint64_t(host_.beeps); };
-    const auto waitTwoFrames = [] { return WaitFrames(App()->renderThread->framesDrawn + 2); };
+    const auto ticks = [this] { return player_.currentRun->framesDrawn + uint64_t(host_.beeps); };
+    const auto waitTwoFrames = [this] { return WaitFrames(player_.currentRun->framesDrawn + 2); };
     int captures = 0;
     int restarts = 0;
     uint32_t number = 0;
@@ -203,7 +206,7 @@ TEST_F(Run, ARequestToRecordOutlivesTheEndOfARunThatHasNotSeenIt) {
         surface_ = hanging;
         ASSERT_TRUE(Toggle());
         ASSERT_TRUE(WaitUntil([&] { return hanging->IsHanging(); }));
-        const std::shared_ptr<RenderRun> run = std::exchange(App()->renderThread, nullptr);
+        const std::shared_ptr<RenderRun> run = std::exchange(player_.currentRun, nullptr);
         run->stopRequested = 1;
         if (again) App()->run->RequestRecording();
         hanging->Release();
@@ -218,10 +221,10 @@ TEST_F(Run, WhatHangsIsAbandonedAndTheNextRunPlays) {
         const auto hanging = std::make_shared<test::HangingSurface>(place);
         surface_ = hanging;
         ASSERT_TRUE(Toggle());
-        const std::shared_ptr<RenderRun> hung = App()->renderThread;
+        const std::shared_ptr<RenderRun> hung = player_.currentRun;
         hung->stopWaitMs = 5;
         ASSERT_TRUE(WaitUntil([&] { return hanging->IsHanging(); }));
-        EXPECT_FALSE(StopRenderThread());
+        EXPECT_FALSE(StopRenderThread(*App(), player_));
         EXPECT_EQ(AbandonedRuns(), 1);
         EXPECT_EQ(App()->run->hasContext, 0u);
 
@@ -233,7 +236,7 @@ TEST_F(Run, WhatHangsIsAbandonedAndTheNextRunPlays) {
         hanging->Release();
         EXPECT_TRUE(WaitUntil([] { return AbandonedRuns() == 0; }));
         EXPECT_FALSE(host_.TakePosted(kCmdCompileResult).has_value());
-        EXPECT_TRUE(StopRenderThread());
+        EXPECT_TRUE(StopRenderThread(*App(), player_));
     }
 }
 

@@ -12,6 +12,7 @@
 
 #include "commands/CommandRegistry.h"
 #include "render/InputState.h"
+#include "render/Player.h"
 #include "render/widgets/OutputCommands.h"
 #include "render/widgets/OutputView.h"
 #include "render/widgets/OutputWindow.h"
@@ -34,12 +35,12 @@ class OutputTest : public DisplayTest {
         if (!App()) return;
         if (window) window->close();
         PumpFor(0);
-        App()->outputSurface = nullptr;
+        player.outputSurface = nullptr;
         DisplayTest::TearDown();
     }
 
     void Open() {
-        window = new OutputWindow(*App(), commands, [this](int id) { commands.Run(id); });
+        window = new OutputWindow(*App(), player, commands, [this](int id) { commands.Run(id); });
         window->move(100, 80);
         window->show();
         ASSERT_TRUE(PumpUntil([this] { return window->View()->isExposed(); }));
@@ -53,6 +54,7 @@ class OutputTest : public DisplayTest {
         });
     }
 
+    Player player;
     CommandRegistry commands;
     QPointer<OutputWindow> window;
 };

@@ -32,7 +32,7 @@ class OutputWindowTest : public OutputTest {
 
 TEST_F(OutputWindowTest, RegistersItsSurfaceAndCloses) {
     Open();
-    std::shared_ptr<OutputSurface> surface = App()->outputSurface;
+    std::shared_ptr<OutputSurface> surface = player.outputSurface;
     EXPECT_EQ(surface, window->Surface());
     EXPECT_EQ(surface->ClientSize(), (SurfaceSize{640, 360}));
     EXPECT_EQ(window->windowTitle(), QStringLiteral("Shader Output"));
@@ -43,7 +43,7 @@ TEST_F(OutputWindowTest, RegistersItsSurfaceAndCloses) {
     EXPECT_TRUE(PumpUntil([&] { return !window && !view; }));
     EXPECT_EQ(closed.count(), 1);
     // The render target stays, and says that it is of no more use.
-    EXPECT_EQ(App()->outputSurface, surface);
+    EXPECT_EQ(player.outputSurface, surface);
     EXPECT_TRUE(IsRetired(*surface));
     EXPECT_EQ(surface->ClientSize(), (SurfaceSize{0, 0}));
     EXPECT_EQ(surface->CreateContext(), nullptr);

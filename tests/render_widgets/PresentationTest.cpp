@@ -73,6 +73,7 @@ TEST_F(PresentationTest, AMultisampledPictureFollowsTheWindowWhilePaused) {
     App()->project.documents[kStageImage].hasText = true;
     App()->display.multisampleIndex = 2;
     ASSERT_TRUE(ToggleRenderThread(
+        *App(), player,
         [this] {
             RunRequest request = SnapshotProject(*App());
             request.surface = window->Surface();
@@ -84,7 +85,7 @@ TEST_F(PresentationTest, AMultisampledPictureFollowsTheWindowWhilePaused) {
     PumpFor(150);  // the frame that was under way
     window->ResizeClient({800, 450});
     EXPECT_TRUE(Shows(799, 449, kRed));
-    StopRenderThread();
+    StopRenderThread(*App(), player);
 }
 
 TEST_F(PresentationTest, ARunGoesOnWithoutItsWindowAndInTheNextOne) {

@@ -290,7 +290,7 @@ TEST_F(ChannelRunTest, PreviewsComeAndGoWithTheRun) {
     QImage green(2, 2, QImage::Format_RGB32);
     green.fill(Qt::green);
     for (int i = 0; i < 10; ++i) {
-        App()->renderThread->showPreview({0, FromImage(green, 32, false), kStageBufferB});
+        player.currentRun->showPreview({0, FromImage(green, 32, false), kStageBufferB});
         QCoreApplication::sendPostedEvents();
         ASSERT_NE(Shown().pixelColor(9, 9), QColor(Qt::green));
     }

@@ -195,7 +195,7 @@ TEST_F(FileCommandsTest, SavingWritesWhatIsEditedToTheProjectsOwnFile) {
     if (App()->display.openGlOk) {
         Run(kCmdPlay);
         ASSERT_TRUE(PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); }));
-        EXPECT_EQ(App()->renderThread->request.project.stages[kStageImage].kind, kStageImage);
+        EXPECT_EQ(player.currentRun->request.project.stages[kStageImage].kind, kStageImage);
     }
     ReplaceText(QStringLiteral("// edited during the run"));
     savesTo(first, "// edited during the run");

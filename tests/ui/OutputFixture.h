@@ -13,7 +13,7 @@ namespace pixelgrove {
 class OutputTest : public WindowTest {
   protected:
     void TearDown() override {
-        if (App()) StopRenderThread();
+        if (App()) StopRenderThread(*App(), player);
         EXPECT_TRUE(PumpUntil([] { return AbandonedRuns() == 0; })) << "a thread outlives the test";
         WindowTest::TearDown();
     }

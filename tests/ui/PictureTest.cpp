@@ -101,7 +101,7 @@ TEST_F(PictureTest, OutputWindowsComeAndGoWhileProjectsPlay) {
         ASSERT_TRUE(QTest::qWaitForWindowExposed(OutputFrame()));
         if (i % 5 == 4) {
             Run(kCmdStop);
-            EXPECT_EQ(App()->renderThread, nullptr);
+            EXPECT_EQ(player.currentRun, nullptr);
         }
         if (i == 19) settledMiB = test::ResidentMiB();
     }
@@ -112,12 +112,12 @@ TEST_F(PictureTest, OutputWindowsComeAndGoWhileProjectsPlay) {
 TEST_F(PictureTest, AShaderThatHangsLeavesTheWindowsAnswering) {
     ReplaceText(kDoubling);
     ASSERT_TRUE(PlayUntilRunning());
-    App()->renderThread->stopWaitMs = 100;
+    player.currentRun->stopWaitMs = 100;
     // The frame after one that took so long takes over a second.
     QElapsedTimer frameTime;
     uint64_t drawn = 0;
     ASSERT_TRUE(PumpUntil([&] {
-        const uint64_t now = App()->renderThread->framesDrawn;
+        const uint64_t now = player.currentRun->framesDrawn;
         if (now == drawn) return false;
         const bool isLong = drawn > 0 && frameTime.elapsed() > 700;
         frameTime.restart();

@@ -35,8 +35,8 @@ class PlaybackTest : public WindowTest {
     static bool TimeBecomes(float time) {
         return PumpUntil([time] { return App()->run->playTime == time; });
     }
-    static QString SourceOfRun() {
-        return QString::fromLatin1(App()->renderThread->request.project.stages[kStageImage].source);
+    QString SourceOfRun() const {
+        return QString::fromLatin1(player.currentRun->request.project.stages[kStageImage].source);
     }
 };
 
@@ -46,7 +46,7 @@ TEST_F(PlaybackTest, ButtonsFollowTheRun) {
     EXPECT_EQ(Enabled(), QStringLiteral("P")) << "compiling changes no button";
     ASSERT_TRUE(WaitRunning());
     EXPECT_EQ(Status(), QStringLiteral("Compilation successful."));
-    EXPECT_TRUE(PumpUntil([this] { return App()->renderThread->framesDrawn > 2; }));
+    EXPECT_TRUE(PumpUntil([this] { return player.currentRun->framesDrawn > 2; }));
 
     Click("pauseButton");
     EXPECT_EQ(Enabled(), QStringLiteral("pS"));
@@ -54,7 +54,7 @@ TEST_F(PlaybackTest, ButtonsFollowTheRun) {
     Click("stopButton");
     EXPECT_EQ(Enabled(), QStringLiteral("P"));
     EXPECT_EQ(App()->run->paused, 0u);
-    EXPECT_EQ(App()->renderThread, nullptr);
+    EXPECT_EQ(player.currentRun, nullptr);
     EXPECT_EQ(App()->run->hasContext, 0u);
 }
 
@@ -68,7 +68,7 @@ TEST_F(PlaybackTest, ARunWithoutAThreadIsTold) {
     Click("playButton");
     setrlimit(RLIMIT_AS, &before);
     EXPECT_EQ(Status(), QStringLiteral("The system gives no thread to play on."));
-    EXPECT_EQ(App()->renderThread, nullptr);
+    EXPECT_EQ(player.currentRun, nullptr);
     EXPECT_TRUE(PlayUntilRunning());
 }
 
@@ -84,7 +84,7 @@ TEST_F(PlaybackTest, AfterAFailedCompileTheFirstPlayOnlyClears) {
 
     ReplaceText(kPlain);
     Click("playButton");
-    EXPECT_EQ(App()->renderThread, nullptr);
+    EXPECT_EQ(player.currentRun, nullptr);
     EXPECT_EQ(App()->run->hasContext, 0u);
     EXPECT_EQ(Enabled(), QStringLiteral("P"));
     EXPECT_EQ(Status(), QStringLiteral("Press Play again to compile."));
@@ -124,7 +124,7 @@ TEST_F(PlaybackTest, StartAndSetStartMoveTheShadersTime) {
     EXPECT_FALSE(Control<QLineEdit>("startTimeEdit")->isEnabled());
     QTest::mouseClick(check, Qt::LeftButton, {}, QPoint(8, 10));
     ASSERT_FALSE(check->isChecked());
-    RenderContext& context = *App()->renderThread->context;
+    RenderContext& context = *player.currentRun->context;
     context.frameCounter = 99;
     for (const auto& [text, time] : {std::pair(QStringLiteral("7.5"), 7.5f), {QStringLiteral("abc"), 0.0f}}) {
         Control<QLineEdit>("startTimeEdit")->setText(text);
@@ -154,13 +154,13 @@ TEST_F(PlaybackTest, StartAndSetStartMoveTheShadersTime) {
 
 TEST_F(PlaybackTest, RestartCompilesTheTextOfTheMoment) {
     const auto restarted = [this](const QString& text) {
-        const std::weak_ptr<RenderRun> before = App()->renderThread;
+        const std::weak_ptr<RenderRun> before = player.currentRun;
         ReplaceText(text);
         App()->run->paused = 1;
         Run(kCmdRestart);
         EXPECT_TRUE(before.expired());
         EXPECT_EQ(App()->run->paused, 0u);
-        return App()->renderThread && SourceOfRun() == text;
+        return player.currentRun && SourceOfRun() == text;
     };
     EXPECT_TRUE(restarted(kPlain)) << "also when nothing runs";
     ASSERT_TRUE(WaitRunning());
@@ -174,9 +174,9 @@ TEST_F(PlaybackTest, RestartCompilesTheTextOfTheMoment) {
     EXPECT_TRUE(WaitRunning());
 
     // A control that needs a new compile asks the run for it.
-    const std::weak_ptr<RenderRun> before = App()->renderThread;
+    const std::weak_ptr<RenderRun> before = player.currentRun;
     App()->run->restartRequested = 1;
-    EXPECT_TRUE(PumpUntil([&] { return before.expired() && App()->renderThread; }));
+    EXPECT_TRUE(PumpUntil([&] { return before.expired() && player.currentRun; }));
     EXPECT_EQ(App()->run->restartRequested, 0u);
     EXPECT_TRUE(WaitRunning());
 }
@@ -261,11 +261,11 @@ TEST_F(PlaybackTest, WhatHangsHoldsUpNeitherRestartNorExit) {
     Run(kCmdUseGdiDisplay);
     const auto hang = [this] {
         const auto surface = std::make_shared<test::HangingSurface>(test::HangingSurface::In::Frame);
-        App()->outputSurface = surface;
+        player.outputSurface = surface;
         Run(kCmdPlay);
         EXPECT_TRUE(PumpUntil([&] { return surface->IsHanging(); }));
-        App()->renderThread->stopWaitMs = 5;
-        App()->outputSurface = nullptr;
+        player.currentRun->stopWaitMs = 5;
+        player.outputSurface = nullptr;
         return surface;
     };
     const auto first = hang();
@@ -288,28 +288,28 @@ TEST_F(PlaybackTest, ClosingTheOutputWindowKeepsTheRunStoppable) {
     EXPECT_TRUE(window->MenuEntries().Action(kCmdAnimationWindow)->isChecked());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(OutputFrame()));
     ASSERT_TRUE(PlayUntilRunning());
-    EXPECT_EQ(App()->renderThread->request.surface, App()->outputSurface);
-    const SurfaceSize size = App()->outputSurface->ClientSize();
+    EXPECT_EQ(player.currentRun->request.surface, player.outputSurface);
+    const SurfaceSize size = player.outputSurface->ClientSize();
 
     const auto close = [this] {
         OutputFrame()->close();
         EXPECT_EQ(OutputFrame(), nullptr);
         EXPECT_FALSE(window->MenuEntries().Action(kCmdAnimationWindow)->isChecked());
-        const uint64_t before = App()->renderThread->framesDrawn;
-        EXPECT_TRUE(PumpUntil([&] { return App()->renderThread->framesDrawn > before + 2; }));
+        const uint64_t before = player.currentRun->framesDrawn;
+        EXPECT_TRUE(PumpUntil([&] { return player.currentRun->framesDrawn > before + 2; }));
     };
     close();
     Run(kCmdAnimationWindow);
-    EXPECT_EQ(App()->renderThread->request.surface, App()->outputSurface) << "the run is seen again";
+    EXPECT_EQ(player.currentRun->request.surface, player.outputSurface) << "the run is seen again";
     close();
     Click("stopButton");
     EXPECT_EQ(AbandonedRuns(), 0);
 
     // Without a window the next run draws off screen, at the size that the window had.
     ASSERT_TRUE(PlayUntilRunning());
-    EXPECT_NE(App()->renderThread->request.surface, App()->outputSurface);
-    EXPECT_EQ(App()->renderThread->request.surface->ClientSize(), size);
-    EXPECT_TRUE(PumpUntil([] { return App()->renderThread->framesDrawn > 2; }));
+    EXPECT_NE(player.currentRun->request.surface, player.outputSurface);
+    EXPECT_EQ(player.currentRun->request.surface->ClientSize(), size);
+    EXPECT_TRUE(PumpUntil([this] { return player.currentRun->framesDrawn > 2; }));
 }
 
 }  // namespace

@@ -66,7 +66,7 @@ TEST_F(RecoveryTest, ACopyIsThereBeforeARunAndSoonAfterAChange) {
         std::atomic<int> isKept{-1};
     };
     const auto surface = std::make_shared<Surface>(*this);
-    App()->outputSurface = surface;
+    player.outputSurface = surface;
     Run(kCmdPlay);
     EXPECT_TRUE(PumpUntil([&] { return surface->isKept >= 0; }));
     EXPECT_EQ(surface->isKept, 1);

@@ -13,6 +13,7 @@
 #include "commands/Commands.h"
 #include "platform/Files.h"
 #include "project/ProjectModel.h"
+#include "render/Player.h"
 #include "support/DisplayTest.h"
 #include "support/ScratchFolders.h"
 #include "ui/MainWindow.h"
@@ -51,7 +52,7 @@ class WindowTest : public DisplayTest {
     void MakeWindow(const QString& projectFile) {
         window.reset();
         ClearProject(false);
-        window = std::make_unique<MainWindow>();
+        window = std::make_unique<MainWindow>(player);
         UserDialogs& dialogs = window->Projects().dialogs;
         dialogs.confirm = [this](const QString& caption, const QString& text) {
             ++questions;
@@ -112,6 +113,7 @@ class WindowTest : public DisplayTest {
     }
 
     test::ScratchFolders dataFolders;
+    Player player;
     std::unique_ptr<MainWindow> window;
     bool answer = false;
     int questions = 0;

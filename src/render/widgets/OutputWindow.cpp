@@ -12,6 +12,7 @@
 
 #include "commands/Commands.h"
 #include "core/AppState.h"
+#include "render/Player.h"
 #include "render/widgets/OutputView.h"
 #include "windows/widgets/MenuBuilder.h"
 
@@ -44,7 +45,7 @@ QIcon MakeIcon() {
 
 }  // namespace
 
-OutputWindow::OutputWindow(AppState& app, const CommandRegistry& commands,
+OutputWindow::OutputWindow(AppState& app, Player& player, const CommandRegistry& commands,
                            std::function<void(int commandId)> runCommand)
     : app_(app), commands_(commands), runCommand_(std::move(runCommand)) {
     setWindowTitle(QStringLiteral("Shader Output"));
@@ -53,7 +54,7 @@ OutputWindow::OutputWindow(AppState& app, const CommandRegistry& commands,
     setAttribute(Qt::WA_QuitOnClose, false);
     ResizeClient(kFirstClientSize);
 
-    view_ = OutputView::TakeUp(app.outputSurface.get());
+    view_ = OutputView::TakeUp(player.outputSurface.get());
     if (!view_) view_ = OutputView::Create(app);
     surface_ = view_->Surface();
     container_ = QWidget::createWindowContainer(view_, Client());
@@ -65,7 +66,7 @@ OutputWindow::OutputWindow(AppState& app, const CommandRegistry& commands,
     fill->addWidget(container_);
     connect(view_, &OutputView::MenuRequested, this, &OutputWindow::ShowMenu);
     view_->takeKey = [this](const QKeyEvent& event) { return TakeKey(event); };
-    app.outputSurface = surface_;
+    player.outputSurface = surface_;
 }
 
 OutputWindow::~OutputWindow() {

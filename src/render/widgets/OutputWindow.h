@@ -1,7 +1,7 @@
 // OutputWindow: the top-level window "Shader Output": frame, context menu and life of the picture's view.
 //
 // Made on the heap, and shown before a run may draw into it; it deletes itself once closed. Its surface is
-// registered in AppState at once and stays there after the close. While a run draws into that, the next
+// registered in the Player at once and stays there after the close. While a run draws into that, the next
 // window takes it up again. All functions: main thread.
 #pragma once
 
@@ -18,13 +18,14 @@ namespace pixelgrove {
 class CommandRegistry;
 class OutputView;
 struct AppState;
+struct Player;
 
 class OutputWindow : public FrameWindow {
     Q_OBJECT
   public:
-    // The context menu shows the states of its commands; a choice goes to runCommand. Record and commands
+    // The context menu shows the states of its commands; a choice goes to runCommand. Records and commands
     // outlive the window.
-    OutputWindow(AppState& app, const CommandRegistry& commands,
+    OutputWindow(AppState& app, Player& player, const CommandRegistry& commands,
                  std::function<void(int commandId)> runCommand);
     ~OutputWindow() override;
 

@@ -1,10 +1,10 @@
 // WindowSurface: the output window as the render thread sees it.
 //
-// The window owns it together with AppState and the runs that draw into it. It owns the QWindow. Closed while
-// a run draws into it, it keeps its size and waits off the screen: for a new window to take it up, or for the
-// end of the run. It lets the QWindow go when it is retired; contexts made here hold the QWindow longer, so
-// that closing the window never takes the drawable away from a thread that is using it. The QWindow is always
-// deleted by the main thread.
+// The window owns it together with the Player and the runs that draw into it. It owns the QWindow. Closed
+// while a run draws into it, it keeps its size and waits off the screen: for a new window to take it up, or
+// for the end of the run. It lets the QWindow go when it is retired; contexts made here hold the QWindow
+// longer, so that closing the window never takes the drawable away from a thread that is using it. The
+// QWindow is always deleted by the main thread.
 #pragma once
 
 #include <QEvent>

@@ -15,6 +15,7 @@
 #include "core/AppState.h"
 #include "platform/SynchronizedValue.h"
 #include "project/ProjectModel.h"
+#include "render/Player.h"
 #include "render/RenderThread.h"
 #include "ui/channels/ChannelMenu.h"
 #include "ui/channels/ChannelThumbnail.h"
@@ -89,9 +90,9 @@ class PreviewMailbox {
     SynchronizedValue<Waiting> waiting_;
 };
 
-ChannelPanel::ChannelPanel(QWidget& form, AppState& app, const UserDialogs& dialogs,
+ChannelPanel::ChannelPanel(QWidget& form, AppState& app, const Player& player, const UserDialogs& dialogs,
                            std::function<void(int commandId)> runCommand)
-    : form_(form), app_(app), dialogs_(dialogs), runCommand_(std::move(runCommand)) {
+    : form_(form), app_(app), player_(player), dialogs_(dialogs), runCommand_(std::move(runCommand)) {
     for (uint32_t i = 0; i < kChannelCount; ++i) {
         groups_[i] = FindGroup(i);
         Connect(i);
@@ -145,9 +146,9 @@ void ChannelPanel::Connect(uint32_t channel) {
 
 void ChannelPanel::Refresh() {
     const bool hasPreviews =
-        app_.renderThread && app_.run->showChannelBuffers != 0 && shownStage_ == app_.project.currentStage;
+        player_.currentRun && app_.run->showChannelBuffers != 0 && shownStage_ == app_.project.currentStage;
     shownStage_ = app_.project.currentStage;
-    if (app_.renderThread) app_.renderThread->previewStage = app_.project.currentStage;
+    if (player_.currentRun) player_.currentRun->previewStage = app_.project.currentStage;
     for (uint32_t i = 0; i < kChannelCount; ++i) {
         const ChannelInput& channel = app_.project.channels[app_.project.currentStage][i];
         if (!hasPreviews || channel.kind != kChannelBuffer) groups_[i].thumbnail->ShowPreview(nullptr);
@@ -174,7 +175,7 @@ void ChannelPanel::WriteThrough(uint32_t channel) {
     ChannelInput& changed = ShownChannel(channel);
     changed.samplerCountdown = 2;
     // Also while the run still compiles: it takes this up with its first frame.
-    if (app_.renderThread) app_.renderThread->samplers.Post(app_.project.currentStage, channel, changed);
+    if (player_.currentRun) player_.currentRun->samplers.Post(app_.project.currentStage, channel, changed);
     OnStageChanged(app_.project.currentStage);
 }
 
@@ -205,7 +206,7 @@ void ChannelPanel::ShowPreviews() {
     if (!previews_) return;
     for (ChannelPreview& preview : previews_->Take()) {
         // What was still under way when the run ended, or another stage was shown, comes too late.
-        if (!preview.bitmap || !app_.renderThread || app_.run->showChannelBuffers == 0) continue;
+        if (!preview.bitmap || !player_.currentRun || app_.run->showChannelBuffers == 0) continue;
         if (preview.stage != app_.project.currentStage) continue;
         const auto channel = uint32_t(preview.channel);
         if (ShownChannel(channel).kind == kChannelBuffer)

@@ -25,6 +25,7 @@ namespace pixelgrove {
 class ChannelThumbnail;
 class PreviewMailbox;
 struct AppState;
+struct Player;
 struct RenderRun;
 
 class ChannelPanel : public QObject {
@@ -33,7 +34,7 @@ class ChannelPanel : public QObject {
   public:
     // Fills the combos and connects all controls. A press on a channel's button runs its command. What is
     // handed in by reference outlives this object.
-    ChannelPanel(QWidget& form, AppState& app, const UserDialogs& dialogs,
+    ChannelPanel(QWidget& form, AppState& app, const Player& player, const UserDialogs& dialogs,
                  std::function<void(int commandId)> runCommand);
 
     // Shows the channels of the shown stage; without a live run, or with previews off, the thumbnails
@@ -69,6 +70,7 @@ class ChannelPanel : public QObject {
 
     QWidget& form_;
     AppState& app_;
+    const Player& player_;
     const UserDialogs& dialogs_;
     const std::function<void(int commandId)> runCommand_;
     std::array<Group, kChannelCount> groups_;
