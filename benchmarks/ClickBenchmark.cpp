@@ -116,7 +116,7 @@ void PumpFor(int milliseconds) {
 int Run() {
     Windows().RegisterDefaultWindows();
     Player player;
-    MainWindow window(player);
+    MainWindow window(*App(), player);
     window.OpenInitialProject({});
     App()->project.documents[kStageImage].text = QString::fromLatin1(kHeavyShader);
     window.LoadDocument(App()->project.documents[kStageImage], StageSwitch::KeepsView);

@@ -163,7 +163,7 @@ int Run() {
     App()->recent.recentFiles = std::make_unique<StringList>();
     Windows().RegisterDefaultWindows();
     Player player;
-    MainWindow window(player);
+    MainWindow window(*App(), player);
     window.OpenInitialProject({});
     window.show();
     Settle();

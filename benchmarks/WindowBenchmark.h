@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <cstdio>
 
+#include "core/AppState.h"
 #include "core/BaseFolders.h"
 #include "look/widgets/Theme.h"
 #include "project/ProjectModel.h"
@@ -25,7 +26,7 @@ inline int RunOnDisplay(int argc, char** argv, int (*run)()) {
     if (!AllocateGlobals()) return 1;
     SetBaseFolders();
     const int result = run();
-    ClearProject(false);
+    ClearProject(App()->project, false);
     Windows().Clear();
     FreeGlobals();
     return result;

@@ -38,7 +38,7 @@ void PrintError(const QString& text) {
     std::fwrite(line.constData(), 1, size_t(line.size()), stderr);
 }
 
-int LoadIntoEditingForm(const QString& path) {
+int LoadIntoEditingForm(EditingForm& form, const QString& path) {
     ShaderProject project;
     const ProjectFileResult read = LoadProjectFile(path, project);
     for (const QString& warning : read.warnings)
@@ -47,7 +47,7 @@ int LoadIntoEditingForm(const QString& path) {
         PrintError(QStringLiteral("pixelgrove-render: %1: %2").arg(path, read.message));
         return kExitUsage;
     }
-    AdoptProject(project, path);
+    AdoptProject(form, project, path);
     return kExitDone;
 }
 
@@ -185,9 +185,9 @@ int WriteFrames(RenderRun& run, const RenderOptions& options) {
     return kExitDone;
 }
 
-int Render(const RenderOptions& options) {
-    if (const int code = LoadIntoEditingForm(options.project); code != kExitDone) return code;
-    RunRequest request = SnapshotProject(*App());
+int Render(AppState& app, const RenderOptions& options) {
+    if (const int code = LoadIntoEditingForm(app.project, options.project); code != kExitDone) return code;
+    RunRequest request = SnapshotProject(app);
     request.startTime = options.start;
     request.surface = CreateEglSurface({options.width, options.height});
     Controls()->uniforms[0].range.value = options.speed;
@@ -195,7 +195,7 @@ int Render(const RenderOptions& options) {
         PrintError(QStringLiteral("pixelgrove-render: no OpenGL without a window on this system."));
         return kExitUsage;
     }
-    RenderRun run(*App(), std::move(request));
+    RenderRun run(app, std::move(request));
     if (!PrepareRenderContext(run)) {
         PrintError(QStringLiteral("pixelgrove-render: OpenGL %1.%2 or newer is needed. This system has: %3.")
                        .arg(kLeastGlVersion.major)
@@ -227,12 +227,13 @@ int RenderMain(const QStringList& arguments) {
         PrintError(QStringLiteral("pixelgrove-render: no memory."));
         return kExitUsage;
     }
+    AppState& app = *App();
     SetBaseFolders();
     InitialiseSpeed(*Controls());
-    App()->project.includeContext = CreateIncludeContext();
+    app.project.includeContext = CreateIncludeContext();
     int code = kExitUsage;
     Thread thread;
-    if (!thread.Start(kRenderStackBytes, [&] { code = Render(parsed.options); }))
+    if (!thread.Start(kRenderStackBytes, [&] { code = Render(app, parsed.options); }))
         PrintError(QStringLiteral("pixelgrove-render: the system gives no thread to compile on."));
     thread.Join();
     FreeGlobals();

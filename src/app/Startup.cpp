@@ -53,7 +53,7 @@ std::unique_ptr<SharedMemory> OpenSharedPalette() {
 
 void ShutDown(AppState& app, Settings& settings) {
     SaveWorkbenchSettings(settings);
-    FreeDocuments();
+    FreeDocuments(app.project);
     Windows().Clear();
     app.project.includeContext.reset();
     for (auto* list : {&app.recent.recentFiles, &app.recent.recentProjects, &app.recent.recentPalettes,
@@ -83,7 +83,7 @@ int ApplicationMain(const FolderChoice& folders,
     LoadWorkbenchSettings(settings);
     app.palette.shared = OpenSharedPalette();
     if (!app.palette.shared) return kExitNoSharedMemory;
-    runMainWindow({settings, colours});
+    runMainWindow({app, settings, colours});
     ShutDown(app, settings);
     return 0;
 }

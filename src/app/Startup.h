@@ -9,12 +9,14 @@
 namespace pixelgrove {
 
 class Settings;
+struct AppState;
 struct UiColours;
 
 constexpr int kExitNoSharedMemory = -42;
 
-// What start-up made, beside the global records, for as long as the main window runs.
+// What start-up made, for as long as the main window runs.
 struct StartedWorkbench {
+    AppState& app;
     Settings& settings;
     const UiColours& colours;  // as the settings have them
 };

@@ -59,9 +59,9 @@ bool OpenFiles(MainWindow& window, const QStringList& files) {
     return opened;
 }
 
-void RunMainWindow(const QStringList& files, Settings& settings) {
     Player player;
-    MainWindow window(player);
+void RunMainWindow(const QStringList& files, AppState& app, Settings& settings) {
+    MainWindow window(app, player);
     QObject::connect(&window, &MainWindow::Closed, [] { QCoreApplication::exit(0); });
     const bool opened = OpenFiles(window, files);
     window.StartRecovery(RecoveryFolder());
@@ -71,13 +71,13 @@ void RunMainWindow(const QStringList& files, Settings& settings) {
     });
     window.ShowWithLayout();
     // Behind the commands that open the layout's other windows.
-    const auto begin = [&window, &settings, opened] {
+    const auto begin = [&window, &app, &settings, opened] {
         // What was wrong with a file must stay readable, and what was restored may have ended the program by
         // being played: no play by itself then.
         const bool isRestored = window.OfferRecovery();
         window.AddStatusLine(settings.Notice());
         if (isRestored || !opened) return;
-        if (qEnvironmentVariable(kAutoplayVariable) == QStringLiteral("1") && App()->display.openGlOk)
+        if (qEnvironmentVariable(kAutoplayVariable) == QStringLiteral("1") && app.display.openGlOk)
             window.PostCommand(kCmdPlay, 0);
     };
     QMetaObject::invokeMethod(&window, begin, Qt::QueuedConnection);
@@ -116,7 +116,7 @@ int main(int argc, char** argv) {
 
     const int result = ApplicationMain(ProgramFolders(), [&](const StartedWorkbench& started) {
         ApplyTheme(application, started.colours);
-        RunMainWindow(options.files, started.settings);
+        RunMainWindow(options.files, started.app, started.settings);
     });
     if (result == kExitNoSharedMemory) {
         PrintError(QStringLiteral("the shared palette memory cannot be made"));

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "core/CommentMap.h"
@@ -26,44 +27,43 @@ class NoObserver final : public ProjectObserver {
     void RebuildControlTree() override {}
 };
 
-ProjectObserver& Observer(const AppState& app) {
+ProjectObserver& Observer(const EditingForm& form) {
     static NoObserver none;
-    return app.project.observer ? *app.project.observer : none;
+    return form.observer ? *form.observer : none;
 }
 
-void ShowStage(AppState& app, uint32_t id, StageSwitch how) {
-    StageDocument& document = app.project.documents[id];
+void ShowStage(EditingForm& form, uint32_t id, StageSwitch how) {
+    StageDocument& document = form.documents[id];
     document.length = uint32_t(document.text.size());
-    Observer(app).LoadDocument(document, how);
-    app.project.currentDocument = &document;
-    app.project.currentStage = id;
-    ShowStageErrors();
-    Observer(app).RefreshStageTabs();
-    Observer(app).RefreshChannelPanel();
+    Observer(form).LoadDocument(document, how);
+    form.currentDocument = &document;
+    form.currentStage = id;
+    ShowStageErrors(form);
+    Observer(form).RefreshStageTabs();
+    Observer(form).RefreshChannelPanel();
 }
 
-bool DiffersFromSaved(const AppState& app, uint32_t id) {
-    const StageDocument& document = app.project.documents[id];
+bool DiffersFromSaved(const EditingForm& form, uint32_t id) {
+    const StageDocument& document = form.documents[id];
     // Image has its place also where a project has no text for it.
-    if (id != kStageImage && document.hasText != app.project.saved.hasText[id]) return true;
-    return document.text != app.project.saved.texts[id] ||
-           !std::ranges::equal(app.project.channels[id], app.project.saved.channels[id], SameInFile);
+    if (id != kStageImage && document.hasText != form.saved.hasText[id]) return true;
+    return document.text != form.saved.texts[id] ||
+           !std::ranges::equal(form.channels[id], form.saved.channels[id], SameInFile);
 }
 
-void RefreshModified(AppState& app) {
-    app.project.shaderModified =
-        app.project.changesDiscarded ||
-        std::ranges::find(app.project.stageDiffers, true) != app.project.stageDiffers.end();
+void RefreshModified(EditingForm& form) {
+    form.shaderModified =
+        form.changesDiscarded || std::ranges::find(form.stageDiffers, true) != form.stageDiffers.end();
 }
 
-void GiveDefaultText(uint32_t id) {
+void GiveDefaultText(EditingForm& form, uint32_t id) {
     stageTabs[id].exists = 1;
-    SetDocumentText(App()->project.documents[id], DefaultSource(id));
+    SetDocumentText(form.documents[id], DefaultSource(id));
 }
 
 // Moves one stage that was read into the editing form.
-void AdoptStage(AppState& app, uint32_t id, ShaderStage& stage) {
-    StageDocument& document = app.project.documents[id];
+void AdoptStage(EditingForm& form, uint32_t id, ShaderStage& stage) {
+    StageDocument& document = form.documents[id];
     document = StageDocument();
     const QByteArray source = std::exchange(stage.source, QByteArray());
     SetDocumentText(document, stage.text.isNull() ? FromCodePage(source) : stage.text, 1);
@@ -71,76 +71,71 @@ void AdoptStage(AppState& app, uint32_t id, ShaderStage& stage) {
     stageTabs[id].stageId = int32_t(id);
     for (size_t i = 0; i < kChannelCount; ++i) {
         if (stage.channels[i].kind == kChannelUnused) continue;
-        app.project.channels[id][i] = std::exchange(stage.channels[i], ChannelInput());
+        form.channels[id][i] = std::exchange(stage.channels[i], ChannelInput());
     }
 }
 
 }  // namespace
 
-void FreeDocuments() {
-    for (StageDocument& document : App()->project.documents)
+void FreeDocuments(EditingForm& form) {
+    for (StageDocument& document : form.documents)
         document = StageDocument();
 }
 
-void ClearProject(bool addImage) {
-    AppState& app = *App();
-    const bool wasModified = app.project.shaderModified;
-    KeepPreviousProject();
-    FreeDocuments();
+void ClearProject(EditingForm& form, bool addImage) {
+    const bool wasModified = form.shaderModified;
+    KeepPreviousProject(form);
+    FreeDocuments(form);
     for (uint32_t id = 0; id < kStageCount; ++id) {
-        app.project.stageErrors[id].clear();
-        app.project.channels[id] = {};
+        form.stageErrors[id].clear();
+        form.channels[id] = {};
         stageTabs[id].exists = id == kStageNone || id == kStageImage ? 1 : 0;
     }
-    app.project.projectInfo = ShaderInfo();
-    app.project.projectVersion = kDefaultProjectVersion;
-    app.project.projectFile.clear();
-    app.project.currentStage = kStageNone;
-    app.project.currentDocument = nullptr;
-    if (addImage) GiveDefaultText(kStageImage);
-    MarkProjectSaved();
-    app.project.changesDiscarded = app.project.shaderModified = wasModified;
+    form.projectInfo = ShaderInfo();
+    form.projectVersion = kDefaultProjectVersion;
+    form.projectFile.clear();
+    form.currentStage = kStageNone;
+    form.currentDocument = nullptr;
+    if (addImage) GiveDefaultText(form, kStageImage);
+    MarkProjectSaved(form);
+    form.changesDiscarded = form.shaderModified = wasModified;
     if (!addImage) return;
-    app.project.fileName = QStringLiteral("Untitled.json");
-    ShowStage(app, kStageImage, StageSwitch::Anew);
-    Observer(app).ShowTitle(app.project.shaderModified);
-    Observer(app).RebuildControlTree();
+    form.fileName = QStringLiteral("Untitled.json");
+    ShowStage(form, kStageImage, StageSwitch::Anew);
+    Observer(form).ShowTitle(form.shaderModified);
+    Observer(form).RebuildControlTree();
 }
 
-void AddStage(uint32_t id) {
+void AddStage(EditingForm& form, uint32_t id) {
     if (id == kStageNone || id >= kStageCount || stageTabs[id].stageId != int32_t(id)) return;
-    GiveDefaultText(id);
-    OnStageChanged(id);
+    GiveDefaultText(form, id);
+    OnStageChanged(form, id);
 }
 
-void ShowStageErrors() {
-    AppState& app = *App();
-    if (!app.project.stageErrors[app.project.currentStage].empty()) {
-        Observer(app).ShowMessages(app.project.stageErrors[app.project.currentStage], QStringLiteral("\n"));
+void ShowStageErrors(const EditingForm& form) {
+    if (!form.stageErrors[form.currentStage].empty()) {
+        Observer(form).ShowMessages(form.stageErrors[form.currentStage], QStringLiteral("\n"));
         return;
     }
-    QString text = QStringLiteral("[ %1 ] No errors.").arg(StageName(app.project.currentStage));
+    QString text = QStringLiteral("[ %1 ] No errors.").arg(StageName(form.currentStage));
     for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
-        if (!app.project.stageErrors[id].empty())
-            text += QStringLiteral("\n%1 has errors.").arg(StageName(id));
+        if (!form.stageErrors[id].empty()) text += QStringLiteral("\n%1 has errors.").arg(StageName(id));
     }
-    Observer(app).SetStatusText(text);
+    Observer(form).SetStatusText(text);
 }
 
-void SelectStage(uint32_t id) {
-    AppState& app = *App();
-    if (id < kStageCount && id != app.project.currentStage) ShowStage(app, id, StageSwitch::KeepsView);
+void SelectStage(EditingForm& form, uint32_t id) {
+    if (id < kStageCount && id != form.currentStage) ShowStage(form, id, StageSwitch::KeepsView);
 }
 
-void RemoveStage(uint32_t id) {
+void RemoveStage(EditingForm& form, uint32_t id) {
     if (id == kStageNone || id >= kStageImage) return;
-    AppState& app = *App();
     stageTabs[id].exists = 0;
-    app.project.documents[id] = StageDocument();
-    app.project.channels[id] = {};
-    if (id == app.project.currentStage) ShowStage(app, kStageImage, StageSwitch::DropsView);
-    OnStageChanged(id);
-    Observer(app).RefreshStageTabs();
+    form.documents[id] = StageDocument();
+    form.channels[id] = {};
+    if (id == form.currentStage) ShowStage(form, kStageImage, StageSwitch::DropsView);
+    OnStageChanged(form, id);
+    Observer(form).RefreshStageTabs();
 }
 
 std::vector<uint32_t> AddableStages() {
@@ -159,104 +154,95 @@ void SetDocumentText(StageDocument& document, const QString& text, uint32_t extr
     document.commentMap = BuildCommentMap(document.text);
 }
 
-void OnStageChanged(uint32_t id) {
-    AppState& app = *App();
-    app.project.stageDiffers[id] = DiffersFromSaved(app, id);
-    RefreshModified(app);
-    if (app.project.fileName.isEmpty()) app.project.fileName = QStringLiteral("Untitled");
-    Observer(app).ShowTitle(app.project.shaderModified);
+void OnStageChanged(EditingForm& form, uint32_t id) {
+    form.stageDiffers[id] = DiffersFromSaved(form, id);
+    RefreshModified(form);
+    if (form.fileName.isEmpty()) form.fileName = QStringLiteral("Untitled");
+    Observer(form).ShowTitle(form.shaderModified);
 }
 
-void MarkProjectSaved() {
-    AppState& app = *App();
+void MarkProjectSaved(EditingForm& form) {
     for (uint32_t id = 0; id < kStageCount; ++id) {
-        app.project.saved.texts[id] = app.project.documents[id].text;
-        app.project.saved.hasText[id] = app.project.documents[id].hasText;
+        form.saved.texts[id] = form.documents[id].text;
+        form.saved.hasText[id] = form.documents[id].hasText;
     }
-    app.project.saved.channels = app.project.channels;
+    form.saved.channels = form.channels;
     // Pictures and volumes play no part in the comparison, and are not to be held for it.
-    for (auto& channels : app.project.saved.channels) {
+    for (auto& channels : form.saved.channels) {
         for (ChannelInput& channel : channels) {
             channel.faces = {};
             channel.volumeData = nullptr;
         }
     }
-    app.project.stageDiffers = {};
-    app.project.changesDiscarded = false;
-    app.project.shaderModified = false;
+    form.stageDiffers = {};
+    form.changesDiscarded = false;
+    form.shaderModified = false;
 }
 
-void AdoptProject(ShaderProject& project, const QString& path) {
-    AppState& app = *App();
-    ClearProject(false);
+void AdoptProject(EditingForm& form, ShaderProject& project, const QString& path) {
+    ClearProject(form, false);
     for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
         ShaderStage& stage = project.stages[id];
-        if (stage.kind != kStageNone) AdoptStage(app, id, stage);
+        if (stage.kind != kStageNone) AdoptStage(form, id, stage);
     }
-    app.project.projectInfo = project.info;
-    app.project.projectVersion = project.version;
+    form.projectInfo = project.info;
+    form.projectVersion = project.version;
     // So short a path is a service id, which says little to a reader.
     const bool isServiceId = path.size() <= kServiceIdLength;
-    app.project.fileName = FittedFileName(isServiceId ? project.info.name + QStringLiteral(".json") : path);
-    MarkProjectSaved();
-    ShowStage(app, kStageImage, StageSwitch::Anew);
-    Observer(app).ShowTitle(app.project.shaderModified);
-    Observer(app).RebuildControlTree();
+    form.fileName = FittedFileName(isServiceId ? project.info.name + QStringLiteral(".json") : path);
+    MarkProjectSaved(form);
+    ShowStage(form, kStageImage, StageSwitch::Anew);
+    Observer(form).ShowTitle(form.shaderModified);
+    Observer(form).RebuildControlTree();
 }
 
-void SetOpenFileName(const QString& path) {
-    AppState& app = *App();
-    app.project.fileName = path.size() < kFileNameCapacity ? path : QFileInfo(path).fileName();
-    Observer(app).ShowTitle(app.project.shaderModified);
+void SetOpenFileName(EditingForm& form, const QString& path) {
+    form.fileName = path.size() < kFileNameCapacity ? path : QFileInfo(path).fileName();
+    Observer(form).ShowTitle(form.shaderModified);
 }
 
-void ReplaceShownText(const QString& text) {
-    AppState& app = *App();
-    StageDocument& document = *app.project.currentDocument;
-    KeepPreviousProject();
+void ReplaceShownText(EditingForm& form, const QString& text) {
+    StageDocument& document = *form.currentDocument;
+    KeepPreviousProject(form);
     SetDocumentText(document, text);
     document.errorLines.lines.clear();
     document.caretPosition = document.anchorPosition = document.firstVisibleLine = 0;
-    Observer(app).LoadDocument(document, StageSwitch::Anew);
-    OnStageChanged(app.project.currentStage);
-    Observer(app).RebuildControlTree();
+    Observer(form).LoadDocument(document, StageSwitch::Anew);
+    OnStageChanged(form, form.currentStage);
+    Observer(form).RebuildControlTree();
 }
 
-EditedProject CopyOfProject() {
-    const AppState& app = *App();
-    return {app.project.documents,      app.project.channels, app.project.projectInfo,
-            app.project.projectVersion, app.project.fileName, app.project.projectFile,
-            app.project.currentStage,   app.project.saved,    app.project.changesDiscarded};
+EditedProject CopyOfProject(const EditingForm& form) {
+    return {form.documents,   form.channels,     form.projectInfo, form.projectVersion,  form.fileName,
+            form.projectFile, form.currentStage, form.saved,       form.changesDiscarded};
 }
 
-void KeepPreviousProject() {
-    AppState& app = *App();
-    if (std::ranges::find(app.project.stageDiffers, true) == app.project.stageDiffers.end()) return;
-    app.project.previousProject = std::make_unique<EditedProject>(CopyOfProject());
+void KeepPreviousProject(EditingForm& form) {
+    if (std::ranges::find(form.stageDiffers, true) == form.stageDiffers.end()) return;
+    form.previousProject = std::make_unique<EditedProject>(CopyOfProject(form));
 }
 
-bool RestorePreviousProject() {
-    AppState& app = *App();
-    const std::unique_ptr<EditedProject> previous = std::move(app.project.previousProject);
+bool RestorePreviousProject(EditingForm& form) {
+    const std::unique_ptr<EditedProject> previous = std::move(form.previousProject);
     if (!previous) return false;
-    ClearProject(false);
-    app.project.documents = std::move(previous->documents);
-    app.project.channels = std::move(previous->channels);
-    app.project.projectInfo = previous->info;
-    app.project.projectVersion = previous->version;
-    app.project.fileName = previous->fileName;
-    app.project.projectFile = previous->projectFile;
-    app.project.saved = std::move(previous->saved);
-    app.project.changesDiscarded = previous->changesDiscarded;
+    ClearProject(form, false);
+    form.documents = std::move(previous->documents);
+    form.channels = std::move(previous->channels);
+    form.projectInfo = previous->info;
+    form.projectVersion = previous->version;
+    form.fileName = previous->fileName;
+    form.projectFile = previous->projectFile;
+    form.saved = std::move(previous->saved);
+    form.changesDiscarded = previous->changesDiscarded;
     for (uint32_t id = kStageCommon; id < kStageCount; ++id) {
-        if (app.project.documents[id].hasText) stageTabs[id].exists = 1;
-        app.project.documents[id].errorLines.lines.clear();
-        app.project.stageDiffers[id] = DiffersFromSaved(app, id);
+        if (form.documents[id].hasText) stageTabs[id].exists = 1;
+        form.documents[id].errorLines.lines.clear();
+        form.stageDiffers[id] = DiffersFromSaved(form, id);
     }
-    RefreshModified(app);
-    ShowStage(app, previous->shownStage, StageSwitch::Anew);
-    Observer(app).ShowTitle(app.project.shaderModified);
-    Observer(app).RebuildControlTree();
+    RefreshModified(form);
+    ShowStage(form, previous->shownStage, StageSwitch::Anew);
+    Observer(form).ShowTitle(form.shaderModified);
+    Observer(form).RebuildControlTree();
     return true;
 }
 

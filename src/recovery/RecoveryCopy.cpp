@@ -236,19 +236,18 @@ std::optional<RecoveryCopy> ReadRecoveryCopy(QByteArrayView bytes) {
     }
 }
 
-RecoveryCopy TakeRecoveryCopy() {
-    const std::unique_ptr<EditedProject>& previous = App()->project.previousProject;
-    return {CopyOfProject(), previous ? std::optional(*previous) : std::nullopt};
+RecoveryCopy TakeRecoveryCopy(const EditingForm& form) {
+    const std::unique_ptr<EditedProject>& previous = form.previousProject;
+    return {CopyOfProject(form), previous ? std::optional(*previous) : std::nullopt};
 }
 
-QStringList ShowRecoveryCopy(RecoveryCopy copy) {
-    AppState& app = *App();
+QStringList ShowRecoveryCopy(EditingForm& form, RecoveryCopy copy) {
     QStringList unusable = LoadMedia(copy.project);
-    app.project.previousProject = std::make_unique<EditedProject>(std::move(copy.project));
-    RestorePreviousProject();
+    form.previousProject = std::make_unique<EditedProject>(std::move(copy.project));
+    RestorePreviousProject(form);
     if (copy.previous) {
         LoadMedia(*copy.previous);
-        app.project.previousProject = std::make_unique<EditedProject>(*std::move(copy.previous));
+        form.previousProject = std::make_unique<EditedProject>(*std::move(copy.previous));
     }
     return unusable;
 }

@@ -10,7 +10,7 @@
 #include <QStringList>
 #include <optional>
 
-#include "core/AppState.h"
+#include "core/EditingForm.h"
 
 namespace pixelgrove {
 
@@ -25,10 +25,10 @@ QByteArray WriteRecoveryCopy(const RecoveryCopy& copy);
 // lost for it. The projects have no pixels, and count as differing from any file. Pure; any thread.
 std::optional<RecoveryCopy> ReadRecoveryCopy(QByteArrayView bytes);
 
-// What AppState holds now. Main thread.
-RecoveryCopy TakeRecoveryCopy();
-// Puts the copy in the place of what AppState holds and loads the media of its channels. Returns a sentence
+// What the editing form holds now. Main thread.
+RecoveryCopy TakeRecoveryCopy(const EditingForm& form);
+// Puts the copy in the place of what the form holds and loads the media of its channels. Returns a sentence
 // for each that the shown project can't get. Main thread.
-QStringList ShowRecoveryCopy(RecoveryCopy copy);
+QStringList ShowRecoveryCopy(EditingForm& form, RecoveryCopy copy);
 
 }  // namespace pixelgrove

@@ -88,13 +88,13 @@ bool ProjectCommands::LoadSourceFile(const QString& path) {
     PushRecent(app_.recent.recentFiles.get(), path);
     // Text ends at a zero byte.
     if (const qsizetype end = bytes->indexOf('\0'); end >= 0) bytes->truncate(end);
-    ReplaceShownText(FromCodePage(*bytes));
+    ReplaceShownText(app_.project, FromCodePage(*bytes));
     return true;
 }
 
 bool ProjectCommands::LoadSource(const QString& path) {
     const bool isLoaded = LoadSourceFile(path);
-    if (isLoaded) SetOpenFileName(path);
+    if (isLoaded) SetOpenFileName(app_.project, path);
     pane_.Say(isLoaded ? QStringLiteral("File loaded.") : QStringLiteral("Error loading file."));
     return isLoaded;
 }
@@ -108,7 +108,7 @@ void ProjectCommands::OpenRecentProject(int index) {
     const QString path = EntryOf(app_.recent.recentProjects.get(), index);
     if (path.isEmpty() || !ConfirmLoss()) return;
     // The path itself, also where so short a one would give way to the project's own name.
-    if (Load(path)) SetOpenFileName(path);
+    if (Load(path)) SetOpenFileName(app_.project, path);
 }
 
 void ProjectCommands::DropFiles(const QStringList& paths) {
@@ -118,7 +118,7 @@ void ProjectCommands::DropFiles(const QStringList& paths) {
         Load(path, {QStringLiteral("File loaded."), QStringLiteral("Failed to load file.")});
         return;
     }
-    if (LoadSourceFile(path)) SetOpenFileName(path);
+    if (LoadSourceFile(path)) SetOpenFileName(app_.project, path);
     // Said also when the file could not be read.
     pane_.Say(paths.size() > 1
                   ? QStringLiteral("First file loaded (drag-n-drop of multiple files not allowed).")

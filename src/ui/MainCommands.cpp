@@ -16,25 +16,24 @@
 
 namespace pixelgrove {
 
-void MainWindow::RegisterCommands(AppState& app) {
+void MainWindow::RegisterCommands() {
     commands_.Add(kCmdOk, [this] { close(); });
     commands_.Add(kCmdCancel, [this] { close(); });
     commands_.Add(kCmdBeep, [] { QApplication::beep(); });
     for (const bool forward : {false, true}) {
-        commands_.Add(forward ? kCmdNextPane : kCmdPreviousPane, [this, &app, forward] {
-            FocusNeighbourPane(*form_, app.project.currentStage, forward);
-        });
+        commands_.Add(forward ? kCmdNextPane : kCmdPreviousPane,
+                      [this, forward] { FocusNeighbourPane(*form_, app_.project.currentStage, forward); });
     }
     RegisterPlaybackCommands(commands_, playback_);
-    RegisterPictureCommands(commands_, app, channelPanel_);
+    RegisterPictureCommands(commands_, app_, channelPanel_);
     RegisterEditorCommands(commands_, *form_->editor, find_, projects_.dialogs);
-    RegisterStageCommands(commands_, app.project, *form_->stageButtons, channelPanel_);
-    RegisterProjectCommands(commands_, projects_, app.project);
-    RegisterLayouts(app);
-    AddOutputWindow(*windows_, commands_, app, player_, *this, playback_);
+    RegisterStageCommands(commands_, app_.project, *form_->stageButtons, channelPanel_);
+    RegisterProjectCommands(commands_, projects_, app_.project);
+    RegisterLayouts();
+    AddOutputWindow(*windows_, commands_, app_, player_, *this, playback_);
 }
 
-void MainWindow::RegisterLayouts(AppState& app) {
+void MainWindow::RegisterLayouts() {
     commands_.Add(kCmdLoadLayout, [this] { layouts_.Load(); });
     commands_.Add(kCmdSaveLayout, [this] {
         layouts_.Save();
@@ -49,11 +48,11 @@ void MainWindow::RegisterLayouts(AppState& app) {
         [] { return Windows().LockWindows(); });
     commands_.AddToggle(
         kCmdSnapToEdges,
-        [&app] {
-            app.display.snapToEdges = app.display.snapToEdges ? 0 : 1;
-            Windows().SetSnapping(app.display.snapToEdges != 0);
+        [this] {
+            app_.display.snapToEdges = app_.display.snapToEdges ? 0 : 1;
+            Windows().SetSnapping(app_.display.snapToEdges != 0);
         },
-        [&app] { return app.display.snapToEdges != 0; });
+        [this] { return app_.display.snapToEdges != 0; });
 }
 
 void MainWindow::SendCommand(int id, intptr_t) {

@@ -9,6 +9,7 @@
 #include "commands/Commands.h"
 #include "controls/Annotations.h"
 #include "controls/LiveValues.h"
+#include "core/AppState.h"
 #include "core/PlayTime.h"
 #include "look/widgets/Icons.h"
 #include "look/widgets/Theme.h"
@@ -61,20 +62,20 @@ QStringList DroppedFiles(const QMimeData& data) {
 
 }  // namespace
 
-MainWindow::MainWindow(Player& player)
-    : player_(player),
+MainWindow::MainWindow(AppState& app, Player& player)
+    : app_(app),
+      player_(player),
       form_(MakeForm(Client())),
       posted_(this),
       pane_(*form_->statusText),
-      playback_(*form_, *App(), player, pane_),
-      projects_(*App(), pane_, MakeUserDialogs(this)),
-      recovery_(*App(), pane_),
-      channelPanel_(*Client(), *App(), player, projects_.dialogs, [this](int id) { SendCommand(id, 0); }),
+      playback_(*form_, app_, player, pane_),
+      projects_(app_, pane_, MakeUserDialogs(this)),
+      recovery_(app_, pane_),
+      channelPanel_(*Client(), app_, player, projects_.dialogs, [this](int id) { SendCommand(id, 0); }),
       layouts_(projects_.dialogs, pane_, *windows_, [this](int id) { PostCommand(id, 0); }),
       find_(*form_->editor, projects_.dialogs) {
-    AppState& app = *App();
-    app.host = this;
-    app.project.observer = this;
+    app_.host = this;
+    app_.project.observer = this;
     form_->statusText->setFont(CodeFont());
     form_->statusText->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     form_->editorSplitter->setStretchFactor(0, 4);
@@ -84,7 +85,7 @@ MainWindow::MainWindow(Player& player)
     form_->lowerSplitter->setStretchFactor(1, 1);
     form_->lowerSplitter->setSizes({540, 198});
     form_->lineGutter->Attach(*form_->editor);
-    app.project.includeContext = CreateIncludeContext();
+    app_.project.includeContext = CreateIncludeContext();
     playback_.prepareRun = [this](RenderRun& run) {
         // A shader can end the process by way of the driver.
         recovery_.Update();
@@ -101,9 +102,9 @@ MainWindow::MainWindow(Player& player)
     ConnectControls();
     ConnectEditor();
     auto* menuBar = new QMenuBar;
-    Windows().SetSnapping(app.display.snapToEdges != 0);
-    RegisterCommands(app);
-    menus_ = std::make_unique<Menus>(*menuBar, *this, commands_, app.recent,
+    Windows().SetSnapping(app_.display.snapToEdges != 0);
+    RegisterCommands();
+    menus_ = std::make_unique<Menus>(*menuBar, *this, commands_, app_.recent,
                                      [this](int id) { SendCommand(id, 0); });
     SetMenuBar(menuBar);
     windows_->onChange = [this] { menus_->ShowStates(); };
@@ -112,21 +113,20 @@ MainWindow::MainWindow(Player& player)
     ResizeClient(kBaseSize);
     AttachScaling(*Client(), true);
     RefreshLayoutMenu();
-    FillDefaultPalette(*Hold(*app.palette.table));
+    FillDefaultPalette(*Hold(*app_.palette.table));
     form_->editor->addActions(menus_->EditActions());
     form_->editor->setContextMenuPolicy(Qt::CustomContextMenu);
     form_->editor->setFocus();
 }
 
 MainWindow::~MainWindow() {
-    StopRenderThread(*App(), player_);
+    StopRenderThread(app_, player_);
     form_->editor->Forget();
     // The children go after the members here, and an edit that loses the focus would still send its command.
     form_->fpsTarget->disconnect(this);
-    AppState& app = *App();
     windows_.reset();
-    app.host = &SilentHost();
-    app.project.observer = nullptr;
+    app_.host = &SilentHost();
+    app_.project.observer = nullptr;
 }
 
 void MainWindow::ConnectControls() {
@@ -152,7 +152,7 @@ void MainWindow::ConnectControls() {
                 [this, id = button->property("controlId").toInt()] { SendCommand(id, 0); });
     }
     connect(form_->fpsTarget, &FpsField::editingFinished, this, [this] { SendCommand(kCmdFpsTarget, 0); });
-    form_->stageButtons->SetUp(App()->project, [this](int id) { SendCommand(id, 0); });
+    form_->stageButtons->SetUp(app_.project, [this](int id) { SendCommand(id, 0); });
     form_->statusText->viewport()->installEventFilter(this);
     form_->treeView->viewport()->installEventFilter(this);
     // Files are for the window, also where a text would take their names.
@@ -163,7 +163,8 @@ void MainWindow::ConnectControls() {
 void MainWindow::ConnectEditor() {
     CodeView* editor = form_->editor;
     // The comparison with what was saved, and by way of the title the recovery copy.
-    connect(editor, &CodeView::TextEdited, this, [] { OnStageChanged(App()->project.currentStage); });
+    connect(editor, &CodeView::TextEdited, this,
+            [this] { OnStageChanged(app_.project, app_.project.currentStage); });
     connect(editor, &CodeView::PaintedAnew, this, [this](bool hasControlWords) {
         const ControlSet& controls = *Controls();
         if (hasControlWords || controls.uniformCount + controls.defineCount == 0) RebuildControlTree();
@@ -197,21 +198,20 @@ void MainWindow::ZoomTree(int delta) {
 }
 
 void MainWindow::ProbeOutput() {
-    AppState& app = *App();
     const std::shared_ptr<OutputSurface> probe = CreateOffscreenOutput({1, 1});
-    app.display.openGlOk = probe && ProbeOpenGl(probe);
+    app_.display.openGlOk = probe && ProbeOpenGl(probe);
     const QString version = QStringLiteral("OpenGL v") + QString::fromStdString(OpenGlVersionText());
     form_->openGlVersionText->setText(version);
     form_->openGlVersionText->setToolTip(version);  // a driver's text may be longer than the field
-    form_->openGlFeaturesText->setText(app.display.openGlOk ? QStringLiteral("All features available")
-                                                            : QStringLiteral("Unsupported OpenGL version"));
+    form_->openGlFeaturesText->setText(app_.display.openGlOk ? QStringLiteral("All features available")
+                                                             : QStringLiteral("Unsupported OpenGL version"));
 }
 
 bool MainWindow::OpenInitialProject(const QString& path) {
     const bool isSource = path.endsWith(QLatin1String(".glsl"), Qt::CaseInsensitive);
     if (!path.isEmpty() && !isSource && projects_.Load(path)) return true;
     QString complaint = StatusText();
-    ClearProject(true);
+    ClearProject(app_.project, true);
     if (path.isEmpty()) return true;
     if (isSource) {
         if (projects_.LoadSource(path)) return true;
@@ -269,7 +269,7 @@ void MainWindow::Beep() {
 void MainWindow::ShowTitle(bool modified) {
     setWindowTitle(
         QStringLiteral("%1%2 - Pixelgrove")
-            .arg(modified ? QStringLiteral("*") : QString(), QFileInfo(App()->project.fileName).fileName()));
+            .arg(modified ? QStringLiteral("*") : QString(), QFileInfo(app_.project.fileName).fileName()));
     recovery_.NoteChange();
 }
 
@@ -279,7 +279,7 @@ void MainWindow::LoadDocument(StageDocument& document, StageSwitch how) {
 
 void MainWindow::ShowMessages(const CompileMessages& messages, const QString& end) {
     pane_.Show(messages, end);
-    const EditingForm& project = App()->project;
+    const EditingForm& project = app_.project;
     if (!project.currentDocument) return;
     std::vector<int32_t>& marks = project.currentDocument->errorLines.lines;
     marks.clear();
@@ -367,7 +367,7 @@ void MainWindow::mousePressEvent(QMouseEvent* event) {
 void MainWindow::mouseReleaseEvent(QMouseEvent* event) {
     FrameWindow::mouseReleaseEvent(event);
     const FrameWindow* output = Windows().Find(kOutputWin);
-    RunControls& run = *App()->run;
+    RunControls& run = *app_.run;
     if (event->button() != Qt::LeftButton || !output || run.hasContext == 0) return;
     const QPoint at = output->Client()->mapFromGlobal(event->globalPosition().toPoint());
     if (output->Client()->rect().contains(at)) run.timeRequest.Ask({RandomStartTime()});
@@ -389,10 +389,10 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     recovery_.Finish();
     // Windows that are open now are to be open at the next start.
     Windows().FreezeOpenStates();
-    StopRenderThread(*App(), player_);
+    StopRenderThread(app_, player_);
     form_->editor->Forget();
     windows_->CloseAll();
-    ClearProject(false);
+    ClearProject(app_.project, false);
     event->accept();
 }
 

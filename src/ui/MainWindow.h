@@ -1,8 +1,8 @@
 // MainWindow: what the user works in: editor, stage buttons, playback, messages, menus. The hub where every
 // gesture becomes a command, the Host that the engine reports to, and the observer of the project.
 //
-// Made after AllocateGlobals; registers itself as AppState::host and EditingForm::observer until it is
-// destroyed, which must not be before the run has ended. Main thread, but for PostCommand and Beep.
+// Registers itself as AppState::host and EditingForm::observer until it is destroyed, which must not be
+// before the run has ended. Main thread, but for PostCommand and Beep.
 #pragma once
 
 #include <memory>
@@ -35,8 +35,8 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     Q_OBJECT
 
   public:
-    // The record outlives the window.
-    explicit MainWindow(Player& player);
+    // Both records outlive this object.
+    MainWindow(AppState& app, Player& player);
     // Ends the run if there is one.
     ~MainWindow() override;
 
@@ -102,14 +102,15 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     void ConnectControls();
     void ConnectEditor();
     void ProbeOutput();
-    void RegisterCommands(AppState& app);
-    void RegisterLayouts(AppState& app);
+    void RegisterCommands();
+    void RegisterLayouts();
     void PopUpEditorMenu(const QPoint& globalPosition);
     void SetUpTree();
     void ZoomTree(int delta);
     void RefreshLayoutMenu();
     void RefreshCaretStatus();
 
+    AppState& app_;
     Player& player_;
     std::unique_ptr<Ui::EditWindow> form_;
     CommandQueue posted_;

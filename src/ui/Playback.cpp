@@ -162,7 +162,7 @@ void Playback::OnCompileResult() {
     } else {
         app_.project.stageErrors = player_.currentRun->ReportedErrors();
         SetButtonState(ButtonState::Idle);
-        ShowStageErrors();
+        ShowStageErrors(app_.project);
         // Without a compiler's log there is one sentence, which names its stage: shown whatever the editor
         // shows.
         if (const CompileMessages failure = player_.currentRun->ReportedFailure(); !failure.empty())

@@ -46,7 +46,7 @@ bool ProjectCommands::ConfirmLoss() {
 }
 
 void ProjectCommands::New() {
-    ClearProject(true);
+    ClearProject(app_.project, true);
 }
 
 void ProjectCommands::OpenProject() {
@@ -71,7 +71,7 @@ bool ProjectCommands::Load(const QString& path, const LoadWords& words) {
         std::fprintf(stderr, "pixelgrove: %s: %s\n", qPrintable(path), qPrintable(warning));
     }
     if (isLoaded) {
-        AdoptProject(project, path);
+        AdoptProject(app_.project, project, path);
         // A file that holds more than was read of it is not written over without a question.
         if (result.isComplete) app_.project.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
         status += LostCharactersOfProject(false);
@@ -107,13 +107,13 @@ void ProjectCommands::Save(const QString& path) {
         return;
     }
     app_.project.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
-    MarkProjectSaved();
-    SetOpenFileName(path);
+    MarkProjectSaved(app_.project);
+    SetOpenFileName(app_.project, path);
     pane_.Say(QStringLiteral("File saved.") + LostCharactersOfProject(true));
 }
 
 void ProjectCommands::RestorePrevious() {
-    if (RestorePreviousProject()) pane_.Say(QStringLiteral("Previous project restored."));
+    if (RestorePreviousProject(app_.project)) pane_.Say(QStringLiteral("Previous project restored."));
 }
 
 }  // namespace pixelgrove

@@ -57,7 +57,7 @@ bool RecoveryKeeper::Update(QString* reason) {
         if (file_) file_->Remove();
         return true;
     }
-    const QByteArray bytes = WriteRecoveryCopy(TakeRecoveryCopy());
+    const QByteArray bytes = WriteRecoveryCopy(TakeRecoveryCopy(app_.project));
     if (!file_) file_ = RecoveryFile::Create(folder_);
     return file_ && !bytes.isEmpty() && file_->Write(bytes, reason);
 }
@@ -100,7 +100,7 @@ RecoveryKeeper::Outcome RecoveryKeeper::Offer(const UserDialogs& dialogs) {
                 outcome.isRestored = true;
                 outcome.messages +=
                     QStringLiteral("%1 is restored. Its changes are not saved.").arg(NameOf(*copy));
-                outcome.messages += ShowRecoveryCopy(*copy);
+                outcome.messages += ShowRecoveryCopy(app_.project, *copy);
                 break;
             case Answer::No:
                 outcome.messages += QStringLiteral("The copy of %1 is put aside as \"%2\".")

@@ -5,8 +5,6 @@
 
 #include <functional>
 
-#include "core/AppState.h"
-
 namespace pixelgrove {
 namespace {
 
@@ -14,46 +12,39 @@ using testing::ElementsAre;
 
 class ProjectModelTest : public testing::Test {
   protected:
-    void SetUp() override {
-        ASSERT_TRUE(AllocateGlobals());
-        App()->project.shaderModified = false;
-        ClearProject(true);
-    }
-    void TearDown() override {
-        ClearProject(false);
-        FreeGlobals();
-    }
-    AppState& State() { return *App(); }
+    void SetUp() override { ClearProject(form_, true); }
+
+    EditingForm form_;
 };
 
 TEST_F(ProjectModelTest, ANewProjectIsTheImageStageAlone) {
-    State().project.documents[kStageBufferB].text = QStringLiteral("x");
-    State().project.channels[3][1].kind = kChannelTexture;
-    AddStage(kStageBufferB);
-    State().project.shaderModified = true;
-    State().project.projectInfo.name = State().project.projectInfo.username = QStringLiteral("mine");
-    ClearProject(true);
+    form_.documents[kStageBufferB].text = QStringLiteral("x");
+    form_.channels[3][1].kind = kChannelTexture;
+    AddStage(form_, kStageBufferB);
+    form_.shaderModified = true;
+    form_.projectInfo.name = form_.projectInfo.username = QStringLiteral("mine");
+    ClearProject(form_, true);
 
     EXPECT_THAT(AddableStages(), ElementsAre(1u, 2u, 3u, 4u, 5u, 6u));
-    EXPECT_EQ(State().project.currentDocument, &State().project.documents[kStageImage]);
-    EXPECT_EQ(State().project.currentDocument->text, DefaultSource(kStageImage));
-    EXPECT_FALSE(State().project.documents[kStageBufferB].hasText);
-    EXPECT_EQ(State().project.projectInfo.name + State().project.projectInfo.username, QString());
-    EXPECT_EQ(State().project.channels[3][1].kind, kChannelUnused);
-    EXPECT_TRUE(State().project.shaderModified);
+    EXPECT_EQ(form_.currentDocument, &form_.documents[kStageImage]);
+    EXPECT_EQ(form_.currentDocument->text, DefaultSource(kStageImage));
+    EXPECT_FALSE(form_.documents[kStageBufferB].hasText);
+    EXPECT_EQ(form_.projectInfo.name + form_.projectInfo.username, QString());
+    EXPECT_EQ(form_.channels[3][1].kind, kChannelUnused);
+    EXPECT_TRUE(form_.shaderModified);
 
     for (uint32_t id : {uint32_t(kStageNone), uint32_t(kStageImage), 8u})
-        RemoveStage(id);
-    EXPECT_TRUE(State().project.documents[kStageImage].hasText);
+        RemoveStage(form_, id);
+    EXPECT_TRUE(form_.documents[kStageImage].hasText);
 }
 
 TEST_F(ProjectModelTest, TheMarkStandsWhileAStageDiffersFromWhatWasSaved) {
-    AddStage(kStageBufferA);
-    StageDocument& document = State().project.documents[kStageBufferA];
-    auto& channels = State().project.channels[kStageBufferA];
+    AddStage(form_, kStageBufferA);
+    StageDocument& document = form_.documents[kStageBufferA];
+    auto& channels = form_.channels[kStageBufferA];
     channels[1].kind = kChannelKeyboard;
-    MarkProjectSaved();
-    State().project.fileName.clear();
+    MarkProjectSaved(form_);
+    form_.fileName.clear();
     const std::pair<std::function<void()>, bool> rows[] = {
         {[&] { document.text[0] = u'x'; }, true},
         {[&] { document.text.clear(); }, true},
@@ -62,20 +53,20 @@ TEST_F(ProjectModelTest, TheMarkStandsWhileAStageDiffersFromWhatWasSaved) {
         {[&] { channels[1].sourceStage = 0; }, false},  // none, as -1
         {[&] { channels[1] = ChannelInput(); }, true},
         {[&] { channels[3].fileName = QStringLiteral("/x"); }, false},  // unused
-        {[] { RemoveStage(kStageBufferA); }, true},
+        {[&] { RemoveStage(form_, kStageBufferA); }, true},
     };
     const StageDocument savedDocument = document;
     const auto savedChannels = channels;
     for (const auto& [change, marks] : rows) {
         change();
-        OnStageChanged(kStageBufferA);
-        EXPECT_EQ(App()->project.shaderModified, marks) << &change - &rows[0].first;
+        OnStageChanged(form_, kStageBufferA);
+        EXPECT_EQ(form_.shaderModified, marks) << &change - &rows[0].first;
         document = savedDocument;
         channels = savedChannels;
-        OnStageChanged(kStageBufferA);
-        EXPECT_FALSE(App()->project.shaderModified);
+        OnStageChanged(form_, kStageBufferA);
+        EXPECT_FALSE(form_.shaderModified);
     }
-    EXPECT_EQ(State().project.fileName, QStringLiteral("Untitled"));
+    EXPECT_EQ(form_.fileName, QStringLiteral("Untitled"));
 }
 
 TEST_F(ProjectModelTest, WhatIsThrownAwayWithItsChangesComesBackOnce) {
@@ -83,42 +74,42 @@ TEST_F(ProjectModelTest, WhatIsThrownAwayWithItsChangesComesBackOnce) {
         ShaderProject project;
         project.version = 0.5f;
         project.stages[kStageImage].kind = project.stages[kStageCommon].kind = kStageImage;
-        AdoptProject(project, QStringLiteral("/p/fog.json"));
-        State().project.projectFile = State().project.fileName;
+        AdoptProject(form_, project, QStringLiteral("/p/fog.json"));
+        form_.projectFile = form_.fileName;
     };
     const auto type = [this](const QString& text) {
-        SetDocumentText(*State().project.currentDocument, text);
-        OnStageChanged(State().project.currentStage);
+        SetDocumentText(*form_.currentDocument, text);
+        OnStageChanged(form_, form_.currentStage);
     };
     open();
-    ClearProject(true);
-    EXPECT_FALSE(RestorePreviousProject()) << "nothing was thrown away";
-    EXPECT_EQ(State().project.projectFile, QString());
+    ClearProject(form_, true);
+    EXPECT_FALSE(RestorePreviousProject(form_)) << "nothing was thrown away";
+    EXPECT_EQ(form_.projectFile, QString());
     open();
-    SelectStage(kStageCommon);
+    SelectStage(form_, kStageCommon);
     type(QStringLiteral("mine"));
-    ClearProject(true);
-    EXPECT_TRUE(App()->project.shaderModified) << "the mark survives New";
+    ClearProject(form_, true);
+    EXPECT_TRUE(form_.shaderModified) << "the mark survives New";
     open();  // in place of the untouched default, which is nothing to keep
-    EXPECT_FALSE(App()->project.shaderModified);
-    ASSERT_TRUE(RestorePreviousProject());
-    EXPECT_EQ(State().project.currentStage, kStageCommon);
-    EXPECT_EQ(State().project.currentDocument->text, QStringLiteral("mine"));
+    EXPECT_FALSE(form_.shaderModified);
+    ASSERT_TRUE(RestorePreviousProject(form_));
+    EXPECT_EQ(form_.currentStage, kStageCommon);
+    EXPECT_EQ(form_.currentDocument->text, QStringLiteral("mine"));
     EXPECT_THAT(AddableStages(), ElementsAre(2u, 3u, 4u, 5u, 6u));
-    EXPECT_EQ(State().project.projectVersion, 0.5f);
-    EXPECT_EQ(State().project.projectFile, QStringLiteral("/p/fog.json"));
-    EXPECT_TRUE(App()->project.shaderModified);
-    EXPECT_FALSE(RestorePreviousProject());
+    EXPECT_EQ(form_.projectVersion, 0.5f);
+    EXPECT_EQ(form_.projectFile, QStringLiteral("/p/fog.json"));
+    EXPECT_TRUE(form_.shaderModified);
+    EXPECT_FALSE(RestorePreviousProject(form_));
     type({});
-    EXPECT_FALSE(App()->project.shaderModified) << "the file holds this";
+    EXPECT_FALSE(form_.shaderModified) << "the file holds this";
 
     // Bringing one back throws nothing away either.
     type(QStringLiteral("first"));
-    ClearProject(true);
+    ClearProject(form_, true);
     type(QStringLiteral("second"));
     for (const char* text : {"first", "second"}) {
-        EXPECT_TRUE(RestorePreviousProject());
-        EXPECT_EQ(State().project.currentDocument->text, QString::fromLatin1(text));
+        EXPECT_TRUE(RestorePreviousProject(form_));
+        EXPECT_EQ(form_.currentDocument->text, QString::fromLatin1(text));
     }
 }
 
@@ -136,26 +127,26 @@ TEST_F(ProjectModelTest, AdoptingTakesTextsAndChannelsOver) {
     project.stages[kStageBufferC].text = QStringLiteral("\u4e2d\u2029");
     project.stages[kStageBufferB].source = "no kind";
     const BitmapRef face = stage.channels[3].faces[0];
-    AddStage(kStageCubeA);
-    App()->project.shaderModified = true;
-    AdoptProject(project, QStringLiteral("/p/fog.json"));
+    AddStage(form_, kStageCubeA);
+    form_.shaderModified = true;
+    AdoptProject(form_, project, QStringLiteral("/p/fog.json"));
 
-    const StageDocument& image = State().project.documents[kStageImage];
+    const StageDocument& image = form_.documents[kStageImage];
     EXPECT_EQ(image.text, QStringLiteral("a\n\n\u20ac//"));
     EXPECT_EQ(image.commentMap, (std::vector<uint8_t>{0, 0, 0, 0, 1, 1}));
-    EXPECT_EQ(State().project.channels[kStageImage][3].faces[0], face);
+    EXPECT_EQ(form_.channels[kStageImage][3].faces[0], face);
     EXPECT_EQ(stage.channels[3].faces[0], nullptr);
-    EXPECT_TRUE(State().project.documents[kStageBufferA].hasText);
-    EXPECT_EQ(State().project.documents[kStageBufferC].text, QStringLiteral("\u4e2d\n"));
+    EXPECT_TRUE(form_.documents[kStageBufferA].hasText);
+    EXPECT_EQ(form_.documents[kStageBufferC].text, QStringLiteral("\u4e2d\n"));
     EXPECT_THAT(AddableStages(), ElementsAre(1u, 3u, 5u, 6u));
-    EXPECT_EQ(State().project.currentStage, kStageImage);
-    EXPECT_FALSE(App()->project.shaderModified);
-    EXPECT_EQ(State().project.fileName, QStringLiteral("/p/fog.json"));
+    EXPECT_EQ(form_.currentStage, kStageImage);
+    EXPECT_FALSE(form_.shaderModified);
+    EXPECT_EQ(form_.fileName, QStringLiteral("/p/fog.json"));
 
     for (const auto& [path, name] : {std::pair{QStringLiteral("XsXXDn"), "Fog.json"},  // the id of a service
                                      {QString(260, u'p'), ""}}) {
-        AdoptProject(project, path);
-        EXPECT_EQ(State().project.fileName, QLatin1String(name));
+        AdoptProject(form_, project, path);
+        EXPECT_EQ(form_.fileName, QLatin1String(name));
     }
 }
 

@@ -15,15 +15,10 @@ namespace {
 
 class Recovery : public ::testing::Test {
   protected:
-    void SetUp() override { ASSERT_TRUE(AllocateGlobals()); }
-    void TearDown() override {
-        ClearProject(false);
-        App()->project.shaderModified = false;
-        FreeGlobals();
-    }
     QString At(const char* name) const { return folder_.filePath(QString::fromLatin1(name)); }
     QStringList Files() const { return QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden); }
 
+    EditingForm project_;
     QTemporaryDir folder_;
 };
 
@@ -31,18 +26,17 @@ TEST_F(Recovery, NothingOfAProjectIsLost) {
     QImage picture(6, 3, QImage::Format_RGB32);
     picture.fill(Qt::green);
     ASSERT_TRUE(picture.save(At("p.png")));
-    AppState& app = *App();
-    ClearProject(true);
-    app.project.documents[kStageImage].text = QStringLiteral("thrown away");
-    OnStageChanged(kStageImage);
-    ClearProject(true);
-    AddStage(kStageBufferB);
+    ClearProject(project_, true);
+    project_.documents[kStageImage].text = QStringLiteral("thrown away");
+    OnStageChanged(project_, kStageImage);
+    ClearProject(project_, true);
+    AddStage(project_, kStageBufferB);
     // Beyond the code page, half a surrogate pair, a zero, and what JSON has to escape.
     const QString odd = QStringLiteral(u"// \u0416 \u4e2d \U0001F600 \xd800 \"\\\t\n") + QChar(0) + u'x';
-    app.project.documents[kStageImage].text = odd;
-    app.project.documents[kStageBufferB].text.clear();
-    const auto set = [&app](uint32_t stage, size_t index, ChannelInput channel) {
-        app.project.channels[stage][index] = std::move(channel);
+    project_.documents[kStageImage].text = odd;
+    project_.documents[kStageBufferB].text.clear();
+    const auto set = [this](uint32_t stage, size_t index, ChannelInput channel) {
+        project_.channels[stage][index] = std::move(channel);
     };
     ChannelInput textured{.kind = kChannelTexture, .fileName = At("p.png")};
     textured.Sampler() = {
@@ -51,38 +45,38 @@ TEST_F(Recovery, NothingOfAProjectIsLost) {
     set(kStageImage, 3, {.kind = kChannelBuffer, .sourceStage = kStageBufferB});
     set(kStageBufferB, 1, {.kind = kChannelVolume, .fileName = At("gone.bin")});
     set(kStageCommon, 2, {.fileName = QStringLiteral("no picture, as its choice failed")});
-    app.project.projectInfo.name = QStringLiteral(u"\u0416");
-    app.project.projectInfo.likes = std::numeric_limits<uint32_t>::max();
-    app.project.projectVersion = 0.3f;
-    app.project.fileName = QStringLiteral("name.json");
-    app.project.projectFile = At("sub/own name.json");
-    app.project.currentStage = kStageBufferB;
-    const auto channelsBefore = app.project.channels;
+    project_.projectInfo.name = QStringLiteral(u"\u0416");
+    project_.projectInfo.likes = std::numeric_limits<uint32_t>::max();
+    project_.projectVersion = 0.3f;
+    project_.fileName = QStringLiteral("name.json");
+    project_.projectFile = At("sub/own name.json");
+    project_.currentStage = kStageBufferB;
+    const auto channelsBefore = project_.channels;
 
-    const QByteArray bytes = WriteRecoveryCopy(TakeRecoveryCopy());
-    ClearProject(true);
+    const QByteArray bytes = WriteRecoveryCopy(TakeRecoveryCopy(project_));
+    ClearProject(project_, true);
     const std::optional<RecoveryCopy> copy = ReadRecoveryCopy(bytes);
     ASSERT_TRUE(copy);
-    const QString unusable = ShowRecoveryCopy(*copy).join(u'|');
+    const QString unusable = ShowRecoveryCopy(project_, *copy).join(u'|');
     EXPECT_TRUE(
         unusable.startsWith(QStringLiteral("Buffer B: the volume of channel 1 can't be used: no file \"%1\"")
                                 .arg(At("gone.bin"))))
         << qPrintable(unusable);
 
-    EXPECT_TRUE(App()->project.shaderModified);
-    EXPECT_EQ(app.project.documents[kStageImage].text, odd);
-    EXPECT_TRUE(app.project.documents[kStageBufferB].hasText);
-    EXPECT_EQ(app.project.currentStage, uint32_t(kStageBufferB));
-    EXPECT_EQ(app.project.currentDocument, &app.project.documents[kStageBufferB]);
+    EXPECT_TRUE(project_.shaderModified);
+    EXPECT_EQ(project_.documents[kStageImage].text, odd);
+    EXPECT_TRUE(project_.documents[kStageBufferB].hasText);
+    EXPECT_EQ(project_.currentStage, uint32_t(kStageBufferB));
+    EXPECT_EQ(project_.currentDocument, &project_.documents[kStageBufferB]);
     EXPECT_FALSE(stageTabs[kStageCommon].exists);
-    EXPECT_EQ(app.project.fileName, QStringLiteral("name.json"));
-    EXPECT_EQ(app.project.projectFile, At("sub/own name.json"));
-    EXPECT_EQ(app.project.projectInfo.name, QStringLiteral(u"\u0416"));
-    EXPECT_EQ(app.project.projectInfo.likes, std::numeric_limits<uint32_t>::max());
-    EXPECT_EQ(app.project.projectVersion, 0.3f);
+    EXPECT_EQ(project_.fileName, QStringLiteral("name.json"));
+    EXPECT_EQ(project_.projectFile, At("sub/own name.json"));
+    EXPECT_EQ(project_.projectInfo.name, QStringLiteral(u"\u0416"));
+    EXPECT_EQ(project_.projectInfo.likes, std::numeric_limits<uint32_t>::max());
+    EXPECT_EQ(project_.projectVersion, 0.3f);
     for (uint32_t id = 0; id < kStageCount; ++id) {
         for (size_t i = 0; i < kChannelCount; ++i) {
-            const ChannelInput& now = app.project.channels[id][i];
+            const ChannelInput& now = project_.channels[id][i];
             const ChannelInput& before = channelsBefore[id][i];
             const auto all = [](const ChannelInput& c) {
                 return std::tuple(c.kind, c.wrap, c.filter, c.vflip, c.srgb, c.internalFormat, c.sourceStage,
@@ -91,18 +85,18 @@ TEST_F(Recovery, NothingOfAProjectIsLost) {
             EXPECT_EQ(all(now), all(before)) << id << ' ' << i;
         }
     }
-    const BitmapRef& loaded = app.project.channels[kStageImage][0].faces[0];
+    const BitmapRef& loaded = project_.channels[kStageImage][0].faces[0];
     ASSERT_TRUE(loaded);
     EXPECT_EQ(loaded->width, 6);
-    OnStageChanged(kStageImage);
-    EXPECT_TRUE(App()->project.shaderModified) << "no file has it, whatever it is compared with";
-    EXPECT_TRUE(RestorePreviousProject());
-    EXPECT_EQ(app.project.documents[kStageImage].text, QStringLiteral("thrown away"));
+    OnStageChanged(project_, kStageImage);
+    EXPECT_TRUE(project_.shaderModified) << "no file has it, whatever it is compared with";
+    EXPECT_TRUE(RestorePreviousProject(project_));
+    EXPECT_EQ(project_.documents[kStageImage].text, QStringLiteral("thrown away"));
 }
 
 TEST_F(Recovery, DamagedCopies) {
-    ClearProject(true);
-    const QByteArray whole = WriteRecoveryCopy(TakeRecoveryCopy());
+    ClearProject(project_, true);
+    const QByteArray whole = WriteRecoveryCopy(TakeRecoveryCopy(project_));
     for (qsizetype length = 0; length < whole.size(); length += 7)
         EXPECT_FALSE(ReadRecoveryCopy(whole.first(length))) << length;
     for (const char* other : {"[]", "{}", R"({"pixelgroveRecovery":2,"project":{"stages":[]}})",

@@ -92,23 +92,23 @@ TEST_F(ChannelPanelTest, GroupsShowWhatTheShownStageReads) {
     EXPECT_EQ(Combo("filterCombo")->currentIndex(), 2);
     EXPECT_EQ(Channel().filter, 0u);
 
-    AddStage(kStageCommon);
-    SelectStage(kStageCommon);
+    AddStage(App()->project, kStageCommon);
+    SelectStage(App()->project, kStageCommon);
     for (const char* part : {"channelButton", "channelThumbnail", "channelName", "filterCombo", "vflipCheck"})
         EXPECT_FALSE(Part(part)->isVisible()) << part;
-    SelectStage(kStageImage);
+    SelectStage(App()->project, kStageImage);
     EXPECT_TRUE(Part("filterCombo")->isVisible() && !Part("filterCombo", 1)->isVisible());
 }
 
 TEST_F(ChannelPanelTest, ControlsWriteTheShownStagesChannel) {
-    AddStage(kStageBufferB);
-    SelectStage(kStageBufferB);
+    AddStage(App()->project, kStageBufferB);
+    SelectStage(App()->project, kStageBufferB);
     ChannelInput& channel = Channel(0, kStageBufferB);
     channel.kind = kChannelKeyboard;
     DefaultSampler(channel);
     window->RefreshChannelPanel();
     channel.samplerCountdown = 0;
-    MarkProjectSaved();
+    MarkProjectSaved(App()->project);
     Choose(Combo("filterCombo"), 0);
     EXPECT_TRUE(Title().startsWith(u'*'));
     Choose(Combo("filterCombo"), 1);
@@ -271,8 +271,8 @@ TEST_F(ChannelRunTest, FlipAndFilterReachTheRunningShaderAndItsFile) {
 }
 
 TEST_F(ChannelRunTest, PreviewsComeAndGoWithTheRun) {
-    AddStage(kStageBufferA);
-    AddStage(kStageBufferB);
+    AddStage(App()->project, kStageBufferA);
+    AddStage(App()->project, kStageBufferB);
     SetDocumentText(App()->project.documents[kStageBufferA],
                     QStringLiteral("void mainImage(out vec4 c, in vec2 p) { c = vec4(1, 0, 1, 1); }"));
     ASSERT_TRUE(RunEntry(kChannelMenuBufferA));
@@ -294,9 +294,9 @@ TEST_F(ChannelRunTest, PreviewsComeAndGoWithTheRun) {
         QCoreApplication::sendPostedEvents();
         ASSERT_NE(Shown().pixelColor(9, 9), QColor(Qt::green));
     }
-    SelectStage(kStageBufferB);
+    SelectStage(App()->project, kStageBufferB);
     EXPECT_FALSE(Thumbnail()->HasPreview());
-    SelectStage(kStageImage);
+    SelectStage(App()->project, kStageImage);
     EXPECT_TRUE(isLetter());
     EXPECT_TRUE(PumpUntil(isMagenta));
     Run(kCmdStop);

@@ -138,9 +138,9 @@ TEST_F(EditorTest, OnlyWhatIsOnScreenIsColouredAnew) {
     EXPECT_EQ(Coloured(200, kComment), QStringList(Latin("int a;")));
     EXPECT_TRUE(Coloured(0, kType).isEmpty());
     // The text of a stage that is shown again has all its colours at once.
-    AddStage(kStageCommon);
-    SelectStage(kStageCommon);
-    SelectStage(kStageImage);
+    AddStage(App()->project, kStageCommon);
+    SelectStage(App()->project, kStageCommon);
+    SelectStage(App()->project, kStageImage);
     Key(Qt::Key_Home, Qt::ControlModifier);
     Key(Qt::Key_Delete);
     Paint();
@@ -152,8 +152,8 @@ TEST_F(EditorTest, OnlyWhatIsOnScreenIsColouredAnew) {
 TEST_F(EditorTest, OnlyWhatDiffersFromTheSavedTextIsMarked) {
     Load(Latin("int a;\n").repeated(400));
     Editor()->GoToLine(3);
-    AddStage(kStageCommon);
-    MarkProjectSaved();
+    AddStage(App()->project, kStageCommon);
+    MarkProjectSaved(App()->project);
     const auto isMarked = [this] {
         Paint();
         QCoreApplication::sendPostedEvents();
@@ -164,7 +164,7 @@ TEST_F(EditorTest, OnlyWhatDiffersFromTheSavedTextIsMarked) {
         EXPECT_FALSE(isMarked()) << key;
     }
     for (const uint32_t stage : {kStageCommon, kStageImage}) {
-        SelectStage(stage);
+        SelectStage(App()->project, stage);
         EXPECT_FALSE(isMarked());
     }
     Type(Latin("x"));
@@ -173,7 +173,7 @@ TEST_F(EditorTest, OnlyWhatDiffersFromTheSavedTextIsMarked) {
     EXPECT_FALSE(isMarked()) << "back at the saved text";
     EXPECT_FALSE(Title().startsWith(u'*'));
     Editor()->redo();
-    MarkProjectSaved();
+    MarkProjectSaved(App()->project);
     Run(kCmdEditUndo);
     EXPECT_TRUE(isMarked()) << "the saved text is the later one";
 }
@@ -268,7 +268,7 @@ TEST_F(EditorTest, IndentSelectionFollowsTheBraces) {
 }
 
 TEST_F(EditorTest, ViewsAreKeptForEachStage) {
-    AddStage(kStageCommon);
+    AddStage(App()->project, kStageCommon);
     Load(Latin("int abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz"
                "abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz;\n")
              .repeated(300));
@@ -289,11 +289,11 @@ TEST_F(EditorTest, ViewsAreKeptForEachStage) {
     const int left = Editor()->horizontalScrollBar()->value();
     ASSERT_GT(left, 0);
 
-    SelectStage(kStageCommon);
+    SelectStage(App()->project, kStageCommon);
     EXPECT_EQ(Editor()->ZoomPercent(), 150) << "a stage that was never left takes the zoom as it is";
     EXPECT_EQ(Editor()->textCursor().position(), 0);
     Wheel(Qt::ControlModifier, -120);
-    SelectStage(kStageImage);
+    SelectStage(App()->project, kStageImage);
     QCoreApplication::processEvents();  // the gutter gets its width
     EXPECT_EQ(Editor()->ZoomPercent(), 150);
     EXPECT_EQ(Editor()->textCursor().selectionStart(), start);
@@ -301,7 +301,7 @@ TEST_F(EditorTest, ViewsAreKeptForEachStage) {
     EXPECT_EQ(Editor()->verticalScrollBar()->value(), top);
     EXPECT_EQ(Editor()->horizontalScrollBar()->value(), left);
     EXPECT_FALSE(Editor()->CanUndo()) << "undo is for the text that is shown";
-    SelectStage(kStageCommon);
+    SelectStage(App()->project, kStageCommon);
     EXPECT_EQ(Editor()->ZoomPercent(), 140);
     for (int i = 0; i < 100; ++i)
         Wheel(Qt::ControlModifier, -120);
@@ -313,17 +313,17 @@ TEST_F(EditorTest, ViewsAreKeptForEachStage) {
         return Editor()->textCursor().hasSelection();
     };
     ASSERT_TRUE(moveAside());
-    RemoveStage(kStageCommon);
-    AddStage(kStageCommon);
-    SelectStage(kStageCommon);
+    RemoveStage(App()->project, kStageCommon);
+    AddStage(App()->project, kStageCommon);
+    SelectStage(App()->project, kStageCommon);
     EXPECT_FALSE(Editor()->textCursor().hasSelection()) << "removed and added";
     ASSERT_TRUE(moveAside());
-    SelectStage(kStageImage);
-    SelectStage(kStageCommon);
+    SelectStage(App()->project, kStageImage);
+    SelectStage(App()->project, kStageCommon);
     Type(Latin("x"));
     ASSERT_TRUE(moveAside());
     Run(kCmdNew);
-    ASSERT_TRUE(RestorePreviousProject());
+    ASSERT_TRUE(RestorePreviousProject(App()->project));
     EXPECT_FALSE(Editor()->textCursor().hasSelection()) << "thrown away and brought back";
 }
 

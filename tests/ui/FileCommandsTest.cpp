@@ -20,7 +20,7 @@ class FileCommandsTest : public WindowTest {
 };
 
 TEST_F(FileCommandsTest, ASourceFileReplacesTheShownStageAlone) {
-    AddStage(kStageCommon);
+    AddStage(App()->project, kStageCommon);
     ReplaceText(QStringLiteral("// line\n").repeated(300));
     Editor()->GoToLine(200);
     App()->project.documents[kStageImage].errorLines.lines = {2};
@@ -218,7 +218,7 @@ TEST_F(FileCommandsTest, SavingWritesWhatIsEditedToTheProjectsOwnFile) {
     ShaderProject project;
     const std::function<void()> makers[] = {
         [this] { Run(kCmdNew); },
-        [&] { AdoptProject(project, QStringLiteral("XsXXDn")); },
+        [&] { AdoptProject(App()->project, project, QStringLiteral("XsXXDn")); },
         [&] {
             window->Projects().Load(FileWith(QByteArray(twoStages).replace("Loaded", QByteArray(200, 'n'))));
         },

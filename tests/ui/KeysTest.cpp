@@ -21,7 +21,7 @@ class KeysTest : public WindowTest {
 
 TEST_F(KeysTest, EachKeyLeadsToItsPlace) {
     for (const uint32_t stage : {kStageCommon, kStageBufferB})
-        AddStage(stage);
+        AddStage(App()->project, stage);
     const auto stage = [] { return StageName(App()->project.currentStage); };
     const auto zoom = [this] { return QString::number(Editor()->ZoomPercent()); };
     const auto focus = [this] { return Focus(); };
@@ -93,7 +93,7 @@ TEST_F(KeysTest, AltIsNoWayToTypeALetter) {
 
 // As many pixels as its border is wide and high turn light or dark.
 TEST_F(KeysTest, EveryControlShowsThatItHasTheFocus) {
-    AddStage(kStageBufferA);
+    AddStage(App()->project, kStageBufferA);
     for (ChannelInput& channel : App()->project.channels[kStageImage])
         channel.kind = kChannelKeyboard;
     window->RefreshChannelPanel();

@@ -163,11 +163,11 @@ TEST_F(MainWindowTest, ASourceFileBeginsAProject) {
 
 TEST_F(MainWindowTest, ASavedProjectReadsBackTheSame) {
     const QString common = QStringLiteral("// \u00E9\u00A0\t\"quoted\"\n\n");
-    AddStage(kStageCommon);
-    SelectStage(kStageCommon);
+    AddStage(App()->project, kStageCommon);
+    SelectStage(App()->project, kStageCommon);
     ReplaceText(common);
     App()->project.channels[kStageImage][2].kind = kChannelKeyboard;
-    OnStageChanged(kStageImage);
+    OnStageChanged(App()->project, kStageImage);
     chosenPath = folder.filePath(QStringLiteral("saved.json"));
     Run(kCmdSaveProjectAs);
     EXPECT_EQ(Status(), QStringLiteral("File saved."));

@@ -93,15 +93,15 @@ TEST_F(PlaybackTest, AfterAFailedCompileTheFirstPlayOnlyClears) {
 }
 
 TEST_F(PlaybackTest, ErrorsOfAStageThatIsNotShownWaitUntilItIs) {
-    AddStage(kStageBufferA);
-    SelectStage(kStageBufferA);
+    AddStage(App()->project, kStageBufferA);
+    SelectStage(App()->project, kStageBufferA);
     ReplaceText(kBroken);
-    SelectStage(kStageImage);
+    SelectStage(App()->project, kStageImage);
     Click("playButton");
     ASSERT_TRUE(PumpUntil([] { return !App()->project.stageErrors[kStageBufferA].empty(); }));
     ASSERT_TRUE(PumpUntil([this] { return Status().contains(u'\n'); }));
     EXPECT_EQ(Status(), QStringLiteral("[ Image ] No errors.\nBuffer A has errors."));
-    SelectStage(kStageBufferA);
+    SelectStage(App()->project, kStageBufferA);
     EXPECT_TRUE(Status().contains(QStringLiteral("Buffer A(4)"))) << qPrintable(Status());
     EXPECT_TRUE(Editor()->IsErrorLine(4));
 }

@@ -88,14 +88,14 @@ TEST_F(RecoveryTest, ACopyIsThereBeforeARunAndSoonAfterAChange) {
 TEST_F(RecoveryTest, TheNextStartsOfferWhatWasNotSaved) {
     // Two at once, of which the second dies last.
     ReplaceText(QStringLiteral("one"));
-    SetOpenFileName(QStringLiteral("/a/one.json"));
+    SetOpenFileName(App()->project, QStringLiteral("/a/one.json"));
     window->SaveBeforeEnd();
     const QString one = Files().value(0);
     StartAgain({});
     EXPECT_EQ(asked, QStringList{QStringLiteral("one.json")});
     EXPECT_FALSE(restored);
     ReplaceText(QStringLiteral("two"));
-    SetOpenFileName(QStringLiteral("/a/two.json"));
+    SetOpenFileName(App()->project, QStringLiteral("/a/two.json"));
     window->SaveBeforeEnd();
     ASSERT_TRUE(WriteWholeFile(Folder() + QStringLiteral("/bad.json"), "{"));
 

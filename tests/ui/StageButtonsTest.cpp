@@ -18,13 +18,13 @@ class StageButtonsTest : public WindowTest {
 };
 
 TEST_F(StageButtonsTest, ColoursTellTheCurrentStageAndErrors) {
-    AddStage(kStageBufferA);
+    AddStage(App()->project, kStageBufferA);
     App()->project.stageErrors[kStageBufferA] = {{}};
     window->RefreshStageTabs();
     EXPECT_EQ(GroundOf(kStageImage), 0xff80ff80u);
     EXPECT_EQ(GroundOf(kStageBufferA), 0xffb28080u);
     EXPECT_EQ(GroundOf(kStageNone), 0xff80b280u);
-    SelectStage(kStageBufferA);
+    SelectStage(App()->project, kStageBufferA);
     EXPECT_EQ(GroundOf(kStageImage), 0xff80b280u);
     EXPECT_EQ(GroundOf(kStageBufferA), 0xffff8080u);
 
@@ -36,8 +36,8 @@ TEST_F(StageButtonsTest, ColoursTellTheCurrentStageAndErrors) {
 }
 
 TEST_F(StageButtonsTest, AStageIsRemovedByItsContextMenuAlone) {
-    AddStage(kStageBufferC);
-    SelectStage(kStageBufferC);
+    AddStage(App()->project, kStageBufferC);
+    SelectStage(App()->project, kStageBufferC);
     App()->project.channels[kStageBufferC][2].kind = kChannelTexture;
     const auto rightClick = [this](uint32_t stage) {
         QPushButton* tab = Tabs().Button(stage);

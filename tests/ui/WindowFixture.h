@@ -44,15 +44,15 @@ class WindowTest : public DisplayTest {
     void TearDown() override {
         if (!App()) return;
         window.reset();
-        ClearProject(false);
+        ClearProject(App()->project, false);
         Windows().Clear();
         DisplayTest::TearDown();
     }
 
     void MakeWindow(const QString& projectFile) {
         window.reset();
-        ClearProject(false);
-        window = std::make_unique<MainWindow>(player);
+        ClearProject(App()->project, false);
+        window = std::make_unique<MainWindow>(*App(), player);
         UserDialogs& dialogs = window->Projects().dialogs;
         dialogs.confirm = [this](const QString& caption, const QString& text) {
             ++questions;

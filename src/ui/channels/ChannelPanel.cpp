@@ -176,7 +176,7 @@ void ChannelPanel::WriteThrough(uint32_t channel) {
     changed.samplerCountdown = 2;
     // Also while the run still compiles: it takes this up with its first frame.
     if (player_.currentRun) player_.currentRun->samplers.Post(app_.project.currentStage, channel, changed);
-    OnStageChanged(app_.project.currentStage);
+    OnStageChanged(app_.project, app_.project.currentStage);
 }
 
 void ChannelPanel::PopUpMenu(uint32_t channel) {
@@ -184,7 +184,8 @@ void ChannelPanel::PopUpMenu(uint32_t channel) {
     const uint32_t stage = app_.project.currentStage;
     const bool isUsed = ShownChannel(channel).kind != kChannelUnused;
     QMenu* menu = MakeChannelMenu(&form_, isUsed, [this, stage, channel](int entryId) {
-        if (RunChannelMenu(entryId, app_.project.channels[stage][channel], dialogs_)) OnStageChanged(stage);
+        if (RunChannelMenu(entryId, app_.project.channels[stage][channel], dialogs_))
+            OnStageChanged(app_.project, stage);
         Refresh();
     });
     menu->popup(QCursor::pos());

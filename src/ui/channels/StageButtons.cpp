@@ -33,7 +33,7 @@ TabColours ColoursOf(bool current, bool inError) {
 class StageTab : public QPushButton {
   public:
     // The row's project, once it has one.
-    StageTab(uint32_t stage, const EditingForm* const& project, QWidget* row)
+    StageTab(uint32_t stage, EditingForm* const& project, QWidget* row)
         : QPushButton(StageName(stage), row), stage_(stage), project_(project) {
         setAttribute(Qt::WA_OpaquePaintEvent);
         setAttribute(Qt::WA_Hover);
@@ -63,7 +63,7 @@ class StageTab : public QPushButton {
 
   private:
     const uint32_t stage_;
-    const EditingForm* const& project_;
+    EditingForm* const& project_;
 };
 
 }  // namespace
@@ -86,7 +86,7 @@ StageButtons::StageButtons(QWidget* parent) : QWidget(parent) {
     buttons_[kStageNone]->setToolTip(QStringLiteral("Add a stage"));
 }
 
-void StageButtons::SetUp(const EditingForm& project, std::function<void(int commandId)> runCommand) {
+void StageButtons::SetUp(EditingForm& project, std::function<void(int commandId)> runCommand) {
     project_ = &project;
     runCommand_ = std::move(runCommand);
 }
@@ -149,9 +149,9 @@ void StageButtons::PopUpAddMenu() {
     for (uint32_t stage : stages) {
         QAction* action = menu->addAction(StageName(stage));
         action->setData(stage);
-        connect(action, &QAction::triggered, this, [stage] {
-            AddStage(stage);
-            SelectStage(stage);
+        connect(action, &QAction::triggered, this, [this, stage] {
+            AddStage(*project_, stage);
+            SelectStage(*project_, stage);
         });
     }
     menu->popup(QCursor::pos());
@@ -163,7 +163,7 @@ void StageButtons::PopUpRemoveMenu(uint32_t stage, const QPoint& globalPosition)
     menu->setObjectName(QStringLiteral("removeStageMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     FillMenu(*menu, StageMenuRows(), AlwaysAvailable);
-    connect(menu, &QMenu::triggered, this, [stage] { RemoveStage(stage); });
+    connect(menu, &QMenu::triggered, this, [this, stage] { RemoveStage(*project_, stage); });
     menu->popup(globalPosition);
 }
 

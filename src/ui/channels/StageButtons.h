@@ -23,7 +23,7 @@ class StageButtons : public QWidget {
     explicit StageButtons(QWidget* parent = nullptr);
 
     // Once, before it is shown: whose stages they are, and what a press runs, the button's command id.
-    void SetUp(const EditingForm& project, std::function<void(int commandId)> runCommand);
+    void SetUp(EditingForm& project, std::function<void(int commandId)> runCommand);
 
     // Shows the tabs of the stages that exist, from the left in StageId order, with their captions and
     // colours. Image is always there, as the last.
@@ -43,7 +43,7 @@ class StageButtons : public QWidget {
   private:
     void LayOut();
 
-    const EditingForm* project_ = nullptr;
+    EditingForm* project_ = nullptr;
     std::function<void(int commandId)> runCommand_;
     std::array<QPushButton*, kStageCount> buttons_{};
 };

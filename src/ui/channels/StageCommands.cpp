@@ -9,15 +9,17 @@
 
 namespace pixelgrove {
 
-void RegisterStageCommands(CommandRegistry& commands, const EditingForm& project, StageButtons& buttons,
+void RegisterStageCommands(CommandRegistry& commands, EditingForm& project, StageButtons& buttons,
                            ChannelPanel& channels) {
-    commands.Add(kCmdStageImage, [] { SelectStage(kStageImage); });
+    commands.Add(kCmdStageImage, [&project] { SelectStage(project, kStageImage); });
     commands.Add(kCmdStageAdd, [&buttons] { buttons.PopUpAddMenu(); });
-    commands.Add({.first = kCmdStageCommon, .last = kCmdStageCubeA, .run = [](int id) {
-                      SelectStage(uint32_t(id - kCmdStageAdd));
+    commands.Add({.first = kCmdStageCommon, .last = kCmdStageCubeA, .run = [&project](int id) {
+                      SelectStage(project, uint32_t(id - kCmdStageAdd));
                   }});
-    commands.Add(kCmdNextStage, [&project] { SelectStage(NeighbourStage(project.currentStage, true)); });
-    commands.Add(kCmdPreviousStage, [&project] { SelectStage(NeighbourStage(project.currentStage, false)); });
+    commands.Add(kCmdNextStage,
+                 [&project] { SelectStage(project, NeighbourStage(project.currentStage, true)); });
+    commands.Add(kCmdPreviousStage,
+                 [&project] { SelectStage(project, NeighbourStage(project.currentStage, false)); });
     commands.Add({.first = kCmdChannelFirst, .last = kCmdChannelLast, .run = [&channels](int id) {
                       channels.PopUpMenu(uint32_t(id - kCmdChannelFirst));
                   }});

@@ -11,7 +11,7 @@ class StageButtons;
 struct EditingForm;
 
 // All of them outlive the registry.
-void RegisterStageCommands(CommandRegistry& commands, const EditingForm& project, StageButtons& buttons,
+void RegisterStageCommands(CommandRegistry& commands, EditingForm& project, StageButtons& buttons,
                            ChannelPanel& channels);
 
 // The stage behind or before that one in the row of those that exist, the first behind the last.
