@@ -54,8 +54,8 @@ struct AppState {
     ~AppState();
 };
 
-// The record made at start-up. Main thread for plain fields. Null before AllocateGlobals and after
-// FreeGlobals.
+// The record made at start-up, for the start-up to hand on. Main thread for plain fields. Null before
+// AllocateGlobals and after FreeGlobals.
 AppState* App();
 
 // Makes both records; false when there is no memory for one (neither is kept then).
