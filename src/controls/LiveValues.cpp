@@ -3,17 +3,22 @@
 #include <algorithm>
 #include <cmath>
 
+#include "controls/Modulation.h"
 #include "platform/SynchronizedValue.h"
 
 namespace pixelgrove {
 
 namespace {
 
+constexpr double kWavePeriodMs = 16000.0;  // at a frequency of 1
+
 // What a frame needs of one control.
 struct PublishedControl {
     QString name;
+    int32_t kind = 0;
     int32_t type = kControlNone;
     RangeControlState range;
+    ComboControlState combo;
 };
 
 struct Snapshot {
@@ -33,30 +38,47 @@ int64_t Rounded(float value) {
     return std::isnan(raised) ? 0 : int64_t(std::clamp(raised, -kLimit, kLimit));
 }
 
+void SetList(const ComboControlState& combo, ControlDice& dice, UniformValue& entry) {
+    const bool draws = combo.randomize != 0 && combo.count > 0;
+    entry.type = kControlInt;
+    entry.intValue = draws ? int32_t(dice.NextWord() % uint32_t(combo.count)) : combo.selection;
+}
+
+void SetNumber(PublishedControl& control, float elapsedMs, ControlDice& dice, UniformValue& entry) {
+    RangeControlState& range = control.range;
+    const float value = EvaluateModulation(range, double(elapsedMs), kWavePeriodMs, double(range.low),
+                                           double(range.high), false, dice);
+    const int64_t whole = Rounded(value);
+    entry.type = control.type;
+    entry.floatValue = value;
+    entry.intValue = int32_t(whole);
+    entry.uintValue = uint32_t(whole);
+}
+
 }  // namespace
 
-void PublishControlValues(ControlSet& controls, const RangeControlState* /*open*/) {
+void PublishControlValues(ControlSet& controls, const RangeControlState* open) {
     const Hold snapshot(Published());
     snapshot->count = std::clamp(controls.uniformCount, 0, kMaxControls);
     for (size_t i = 0; i < size_t(snapshot->count); ++i) {
-        const UniformControl& control = controls.uniforms[i];
-        snapshot->controls[i] = {control.displayName, control.type, control.range};
+        UniformControl& control = controls.uniforms[i];
+        if (open && open->name == control.displayName) control.range = *open;
+        snapshot->controls[i] = {control.displayName, control.kind, control.type, control.range,
+                                 control.combo};
     }
 }
 
-void UpdateUniformValues(UniformTable& table, float /*elapsedMs*/) {
-    // Every control is of the kind Fixed: its value stands still, so the time base plays no part.
+void UpdateUniformValues(UniformTable& table, float elapsedMs) {
     const Hold snapshot(Published());
     table.count = snapshot->count;
     for (size_t i = 0; i < size_t(snapshot->count); ++i) {
-        const PublishedControl& control = snapshot->controls[i];
+        PublishedControl& control = snapshot->controls[i];
         UniformValue& entry = table.values[i];
         entry.name = control.name;
-        entry.type = control.type;
-        entry.floatValue = control.range.value;
-        const int64_t whole = Rounded(control.range.value);
-        entry.intValue = int32_t(whole);
-        entry.uintValue = uint32_t(whole);
+        if (control.kind == 1)
+            SetList(control.combo, table.dice, entry);
+        else
+            SetNumber(control, elapsedMs, table.dice, entry);
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <array>
 
+#include "controls/Modulation.h"
 #include "core/ControlSet.h"
 
 namespace pixelgrove {
@@ -13,14 +14,16 @@ namespace pixelgrove {
 struct UniformTable {
     int32_t count = 0;
     std::array<UniformValue, kMaxControls> values;
+    ControlDice dice;  // what chance gives this table: the same from one run to the next
 };
 
-// Hands the records over to the frames that follow. open, when given, is the state of the numeric widget on
-// screen; it is first taken over by the uniform record that has its name. Main thread.
+// Hands the uniform records over to the frames that follow. open, when given, is the state of the numeric
+// widget on screen; the records whose displayName is its name take it over first. Main thread.
 void PublishControlValues(ControlSet& controls, const RangeControlState* open = nullptr);
 
-// Fills the table from the last published snapshot, each value as its modulation gives it. elapsedMs is the
-// time base of modulation. Any one thread at a time.
+// Fills the table from the last published snapshot: numbers as their modulation gives them, int and uint
+// rounded half up; of lists the chosen option's index, or one by chance. elapsedMs is the time base of
+// modulation. Any thread that owns the table.
 void UpdateUniformValues(UniformTable& table, float elapsedMs);
 
 }  // namespace pixelgrove
