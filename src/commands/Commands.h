@@ -145,7 +145,6 @@ enum ControlId : int {
     kCtlCurrentTime = 1019,
     kCtlStartTime = 1020,
     kCtlFpsTarget = 1035,
-    kCtlFpsUpDown = 1036,
     kCtlFpsCurrent = 1037,
     kCtlChannelPreview0 = 1072,
     kCtlChannelPreview1 = 1068,

@@ -32,10 +32,6 @@ struct DisplayChoices {
     bool openGlOk = false;          // the probe at start-up succeeded
 };
 
-struct RecordingChoices {
-    uint32_t recordMethod = 0;
-};
-
 struct PaletteRecord {
     std::shared_ptr<SharedPalette> table = std::make_shared<SharedPalette>();  // runs hold it too
     std::unique_ptr<SharedMemory> shared;  // where an outside tool leaves a PaletteBlock
@@ -47,7 +43,6 @@ struct AppState {
     EditingForm project;
     RecentLists recent;
     DisplayChoices display;
-    RecordingChoices recording;
     PaletteRecord palette;
 
     AppState();

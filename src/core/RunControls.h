@@ -21,6 +21,8 @@ constexpr uint32_t ClampedFps(int64_t fps) {
     return uint32_t(std::clamp<int64_t>(fps, kMinFps, kMaxFps));
 }
 
+constexpr int32_t kMaxRecordFrameDelayMs = 10000;
+
 // An atomic whose value goes over to a copy of its record.
 template <typename T>
 struct SharedField : std::atomic<T> {
@@ -57,6 +59,7 @@ struct RunControls {
     SharedField<uint32_t> recordWidth{1920};                // M
     SharedField<uint32_t> recordHeight{1080};               // M
     SharedField<uint32_t> recordFrameTotal{0};              // M
+    SharedField<uint32_t> recordFrameDelayMs{500};          // M; the rest after a recorded frame
     // The number of the request to record, 0 for none. M by RequestRecording and sets 0; R sets 0 in place of
     // the number that it has seen.
     SharedField<uint32_t> recordingActive{0};

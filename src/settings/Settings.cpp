@@ -89,9 +89,9 @@ void ReadRecorder(const XmlStore& store, AppState& app, RecorderSettings& record
     ReadPath(store, kFolder, recorder.folder);
     if (const auto width = ReadUnsigned(store, kWidth)) app.run->recordWidth = uint32_t(*width);
     if (const auto height = ReadUnsigned(store, kHeight)) app.run->recordHeight = uint32_t(*height);
-    if (const auto delay = ReadUpTo(store, kDelay, RecorderSettings::kMaxFrameDelayMs))
-        recorder.frameDelayMs = uint32_t(*delay);
-    if (const auto method = ReadUnsigned(store, kMethod)) app.recording.recordMethod = uint32_t(*method);
+    if (const auto delay = ReadUpTo(store, kDelay, kMaxRecordFrameDelayMs))
+        app.run->recordFrameDelayMs = uint32_t(*delay);
+    if (const auto method = ReadUnsigned(store, kMethod)) recorder.method = uint32_t(*method);
     ReadText(store, kFriendlyName, kMaxKeyComboLength, recorder.friendlyName);
     ReadText(store, kStart, kMaxKeyComboLength, recorder.start);
     ReadText(store, kStop, kMaxKeyComboLength, recorder.stop);
@@ -151,8 +151,8 @@ void WriteRecorder(XmlStore& store, const AppState& app, const RecorderSettings&
         XmlWritePath(store, kFolder, recorder.folder);
     XmlWriteInt(store, kWidth, int32_t(app.run->recordWidth));
     XmlWriteInt(store, kHeight, int32_t(app.run->recordHeight));
-    XmlWriteInt(store, kDelay, int32_t(recorder.frameDelayMs));
-    XmlWriteInt(store, kMethod, int32_t(app.recording.recordMethod));
+    XmlWriteInt(store, kDelay, int32_t(app.run->recordFrameDelayMs));
+    XmlWriteInt(store, kMethod, int32_t(recorder.method));
     XmlWriteText(store, kFriendlyName, recorder.friendlyName);
     XmlWriteText(store, kStart, recorder.start);
     XmlWriteText(store, kStop, recorder.stop);

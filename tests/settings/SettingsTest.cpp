@@ -123,10 +123,10 @@ TEST_F(SettingsTest, ReadsBackWhatItWrote) {
     App()->run->fpsTarget = 144;
     App()->run->recordWidth = 720;
     App()->run->recordHeight = 480;
-    App()->recording.recordMethod = 1;
+    records->recorder.method = 1;
     App()->display.snapToEdges = 1;
     records->recorder.format = S("a-%d.bmp");
-    records->recorder.frameDelayMs = 10000;
+    App()->run->recordFrameDelayMs = 10000;
     records->recorder.friendlyName = S("Mine");
     records->recorder.start = S("F1");
     records->recorder.stop = S("F2");
@@ -163,11 +163,11 @@ TEST_F(SettingsTest, KeepsNumbersInTheirRanges) {
         {"FPSTarget", "99999999999", [] { return App()->run->fpsTarget.load(); }, 240},
         {"FPSTarget", "-1", [] { return App()->run->fpsTarget.load(); }, 10},
         {"FPSTarget", " \n+42kg", [] { return App()->run->fpsTarget.load(); }, 42},
-        {"FrameRecordDelay", "x7", [this] { return records->recorder.frameDelayMs.load(); }, 0},
+        {"FrameRecordDelay", "x7", [] { return App()->run->recordFrameDelayMs.load(); }, 0},
         {"AudioHoming", "7.5e-1x", [this] { return records->audio.homingFactor.load(); }, 0.75},
         {"FrameRecordWidth", "-1", [] { return App()->run->recordWidth.load(); }, 1920},
-        {"FrameRecordDelay", "10000", [this] { return records->recorder.frameDelayMs.load(); }, 10000},
-        {"FrameRecordDelay", "10001", [this] { return records->recorder.frameDelayMs.load(); }, 500},
+        {"FrameRecordDelay", "10000", [] { return App()->run->recordFrameDelayMs.load(); }, 10000},
+        {"FrameRecordDelay", "10001", [] { return App()->run->recordFrameDelayMs.load(); }, 500},
         {"SnapEdges", "-3", [] { return App()->display.snapToEdges; }, 1},
         {"AudioSensitivity", "128", [this] { return records->audio.smoothingWeight.load(); }, 128},
         {"AudioSensitivity", "129", [this] { return records->audio.smoothingWeight.load(); }, 8},
