@@ -3,7 +3,9 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "commands/CommandRegistry.h"
 #include "commands/Commands.h"
+#include "core/AppState.h"
 #include "core/BaseFolders.h"
 #include "platform/Files.h"
 #include "ui/MessagePane.h"
@@ -74,6 +76,32 @@ QStringList LayoutCommands::Names() const {
         names.append(file.completeBaseName());
     }
     return names;
+}
+
+void RegisterLayoutCommands(CommandRegistry& commands, AppState& app, LayoutCommands& layouts,
+                            std::function<QString(int commandId)> nameOf,
+                            std::function<void()> namesChanged) {
+    commands.Add(kCmdLoadLayout, [&layouts] { layouts.Load(); });
+    commands.Add(kCmdSaveLayout, [&layouts, namesChanged = std::move(namesChanged)] {
+        layouts.Save();
+        namesChanged();
+    });
+    commands.Add({.first = kCmdLayoutFirst,
+                  .last = kCmdLayoutLast,
+                  .run = [&layouts, nameOf = std::move(nameOf)](int id) {
+                      const QString name = nameOf(id);
+                      if (!name.isEmpty()) layouts.LoadNamed(name);
+                  }});
+    commands.AddToggle(
+        kCmdLockWindows, [] { Windows().SetLockWindows(!Windows().LockWindows()); },
+        [] { return Windows().LockWindows(); });
+    commands.AddToggle(
+        kCmdSnapToEdges,
+        [&app] {
+            app.display.snapToEdges = app.display.snapToEdges ? 0 : 1;
+            Windows().SetSnapping(app.display.snapToEdges != 0);
+        },
+        [&app] { return app.display.snapToEdges != 0; });
 }
 
 }  // namespace pixelgrove

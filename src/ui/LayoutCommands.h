@@ -1,17 +1,21 @@
-// LayoutCommands: layout files (.STL): load, save, and the submenu of those in the layout folder.
+// LayoutCommands: layout files (.STL): load, save, and the submenu of those in the layout folder; and the
+// commands of how windows keep their places.
 //
 // Failures are told in the message pane. Main thread; owned by the main window.
 #pragma once
 
 #include <QStringList>
 #include <functional>
+#include <utility>
 
 #include "windows/widgets/UserDialogs.h"
 
 namespace pixelgrove {
 
+class CommandRegistry;
 class MessagePane;
 class WindowTable;
+struct AppState;
 
 class LayoutCommands {
   public:
@@ -42,5 +46,11 @@ class LayoutCommands {
     const WindowTable& windows_;
     std::function<void(int commandId)> openWindow_;
 };
+
+// The commands of layouts, of locked windows and of snapping. All of them outlive the registry. nameOf says
+// which layout the submenu's entry with an id names, empty for none; namesChanged is called where Names may
+// have changed.
+void RegisterLayoutCommands(CommandRegistry& commands, AppState& app, LayoutCommands& layouts,
+                            std::function<QString(int commandId)> nameOf, std::function<void()> namesChanged);
 
 }  // namespace pixelgrove

@@ -12,7 +12,6 @@
 #include "ui/editor/EditorCommands.h"
 #include "ui/editor/EditorMenu.h"
 #include "ui_EditWindow.h"
-#include "windows/widgets/WindowRegistry.h"
 
 namespace pixelgrove {
 
@@ -29,30 +28,10 @@ void MainWindow::RegisterCommands() {
     RegisterEditorCommands(commands_, *form_->editor, find_, projects_.dialogs);
     RegisterStageCommands(commands_, app_.project, *form_->stageButtons, channelPanel_);
     RegisterProjectCommands(commands_, projects_, app_.project);
-    RegisterLayouts();
+    RegisterLayoutCommands(
+        commands_, app_, layouts_, [this](int id) { return menus_->LayoutName(id); },
+        [this] { RefreshLayoutMenu(); });
     AddOutputWindow(*windows_, commands_, app_, player_, *this, playback_);
-}
-
-void MainWindow::RegisterLayouts() {
-    commands_.Add(kCmdLoadLayout, [this] { layouts_.Load(); });
-    commands_.Add(kCmdSaveLayout, [this] {
-        layouts_.Save();
-        RefreshLayoutMenu();
-    });
-    commands_.Add({.first = kCmdLayoutFirst, .last = kCmdLayoutLast, .run = [this](int id) {
-                       const QString name = menus_->LayoutName(id);
-                       if (!name.isEmpty()) layouts_.LoadNamed(name);
-                   }});
-    commands_.AddToggle(
-        kCmdLockWindows, [] { Windows().SetLockWindows(!Windows().LockWindows()); },
-        [] { return Windows().LockWindows(); });
-    commands_.AddToggle(
-        kCmdSnapToEdges,
-        [this] {
-            app_.display.snapToEdges = app_.display.snapToEdges ? 0 : 1;
-            Windows().SetSnapping(app_.display.snapToEdges != 0);
-        },
-        [this] { return app_.display.snapToEdges != 0; });
 }
 
 void MainWindow::SendCommand(int id, intptr_t) {

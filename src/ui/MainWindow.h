@@ -103,7 +103,6 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     void ConnectEditor();
     void ProbeOutput();
     void RegisterCommands();
-    void RegisterLayouts();
     void PopUpEditorMenu(const QPoint& globalPosition);
     void SetUpTree();
     void ZoomTree(int delta);
