@@ -1,9 +1,8 @@
 #include "ui/MessagePane.h"
 
 #include <QPlainTextEdit>
+#include <QTextDocument>
 #include <utility>
-
-#include "platform/TextScan.h"
 
 namespace pixelgrove {
 
@@ -20,12 +19,12 @@ void MessagePane::Show(CompileMessages messages, const QString& end) {
 }
 
 const CompileMessage* MessagePane::MessageAt(const QPoint& at) const {
-    const int line = view_.cursorForPosition(at).blockNumber();
-    qsizetype next = 0;
+    const int block = view_.cursorForPosition(at).blockNumber();
+    int next = 0;
     for (const CompileMessage& message : messages_) {
-        // A file's name may hold what begins a line in the view.
-        next += WithLineFeeds(message.text).count(u'\n') + 1;
-        if (line < next) return &message;
+        // A file's name may hold what begins a block in the view.
+        next += QTextDocument(message.text + u'\n').blockCount() - 1;
+        if (block < next) return &message;
     }
     return nullptr;
 }

@@ -74,12 +74,13 @@ TEST_F(MainWindowTest, AMessageLeadsToItsLine) {
         EXPECT_EQ(Editor()->CaretLine(), line) << message;
     }
 
-    // A long message goes on in the next row, and is one message there too.
-    window->ShowMessages(
-        MessagesOf(QStringLiteral("first\nImage(42): error: ") + QStringLiteral("and so on ").repeated(20)),
-        {});
+    // A long message goes on in the next row, and is one message there too. The one before it ends its rows
+    // in other ways.
+    window->ShowMessages(MessagesOf(QStringLiteral("fi\u2028rst\rsecond\r\nImage(42): error: ") +
+                                    QStringLiteral("and so on ").repeated(20)),
+                         {});
     auto* pane = Control<QPlainTextEdit>("statusText");
-    QTextCursor second(pane->document()->findBlockByNumber(1));
+    QTextCursor second(pane->document()->findBlockByNumber(2));
     const int firstRow = pane->cursorRect(second).top();
     second.movePosition(QTextCursor::EndOfBlock);
     EXPECT_GT(pane->cursorRect(second).top(), firstRow);
