@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "controls/AnnotationLines.h"
 #include "controls/RangeState.h"
 
 namespace pixelgrove {
@@ -17,6 +18,27 @@ void InitialiseSpeed(ControlSet& controls) {
     speed.treePath = QStringLiteral("Uniforms!Speed");
     InitialiseRange(speed.range, true, true, name, -1.0f, 1.0f, 0.03f);
     controls.uniformCount = std::max(controls.uniformCount, 1);
+}
+
+std::vector<ControlOption> SplitOptionList(QStringView text, int32_t& defaultIndex) {
+    std::vector<ControlOption> options;
+    options.reserve(size_t(text.count(u',')) + 1);
+    for (const QStringView segment : text.tokenize(u',')) {
+        const int32_t index = int32_t(options.size());
+        if (segment.contains(u'@')) defaultIndex = index;
+        options.push_back({WithoutLeading(segment, u"@,\t ").left(kMaxControlLabel).toString(), index});
+    }
+    return options;
+}
+
+void FreeControlOptions(ControlSet& controls) {
+    const auto free = [](auto& records, int32_t count) {
+        const size_t used = size_t(std::clamp(count, 0, kMaxControls));
+        for (UniformControl& control : std::span(records).first(used))
+            std::vector<ControlOption>().swap(control.options);
+    };
+    free(controls.uniforms, controls.uniformCount);
+    free(controls.defines, controls.defineCount);
 }
 
 }  // namespace pixelgrove

@@ -30,10 +30,20 @@ QString WithLineFeeds(QString text);
 // Moves position behind any run of blanks and control blanks (those of the C locale's isspace).
 void SkipSpace(QStringView text, qsizetype& position);
 
+// Reads what scanf's %s reads: leading space, then all up to the next space, which position then is at. Empty
+// at the end of the text.
+QStringView ScanWord(QStringView text, qsizetype& position);
+
 // Reads what scanf's %d reads: leading space, an optional sign, decimal digits. Moves position behind the
 // last digit. A number that doesn't fit becomes the nearest int. Nothing, with position anywhere, when
 // there is no digit.
 std::optional<int> ScanInt(QStringView text, qsizetype& position);
+
+// Reads what scanf's %f reads of plain decimals: leading space, an optional sign, digits with at most one
+// point among or around them ("0." is a whole number), an exponent when it has digits. Moves position behind
+// it. A number that doesn't fit becomes the nearest float; words ("inf", "nan") and hexadecimal digits are
+// none. Nothing, with position anywhere, when there is no digit.
+std::optional<float> ScanFloat(QStringView text, qsizetype& position);
 
 // The C locale, for the conversions whose names end in _l: files have a decimal point. Lives for the whole
 // process.
