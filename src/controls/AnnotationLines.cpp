@@ -15,24 +15,28 @@ KeywordLines::KeywordLines(QStringView text, std::span<const uint8_t> commentMap
 }
 
 std::optional<KeywordLine> KeywordLines::Next() {
-    const char16_t* const units = text_.utf16();
-    const char16_t initial = keyword_[0].unicode();
-    for (; position_ + keyword_.size() <= text_.size(); ++position_) {
-        // The bit that tells small letters is set in '#' too.
-        if ((units[position_] | 0x20) != initial) continue;
-        if (text_.sliced(position_, keyword_.size()).compare(keyword_, Qt::CaseInsensitive) != 0) continue;
-
-        if (commentMap_[size_t(position_)] != 0) {
-            while (position_ + 1 < text_.size() && commentMap_[size_t(position_) + 1] != 0)
-                ++position_;
+    // The bit that tells small letters is set in '#' too.
+    const auto isInitial = [initial = keyword_[0].unicode()](char16_t unit) {
+        return (unit | 0x20) == initial;
+    };
+    const auto isLineEnd = [](char16_t unit) { return unit == u'\n' || unit == u'\r'; };
+    const char16_t* const begin = text_.utf16();
+    const char16_t* const end = begin + text_.size();
+    while (position_ < text_.size()) {
+        position_ = std::find_if(begin + position_, end, isInitial) - begin;
+        const QStringView rest = text_.sliced(position_);
+        if (!rest.startsWith(keyword_, Qt::CaseInsensitive)) {
+            ++position_;
             continue;
         }
-        qsizetype end = position_;
-        while (end < text_.size() && units[end] != u'\n' && units[end] != u'\r')
-            ++end;
-        const KeywordLine line{position_, text_.sliced(position_, end - position_), text_.sliced(position_)};
-        position_ = end + 1;
-        return line;
+        if (commentMap_[size_t(position_)] == 0) {
+            const qsizetype length = std::find_if(begin + position_, end, isLineEnd) - (begin + position_);
+            const KeywordLine line{position_, rest.first(length), rest};
+            position_ = std::min(position_ + length + 1, text_.size());
+            return line;
+        }
+        const auto comment = commentMap_.begin();
+        position_ = std::find(comment + position_, comment + text_.size(), uint8_t(0)) - comment;
     }
     return std::nullopt;
 }
