@@ -24,7 +24,8 @@ inline constexpr qsizetype kMaxControlName = 63;    // name of a numeric state
 void InitialiseSpeed(ControlSet& controls);
 
 // Fills the define records from the text and sets defineCount. A record whose label is the one that its index
-// had before keeps its range and values, a list its selection.
+// had before keeps its range and values; a list keeps the selection of its index while it is long enough for
+// it. A text that ends before the third word of an annotated line ends the scan.
 void ScanDefines(ControlSet& controls, QStringView text);
 
 // Fills the uniform records and sets uniformCount: "Speed", set anew, and what the text declares. commentMap
