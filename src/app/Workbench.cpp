@@ -59,7 +59,7 @@ bool OpenFiles(MainWindow& window, const QStringList& files) {
     return opened;
 }
 
-    Player player;
+Player player;
 void RunMainWindow(const QStringList& files, AppState& app, Settings& settings) {
     MainWindow window(app, player);
     QObject::connect(&window, &MainWindow::Closed, [] { QCoreApplication::exit(0); });
