@@ -125,7 +125,7 @@ int Run() {
     PumpFor(500);
     auto* button = window.findChild<QCheckBox*>(QStringLiteral("randomizeCheck"));
     Print("no run", Measure(*button));
-    window.SendCommand(kCmdPlay, 0);
+    window.SendCommand(kCmdPlay);
     PumpFor(3000);
     if (!player.currentRun) {
         std::fprintf(stderr, "the shader does not play\n");
@@ -137,7 +137,7 @@ int Run() {
     Print("heavy shader", Measure(*button));
     std::printf("%.1f frames a second meanwhile\n",
                 double(player.currentRun->framesDrawn - before) * 1000.0 / double(timer.elapsed()));
-    window.SendCommand(kCmdStop, 0);
+    window.SendCommand(kCmdStop);
     App()->project.shaderModified = false;
     window.close();
     return 0;

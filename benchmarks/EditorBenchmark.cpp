@@ -138,14 +138,14 @@ class Editor {
                 Settle();
             });
         };
-        const double paste = step([this] { window_.SendCommand(kCmdEditPaste, 0); });
+        const double paste = step([this] { window_.SendCommand(kCmdEditPaste); });
         const double key = step([this] {
             QKeyEvent press(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, QStringLiteral("x"));
             QCoreApplication::sendEvent(&view_, &press);
         });
         const bool isWhole = App()->project.currentDocument->text == text + u'x' + before;
-        step([this] { window_.SendCommand(kCmdEditUndo, 0); });
-        const double undo = step([this] { window_.SendCommand(kCmdEditUndo, 0); });
+        step([this] { window_.SendCommand(kCmdEditUndo); });
+        const double undo = step([this] { window_.SendCommand(kCmdEditUndo); });
         const bool isBack = App()->project.currentDocument->text == before;
         const double redo = step([this] { view_.redo(); });
         std::printf("%-24s paste %7.0f ms   key %7.1f ms   undo %7.0f ms   redo %7.0f ms   %s\n", name, paste,

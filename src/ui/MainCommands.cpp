@@ -34,12 +34,12 @@ void MainWindow::RegisterCommands() {
     AddOutputWindow(*windows_, commands_, app_, player_, *this, playback_);
 }
 
-void MainWindow::SendCommand(int id, intptr_t) {
+void MainWindow::SendCommand(int id) {
     if (commands_.Run(id)) menus_->ShowStates();
 }
 
 void MainWindow::PopUpEditorMenu(const QPoint& globalPosition) {
-    ShowEditorMenu(*form_->editor, commands_, globalPosition, [this](int id) { SendCommand(id, 0); });
+    ShowEditorMenu(*form_->editor, commands_, globalPosition, [this](int id) { SendCommand(id); });
 }
 
 }  // namespace pixelgrove

@@ -71,7 +71,7 @@ MainWindow::MainWindow(AppState& app, Player& player)
       playback_(*form_, app_, player, pane_),
       projects_(app_, pane_, MakeUserDialogs(this)),
       recovery_(app_, pane_),
-      channelPanel_(*Client(), app_, player, projects_.dialogs, [this](int id) { SendCommand(id, 0); }),
+      channelPanel_(*Client(), app_, player, projects_.dialogs, [this](int id) { SendCommand(id); }),
       layouts_(projects_.dialogs, pane_, *windows_, [this](int id) { PostCommand(id, 0); }),
       find_(*form_->editor, projects_.dialogs) {
     app_.host = this;
@@ -104,11 +104,11 @@ MainWindow::MainWindow(AppState& app, Player& player)
     auto* menuBar = new QMenuBar;
     Windows().SetSnapping(app_.display.snapToEdges != 0);
     RegisterCommands();
-    menus_ = std::make_unique<Menus>(*menuBar, *this, commands_, app_.recent,
-                                     [this](int id) { SendCommand(id, 0); });
+    menus_ =
+        std::make_unique<Menus>(*menuBar, *this, commands_, app_.recent, [this](int id) { SendCommand(id); });
     SetMenuBar(menuBar);
     windows_->onChange = [this] { menus_->ShowStates(); };
-    AddKeys(*this, [this](int id) { SendCommand(id, 0); });
+    AddKeys(*this, [this](int id) { SendCommand(id); });
     SetMinimumClientSize(kBaseSize / 2);
     ResizeClient(kBaseSize);
     AttachScaling(*Client(), true);
@@ -149,10 +149,10 @@ void MainWindow::ConnectControls() {
           static_cast<QAbstractButton*>(form_->randomizeCheck),
           static_cast<QAbstractButton*>(form_->setStartButton)}) {
         connect(button, &QAbstractButton::clicked, this,
-                [this, id = button->property("controlId").toInt()] { SendCommand(id, 0); });
+                [this, id = button->property("controlId").toInt()] { SendCommand(id); });
     }
-    connect(form_->fpsTarget, &FpsField::editingFinished, this, [this] { SendCommand(kCmdFpsTarget, 0); });
-    form_->stageButtons->SetUp(app_.project, [this](int id) { SendCommand(id, 0); });
+    connect(form_->fpsTarget, &FpsField::editingFinished, this, [this] { SendCommand(kCmdFpsTarget); });
+    form_->stageButtons->SetUp(app_.project, [this](int id) { SendCommand(id); });
     form_->statusText->viewport()->installEventFilter(this);
     form_->treeView->viewport()->installEventFilter(this);
     // Files are for the window, also where a text would take their names.
@@ -308,7 +308,7 @@ void MainWindow::RefreshCaretStatus() {
 
 bool MainWindow::event(QEvent* event) {
     if (event->type() != CommandQueue::EventType()) return FrameWindow::event(event);
-    if (const std::optional<PostedCommand> command = posted_.Take()) SendCommand(command->id, command->data);
+    if (const std::optional<PostedCommand> command = posted_.Take()) SendCommand(command->id);
     return true;
 }
 

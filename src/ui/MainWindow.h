@@ -74,7 +74,7 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     void Beep() override;
 
     // Runs a command now.
-    void SendCommand(int commandId, intptr_t data);
+    void SendCommand(int commandId);
 
     // ProjectObserver
     void SetStatusText(const QString& text) override { pane_.Say(text); }

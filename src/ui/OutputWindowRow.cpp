@@ -14,7 +14,7 @@ void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, AppState& 
                      MainWindow& mainWindow, Playback& playback) {
     const auto make = [&commands, &app, &player, &mainWindow, &playback]() -> FrameWindow* {
         auto* output =
-            new OutputWindow(app, player, commands, [&mainWindow](int id) { mainWindow.SendCommand(id, 0); });
+            new OutputWindow(app, player, commands, [&mainWindow](int id) { mainWindow.SendCommand(id); });
         QObject::connect(output, &OutputWindow::Closed, &mainWindow, [&playback, output] {
             const QSize pixels = output->Client()->size() * output->devicePixelRatioF();
             playback.NoteOutputSize({pixels.width(), pixels.height()});

@@ -88,7 +88,7 @@ class WindowTest : public DisplayTest {
     QString Status() const { return Control<QPlainTextEdit>("statusText")->toPlainText(); }
     QString Title() const { return window->windowTitle(); }
     void Click(const char* name) const { QTest::mouseClick(Control<QWidget>(name), Qt::LeftButton); }
-    void Run(int commandId) const { window->SendCommand(commandId, 0); }
+    void Run(int commandId) const { window->SendCommand(commandId); }
     void ReplaceText(const QString& text) const {
         Editor()->selectAll();
         Editor()->insertPlainText(text);

@@ -196,7 +196,7 @@ TEST_F(WindowsTest, OnlyThePaletteCommandIsTakenFromOutside) {
     xcb_disconnect(connection);
     // A tool that cuts its block short leaves the colours as they are.
     ASSERT_EQ(ftruncate(tool, 0), 0);
-    window->SendCommand(kCmdPaletteChanged, 0);
+    window->SendCommand(kCmdPaletteChanged);
     EXPECT_EQ(Hold(*App()->palette.table)->count, 2u);
     close(tool);
     App()->palette.shared.reset();
