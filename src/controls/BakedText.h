@@ -3,9 +3,11 @@
 
 #include <QByteArray>
 #include <QString>
+#include <array>
 #include <vector>
 
 #include "core/ControlSet.h"
+#include "core/Stages.h"
 
 namespace pixelgrove {
 
@@ -16,6 +18,8 @@ struct BakedLine {
     QString source;   // the line as the user wrote it, from the keyword on
 };
 
+using BakedStages = std::array<std::vector<BakedLine>, kStageCount>;
+
 struct BakedText {
     QByteArray text;  // in the code page, each CR replaced by LF
     std::vector<BakedLine> lines;
@@ -23,7 +27,8 @@ struct BakedText {
 
 // A stage's text as it goes to the assembler. Scans its defines into `controls`, so that records with
 // unchanged labels give the user's values and all others the defaults of their lines. Every line keeps its
-// length but one that is too short for the value, which becomes as long as it must.
+// length but one that is too short for the value, which becomes as long as it must. A line whose value would
+// stand on the next one stays as it is.
 BakedText BakeDefines(ControlSet& controls, const QString& stageText);
 
 // The same without controls, as a project file gets it: the user's own text, each CR replaced by LF.

@@ -1,7 +1,6 @@
 #include "controls/LiveValues.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "controls/Modulation.h"
 #include "platform/SynchronizedValue.h"
@@ -31,13 +30,6 @@ SynchronizedValue<Snapshot>& Published() {
     return snapshot;
 }
 
-// Rounds half up, as far as 64 bits go; 0 for what is no number.
-int64_t Rounded(float value) {
-    constexpr double kLimit = 9.0e18;
-    const double raised = double(value) + 0.5;
-    return std::isnan(raised) ? 0 : int64_t(std::clamp(raised, -kLimit, kLimit));
-}
-
 void SetList(const ComboControlState& combo, ControlDice& dice, UniformValue& entry) {
     const bool draws = combo.randomize != 0 && combo.count > 0;
     entry.type = kControlInt;
@@ -48,7 +40,7 @@ void SetNumber(PublishedControl& control, float elapsedMs, ControlDice& dice, Un
     RangeControlState& range = control.range;
     const float value = EvaluateModulation(range, double(elapsedMs), kWavePeriodMs, double(range.low),
                                            double(range.high), false, dice);
-    const int64_t whole = Rounded(value);
+    const int64_t whole = RoundedHalfUp(value);
     entry.type = control.type;
     entry.floatValue = value;
     entry.intValue = int32_t(whole);

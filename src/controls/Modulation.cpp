@@ -1,5 +1,6 @@
 #include "controls/Modulation.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace pixelgrove {
@@ -59,6 +60,12 @@ double Amount(RangeControlState& state, double t, double cycle, bool drawRandom,
 float EvaluateModulation(RangeControlState& state, double t, double cycle, double lowOut, double highOut,
                          bool drawRandom, ControlDice& dice) {
     return float(lowOut + (highOut - lowOut) * Amount(state, t, cycle, drawRandom, dice));
+}
+
+int64_t RoundedHalfUp(float value) {
+    constexpr double kLimit = 9.0e18;
+    const double raised = double(value) + 0.5;
+    return std::isnan(raised) ? 0 : int64_t(std::clamp(raised, -kLimit, kLimit));
 }
 
 }  // namespace pixelgrove

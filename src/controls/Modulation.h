@@ -1,6 +1,7 @@
 // Modulation: the value of a numeric control at a moment. Pure; shared by preview and frame.
 #pragma once
 
+#include <cstdint>
 #include <random>
 
 #include "core/ControlSet.h"
@@ -25,5 +26,9 @@ class ControlDice {
 // frequency of 0 in every wave but the square one, which gives lowOut.
 float EvaluateModulation(RangeControlState& state, double t, double cycle, double lowOut, double highOut,
                          bool drawRandom, ControlDice& dice);
+
+// A value as whole numbers get it: plus a half, then cut towards zero, so that -3 gives -2. As far as 64 bits
+// go; 0 for what is no number.
+int64_t RoundedHalfUp(float value);
 
 }  // namespace pixelgrove
