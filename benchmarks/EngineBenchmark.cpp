@@ -180,7 +180,7 @@ void MeasureRestart() {
     App()->project.documents[kStageImage].hasText = true;
     const auto surface = std::make_shared<test::ResizableSurface>(SurfaceSize{640, 360});
     const auto makeRequest = [&surface] {
-        RunRequest request = SnapshotProject(*App());
+        RunRequest request = SnapshotProject(*App(), *Controls());
         request.surface = surface;
         return request;
     };

@@ -187,7 +187,7 @@ int WriteFrames(RenderRun& run, const RenderOptions& options) {
 
 int Render(AppState& app, const RenderOptions& options) {
     if (const int code = LoadIntoEditingForm(app.project, options.project); code != kExitDone) return code;
-    RunRequest request = SnapshotProject(app);
+    RunRequest request = SnapshotProject(app, *Controls());
     request.startTime = options.start;
     request.surface = CreateEglSurface({options.width, options.height});
     Controls()->uniforms[0].range.value = options.speed;

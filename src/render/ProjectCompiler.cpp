@@ -2,6 +2,7 @@
 
 #include <GL/glew.h>
 
+#include "controls/BakedNote.h"
 #include "platform/Clock.h"
 #include "platform/CodePage.h"
 #include "render/ChannelTextures.h"
@@ -215,6 +216,18 @@ StageErrorArray MapStageErrors(RenderContext& context) {
         errors[id] = std::move(own.stage);
     }
     return errors;
+}
+
+FailureReport ReportOf(RenderContext& context, const CompileOutcome& outcome, const BakedStages& baked) {
+    const uint32_t stage = outcome.failedStage;
+    FailureReport report{MapStageErrors(context), MessagesOf(outcome.failure)};
+    // What comes after the program, targets and media, has nothing to do with the text.
+    if (context.project.stages[stage].program != 0) return report;
+    CompileMessages& common = report.errors[kStageCommon];
+    CompileMessages& own = report.errors[stage].empty() && !common.empty() ? common : report.errors[stage];
+    if (const std::optional<CompileMessage> note = BakedNote(stage, baked, report.errors))
+        (report.failure.empty() ? own : report.failure).push_back(*note);
+    return report;
 }
 
 }  // namespace pixelgrove

@@ -9,6 +9,7 @@
 #include <array>
 #include <functional>
 
+#include "controls/BakedText.h"
 #include "core/CompileMessage.h"
 #include "render/RenderContext.h"
 
@@ -43,5 +44,14 @@ void SetSelfReference(RenderContext& context, uint32_t stage);
 // Maps the logs of all stages; to be called once after CompileProject failed. Lines that name Common are
 // under kStageCommon.
 StageErrorArray MapStageErrors(RenderContext& context);
+
+struct FailureReport {
+    StageErrorArray errors;
+    CompileMessages failure;  // the sentence of CompileOutcome::failure; empty when there is a log
+};
+
+// What a failed compile tells the user: the mapped logs, or the failure's sentence, with one line more where
+// a control's value stands in the stage that doesn't compile. To be called once.
+FailureReport ReportOf(RenderContext& context, const CompileOutcome& outcome, const BakedStages& baked);
 
 }  // namespace pixelgrove

@@ -17,7 +17,6 @@
 #include "render/Presentation.h"
 #include "render/ProjectCompiler.h"
 #include "render/RenderContext.h"
-#include "render/source/LogMapping.h"
 
 namespace pixelgrove {
 
@@ -38,8 +37,9 @@ void ChooseSampleExponent(uint32_t multisampleIndex) {
 }
 
 void ReportFailure(RenderRun& run, const CompileOutcome& outcome) {
-    run.errors = MapStageErrors(*run.context);
-    run.failure = MessagesOf(outcome.failure);
+    FailureReport report = ReportOf(*run.context, outcome, run.request.baked);
+    run.errors = std::move(report.errors);
+    run.failure = std::move(report.failure);
     if (!run.failure.empty()) run.errors[outcome.failedStage] = run.failure;
     run.controls->compileFailed = 1;
     run.WithGate([](Host& host) { host.PostCommand(kCmdCompileResult, 1); });
@@ -148,9 +148,11 @@ CompileMessages RenderRun::ReportedFailure() {
     return failure;
 }
 
-RunRequest SnapshotProject(const AppState& app) {
+RunRequest SnapshotProject(const AppState& app, ControlSet& controls) {
     RunRequest request;
-    request.project = MakeRunningForm(app.project);
+    RunningForm form = MakeRunningForm(app.project, controls);
+    request.project = std::move(form.project);
+    request.baked = std::move(form.baked);
     request.multisampleIndex = app.display.multisampleIndex;
     if (app.project.includeContext) request.includeFolder = app.project.includeContext->searchFolder;
     return request;

@@ -12,6 +12,7 @@
 #include <memory>
 #include <mutex>
 
+#include "controls/BakedText.h"
 #include "core/AppState.h"
 #include "core/CompileMessage.h"
 #include "platform/Thread.h"
@@ -25,6 +26,7 @@ struct Player;
 // What a run takes from the editing form and the playback controls, by value, at the press of Play.
 struct RunRequest {
     ShaderProject project;  // in the running form
+    BakedStages baked;      // which of its lines hold a control's value
     bool randomizeStart = false;
     float startTime = 0.1f;  // used when randomizeStart is off
     uint32_t multisampleIndex = 0;
@@ -32,9 +34,9 @@ struct RunRequest {
     std::shared_ptr<OutputSurface> surface;  // never null
 };
 
-// What is edited now, in the running form, with what else AppState holds for a run. The surface and start
-// fields are the caller's. Main thread.
-RunRequest SnapshotProject(const AppState& app);
+// What is edited now, in the running form, with what else AppState holds for a run. The controls are scanned
+// and baked as MakeRunningForm does it. The surface and start fields are the caller's. Main thread.
+RunRequest SnapshotProject(const AppState& app, ControlSet& controls);
 
 // One frame of a channel's source stage, for the previews in the main window.
 struct ChannelPreview {

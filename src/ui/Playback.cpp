@@ -113,7 +113,7 @@ void Playback::ToggleRun() {
         return;
     }
     auto makeRequest = [&] {
-        RunRequest request = SnapshotProject(app_);
+        RunRequest request = SnapshotProject(app_, *Controls());
         request.randomizeStart = form_.randomizeCheck->isChecked();
         request.startTime = NumberFromText(form_.startTimeEdit->text());
         request.surface = surface;

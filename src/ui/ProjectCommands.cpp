@@ -102,7 +102,7 @@ void ProjectCommands::SaveProjectAs() {
 
 void ProjectCommands::Save(const QString& path) {
     QString reason;
-    if (!SaveProjectJson(path, MakeRunningForm(app_.project), &reason)) {
+    if (!SaveProjectJson(path, MakeFileForm(app_.project), &reason)) {
         pane_.Say(SavingFailed(reason));
         return;
     }

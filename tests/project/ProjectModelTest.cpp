@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
+
+#include "project/RunningForm.h"
 
 namespace pixelgrove {
 namespace {
@@ -148,6 +151,32 @@ TEST_F(ProjectModelTest, AdoptingTakesTextsAndChannelsOver) {
         AdoptProject(form_, project, path);
         EXPECT_EQ(form_.fileName, QLatin1String(name));
     }
+}
+
+TEST_F(ProjectModelTest, ValuesOfControlsAreInTheRunningFormAlone) {
+    const auto controls = std::make_unique<ControlSet>();
+    const QString line = QStringLiteral("#define A 1 // amount [0.0..1.0]");
+    AddStage(form_, kStageCommon);
+    SetDocumentText(form_.documents[kStageCommon], line);
+    SetDocumentText(form_.documents[kStageImage], u'\n' + line);
+    MakeRunningForm(form_, *controls);
+    controls->defines[0].range.value = 0.75f;
+    RunningForm form = MakeRunningForm(form_, *controls);
+    EXPECT_TRUE(form.project.stages[kStageCommon].source.startsWith("#define A 0.75000 //"));
+    EXPECT_TRUE(form.project.stages[kStageImage].source.startsWith("\n#define A 0.75000 //"));
+    ASSERT_EQ(form.baked[kStageImage].size(), 1u);
+    EXPECT_EQ(form.baked[kStageImage][0].line, 2);
+    EXPECT_EQ(form.baked[kStageCommon][0].line, 1);
+    EXPECT_EQ(MakeFileForm(form_).stages[kStageCommon].source, line.toLatin1());
+    EXPECT_EQ(form_.documents[kStageCommon].text, line);
+
+    // Another label in the same record sets it anew, in the order of the stages.
+    AddStage(form_, kStageBufferA);
+    SetDocumentText(form_.documents[kStageBufferA], QStringLiteral("#define B 1 // b [0.0..4.0]"));
+    form = MakeRunningForm(form_, *controls);
+    EXPECT_TRUE(form.project.stages[kStageCommon].source.startsWith("#define A 0.75000 //"));
+    EXPECT_TRUE(form.project.stages[kStageBufferA].source.startsWith("#define B 2.00000 //"));
+    EXPECT_TRUE(form.project.stages[kStageImage].source.startsWith("\n#define A 0.50000 //"));
 }
 
 }  // namespace

@@ -50,13 +50,24 @@ TEST(Compile, MistakesNameTheStageAndTheLine) {
          kStageImage,
          "void mainImage(out vec4 c, in vec2 p)\n{\n c = texture(iChannel2, p);\n}",
          {"Image(3): error: ", "iChannel2 "}},
+        {"control's value",
+         kStageImage,
+         "\n#define W bad // width [0.0..1.0]\nvoid mainImage(out vec4 c, in vec2 p)\n{ c = vec3(W); }",
+         {"Image(4): error: ",
+          "Image(2): note: the control \"width \" put its value in place of \"#define W bad // width "
+          "[0.0..1.0]\""}},
+        {"control's value in Common",
+         kStageCommon,
+         "#define W a // width [0.0..1.0]\nvec2 f() { return W; }",
+         {"Common(2): error: ", "Common(1): note: the control \"width \" "}},
     };
     for (const auto& item : cases) {
         Engine engine;
         if (item.stage != kStageImage) engine.SetText(kStageImage, kGoodImage);
         engine.SetText(item.stage, item.text);
-        ASSERT_EQ(engine.Start(8, 8).result, CompileResult::Failed) << item.name;
-        const StageErrorArray errors = MapStageErrors(engine.Context());
+        const CompileOutcome outcome = engine.Start(8, 8);
+        ASSERT_EQ(outcome.result, CompileResult::Failed) << item.name;
+        const StageErrorArray errors = ReportOf(engine.Context(), outcome, engine.Run().request.baked).errors;
         for (const char* expected : item.expected) {
             EXPECT_TRUE(TextOf(errors[item.stage]).contains(QString::fromLatin1(expected)))
                 << item.name << ": " << TextOf(errors[item.stage]).toStdString();
@@ -73,14 +84,18 @@ TEST(Compile, FailuresWithoutALogHaveASentence) {
         "  #include \"x.glsl\"\nvoid mainImage(out vec4 c, in vec2 p) { c = vec4(1.0); }",      // indented
         "vec4 declaredOnly();\nvoid mainImage(out vec4 c, in vec2 p) { c = declaredOnly(); }",  // doesn't
                                                                                                 // link
+        "#define A 1 // a [0.0..1.0]\nvec4 declaredOnly();\nvoid mainImage(out vec4 c, in vec2 p) { c = "
+        "declaredOnly(); }",
     };
     for (const char* text : texts) {
         Engine engine;
         engine.SetText(kStageImage, text);
         const CompileOutcome outcome = engine.Start(8, 8);
         ASSERT_EQ(outcome.result, CompileResult::Failed);
-        const StageErrorArray errors = MapStageErrors(engine.Context());
-        EXPECT_TRUE(!outcome.failure.isEmpty() || !errors[kStageImage].empty()) << text;
+        const FailureReport report = ReportOf(engine.Context(), outcome, engine.Run().request.baked);
+        EXPECT_TRUE(!report.failure.empty() || !report.errors[kStageImage].empty()) << text;
+        EXPECT_EQ(TextOf(report.failure).contains(QLatin1String("Image(1): note: the control \"a \" ")),
+                  text[0] == '#');
     }
 }
 

@@ -41,7 +41,7 @@ class Run : public ::testing::Test {
         return ToggleRenderThread(
             *App(), player_,
             [this] {
-                RunRequest request = SnapshotProject(*App());
+                RunRequest request = SnapshotProject(*App(), *Controls());
                 request.surface = surface_;
                 request.startTime = 1.0f;
                 return request;

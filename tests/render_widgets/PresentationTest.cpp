@@ -75,7 +75,7 @@ TEST_F(PresentationTest, AMultisampledPictureFollowsTheWindowWhilePaused) {
     ASSERT_TRUE(ToggleRenderThread(
         *App(), player,
         [this] {
-            RunRequest request = SnapshotProject(*App());
+            RunRequest request = SnapshotProject(*App(), *Controls());
             request.surface = window->Surface();
             return request;
         },

@@ -91,7 +91,7 @@ class Engine {
 
     CompileOutcome Start(int width, int height, float startTime = 0.1f, uint32_t sampleExponent = 0) {
         surface_ = std::make_shared<ResizableSurface>(SurfaceSize{width, height});
-        RunRequest request = SnapshotProject(*App());
+        RunRequest request = SnapshotProject(*App(), *Controls());
         request.surface = surface_;
         request.startTime = startTime;
         PublishControlValues(*Controls());
