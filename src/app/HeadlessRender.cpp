@@ -2,14 +2,17 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QLocale>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <optional>
+#include <utility>
+#include <vector>
 
+#include "app/RenderControls.h"
 #include "app/RenderOptions.h"
 #include "controls/Annotations.h"
+#include "controls/BakedText.h"
 #include "controls/LiveValues.h"
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
@@ -76,36 +79,62 @@ std::optional<UniformValue> ExactValue(ControlValueType type, double number) {
     }
 }
 
-// Turns each --set into a value of the type that the compiled programs declare.
-int ApplyValues(const RenderOptions& options, RenderContext& context) {
-    for (const auto& [name, number] : options.values) {
-        if (name == QLatin1String("Speed")) {
-            if (number < -1.0 || number > 1.0) {
-                PrintError(QStringLiteral("pixelgrove-render: Speed is a value from -1 to 1."));
-                return kExitUsage;
-            }
-            Controls()->uniforms[0].range.value = float(number);
-            continue;
-        }
-        const std::optional<ControlValueType> type = FindUniformType(context, name);
-        if (!type) {
-            PrintError(QStringLiteral(
-                           "pixelgrove-render: no stage uses a float, int, uint or bool uniform named %1.")
-                           .arg(name));
-            return kExitUsage;
-        }
-        std::optional<UniformValue> value = ExactValue(*type, number);
-        if (!value) {
-            PrintError(
-                QStringLiteral("pixelgrove-render: %1 is a%2 and can't be %3.")
-                    .arg(name, *type == kControlUint ? QStringLiteral(" uint") : QStringLiteral("n int"))
-                    .arg(number, 0, 'g', QLocale::FloatingPointShortest));
-            return kExitUsage;
-        }
-        value->name = name;
-        context.fixedValues.push_back(*value);
+int Refuse(const QString& sentence) {
+    PrintError(QStringLiteral("pixelgrove-render: ") + sentence);
+    return kExitUsage;
+}
+
+// Gives each --set that names a live control to its record. The others go to `others`.
+int SetControls(const RenderOptions& options, std::vector<std::pair<QString, QString>>& others) {
+    for (const auto& [name, value] : options.values) {
+        const ControlSetting setting = SetControl(*Controls(), name, value);
+        if (!setting.problem.isEmpty()) return Refuse(setting.problem);
+        if (!setting.isControl) others.emplace_back(name, value);
     }
     return kExitDone;
+}
+
+// Turns a --set of what is no control into a value of the type that the compiled programs declare.
+int SetUniform(const QString& name, const QString& text, RenderContext& context) {
+    const std::optional<ControlValueType> type = FindUniformType(context, name);
+    if (!type) {
+        return Refuse(QStringLiteral("no stage uses a float, int, uint or bool uniform named %1.").arg(name));
+    }
+    const std::optional<double> number = ControlNumber(text);
+    if (!number) return Refuse(QStringLiteral("\"%1\" is no value for %2.").arg(text, name));
+    std::optional<UniformValue> value = ExactValue(*type, *number);
+    if (!value) {
+        const QString kind = *type == kControlUint ? QStringLiteral(" uint") : QStringLiteral("n int");
+        return Refuse(QStringLiteral("%1 is a%2 and can't be %3.").arg(name, kind, text));
+    }
+    value->name = name;
+    context.fixedValues.push_back(*value);
+    return kExitDone;
+}
+
+// The Image stage's controls, as the tree of the workbench has them.
+void ScanControls(const StageDocument& image, const RenderOptions& options) {
+    ScanDefines(*Controls(), image.text);
+    ScanUniforms(*Controls(), image.text, image.commentMap);
+    Controls()->uniforms[0].range.value = options.speed;
+}
+
+// A stage before Image with other controls in its records threw away what was set there; its own bake is
+// over by then.
+void BakeImageAnew(const StageDocument& image, const RenderOptions& options, RunRequest& request) {
+    for (const auto& [name, value] : options.values)
+        SetControl(*Controls(), name, value);
+    BakedText baked = BakeDefines(*Controls(), image.text);
+    request.project.stages[kStageImage].source = std::move(baked.text);
+    request.baked[kStageImage] = std::move(baked.lines);
+}
+
+int PrintToStdout(const QByteArray& text) {
+    const bool written =
+        std::fwrite(text.constData(), 1, size_t(text.size()), stdout) == size_t(text.size()) &&
+        std::fflush(stdout) == 0;
+    return written ? kExitDone
+                   : Refuse(QStringLiteral("the text can't be written: %1.").arg(qt_error_string()));
 }
 
 int PrintSource(RenderContext& context, uint32_t stage) {
@@ -121,21 +150,15 @@ int PrintSource(RenderContext& context, uint32_t stage) {
         PrintError(context.includeContext.failure);
         return kExitCompileFailed;
     }
-    const bool written =
-        std::fwrite(text->constData(), 1, size_t(text->size()), stdout) == size_t(text->size()) &&
-        std::fflush(stdout) == 0;
-    if (!written)
-        PrintError(
-            QStringLiteral("pixelgrove-render: the text can't be written: %1.").arg(qt_error_string()));
-    return written ? kExitDone : kExitUsage;
+    return PrintToStdout(*text);
 }
 
-int ReportCompileFailure(RenderContext& context, const CompileOutcome& outcome) {
-    const StageErrorArray errors = MapStageErrors(context);
-    for (const CompileMessages& messages : errors) {
+int ReportCompileFailure(RenderRun& run, const CompileOutcome& outcome) {
+    const FailureReport report = ReportOf(*run.context, outcome, run.request.baked);
+    for (const CompileMessages& messages : report.errors) {
         if (!messages.empty()) PrintError(TextOf(messages));
     }
-    if (!outcome.failure.isEmpty()) PrintError(outcome.failure);
+    if (!report.failure.empty()) PrintError(TextOf(report.failure));
     return kExitCompileFailed;
 }
 
@@ -187,10 +210,15 @@ int WriteFrames(RenderRun& run, const RenderOptions& options) {
 
 int Render(AppState& app, const RenderOptions& options) {
     if (const int code = LoadIntoEditingForm(app.project, options.project); code != kExitDone) return code;
+    const StageDocument& image = app.project.documents[kStageImage];
+    ScanControls(image, options);
+    std::vector<std::pair<QString, QString>> otherValues;
+    if (const int code = SetControls(options, otherValues); code != kExitDone) return code;
+    if (options.listControls) return PrintToStdout(ControlLines(*Controls()).toLocal8Bit());
     RunRequest request = SnapshotProject(app, *Controls());
+    BakeImageAnew(image, options, request);
     request.startTime = options.start;
     request.surface = CreateEglSurface({options.width, options.height});
-    Controls()->uniforms[0].range.value = options.speed;
     if (!request.surface) {
         PrintError(QStringLiteral("pixelgrove-render: no OpenGL without a window on this system."));
         return kExitUsage;
@@ -206,8 +234,9 @@ int Render(AppState& app, const RenderOptions& options) {
     RenderContext& context = *run.context;
     if (options.printSource != kStageNone) return PrintSource(context, options.printSource);
     const CompileOutcome outcome = CompileProject(context);
-    if (outcome.result != CompileResult::Good) return ReportCompileFailure(context, outcome);
-    if (const int code = ApplyValues(options, context); code != kExitDone) return code;
+    if (outcome.result != CompileResult::Good) return ReportCompileFailure(run, outcome);
+    for (const auto& [name, value] : otherValues)
+        if (const int code = SetUniform(name, value, context); code != kExitDone) return code;
     if (options.checkOnly) return kExitDone;
     PublishControlValues(*Controls());
     return WriteFrames(run, options);

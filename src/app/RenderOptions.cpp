@@ -42,13 +42,9 @@ uint32_t ParseStage(const QString& text) {
 bool ParseSet(const QString& text, RenderOptions& options) {
     const qsizetype equals = text.indexOf(QLatin1Char('='));
     if (equals < 1) return false;
-    QString value = text.mid(equals + 1).trimmed();
-    if (value == QLatin1String("true")) value = QStringLiteral("1");
-    if (value == QLatin1String("false")) value = QStringLiteral("0");
-    bool good = false;
-    const double number = value.toDouble(&good);
-    if (!good || !std::isfinite(number)) return false;
-    options.values.emplace_back(text.left(equals).trimmed(), number);
+    const QString value = text.mid(equals + 1).trimmed();
+    if (value.isEmpty()) return false;
+    options.values.emplace_back(text.left(equals).trimmed(), value);
     return true;
 }
 
@@ -110,10 +106,11 @@ QString RenderUsage() {
         "  --stage NAME          stage to write: \"Buffer A\" to \"Buffer D\", \"Cube A\" (its six faces in "
         "a\n"
         "                        row, +X -X +Y -Y +Z -Z), \"Image\" (Image)\n"
-        "  --set NAME=VALUE      value of a uniform; may be given again\n"
+        "  --set NAME=VALUE      value of a uniform or a live control; may be given again\n"
         "  --out DIR             folder for the pictures (.)\n"
         "  --format NAME         file name with one number field (frame-%04d.png)\n"
         "  --print-source STAGE  write the complete GLSL text of a stage to stdout and end\n"
+        "  --list-controls       write the live controls to stdout, one a line, and end\n"
         "  --check               compile only\n"
         "Exit status: 0 done, 1 the project doesn't compile, 2 wrong usage or a file error.\n");
 }
@@ -123,7 +120,9 @@ ParsedOptions ParseRenderOptions(const QStringList& arguments) {
     RenderOptions& options = parsed.options;
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         QString name = arguments[i];
-        if (name == QLatin1String("--check")) {
+        if (name == QLatin1String("--list-controls")) {
+            options.listControls = true;
+        } else if (name == QLatin1String("--check")) {
             options.checkOnly = true;
         } else if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
             options.help = true;

@@ -19,10 +19,11 @@ struct RenderOptions {
     int width = 640;
     int height = 360;
     uint32_t stage = kStageImage;
-    std::vector<std::pair<QString, double>> values;  // --set
+    std::vector<std::pair<QString, QString>> values;  // --set
     QString outFolder = QStringLiteral(".");
     QString format = QStringLiteral("frame-%04d.png");
     uint32_t printSource = kStageNone;
+    bool listControls = false;
     bool checkOnly = false;
     bool help = false;
 };

@@ -91,8 +91,58 @@ TEST_F(HeadlessRender, ValuesArriveExactly) {
                   .err.toStdString(),
               "");
     EXPECT_EQ(QImage(Path("frame-0001.png")).pixelColor(1, 1), QColor(255, 255, 255));
-    for (const char* line : {"a.json --set i=1.5", "a.json --set u=-1", "a.json --set j=3e9"})
+    for (const char* line :
+         {"a.json --set i=1.5", "a.json --set u=-1", "a.json --set j=3e9", "a.json --set u=a"})
         EXPECT_EQ(Run(line).exitCode, 2) << line;
+}
+
+TEST_F(HeadlessRender, LiveControlsAreListedSetAndDrawn) {
+    Write("a.json",
+          Project(Pass("buffer", "Buffer A", "#define OTHER 1 // o [1..9]\n" + kGradient) + "," +
+                  Pass("image", "Image",
+                       "#define RED 0.5 // red [0.0..1.0, 0.25]\n"
+                       "#define MODE 1 // mode: pick [NONE, @FULL]\n"
+                       "#define OFF // blue [OFF, ON]\n"
+                       "#define NONE 0.0\n#define FULL 1.0\n"
+                       "uniform float gain; // a!b: gain [0.0..2.0, 0.5]\n"
+                       "#ifdef ON\n#define BLUE gain\n#else\n#define BLUE 0.0\n#endif\n"
+                       "void mainImage(out vec4 c, in vec2 p) { c = vec4(RED, MODE, BLUE, 1.0); }")));
+    EXPECT_EQ(Run("a.json --list-controls --set gain=1.5").out.toStdString(),
+              "Defines!red \tfloat\t0..1\t0.25\nDefines!mode: pick \tlist\tNONE,FULL\tFULL\n"
+              "Defines!blue \tlist\tOFF,ON\tOFF\nUniforms!Speed\tfloat\t-1..1\t0.03\n"
+              "Uniforms!a!b!gain\tfloat\t0..2\t1.5\n");
+    const struct {
+        QStringList settings;
+        QColor colour;
+    } rows[] = {
+        {{}, QColor(64, 255, 0)},
+        {{QStringLiteral("RED=1"), QStringLiteral("mode: pick=0"), QStringLiteral("blue=1")},
+         QColor(255, 0, 128)},
+        {{QStringLiteral("red=0.5"), QStringLiteral("MODE=NONE"), QStringLiteral("OFF=ON"),
+          QStringLiteral("gain=1")},
+         QColor(128, 0, 255)},
+    };
+    for (const auto& row : rows) {
+        QStringList arguments{QStringLiteral("a.json"), QStringLiteral("--size"), QStringLiteral("4x4")};
+        for (const QString& setting : row.settings)
+            arguments << QStringLiteral("--set") << setting;
+        const Outcome outcome = Run(arguments);
+        EXPECT_EQ(outcome.err.toStdString() + std::to_string(outcome.exitCode), "0");
+        EXPECT_EQ(QImage(Path("frame-0001.png")).pixelColor(1, 1), row.colour);
+    }
+    for (const auto& [setting, sentence] :
+         {std::pair{"RED=1.5", "RED is a value from 0 to 1."},
+          {"MODE=2", "MODE is one of: NONE, FULL."},
+          {"OFF=1", "OFF is one of: OFF, ON."},
+          {"gain=x", "\"x\" is no value for gain."},
+          {"nobody=1", "no stage uses a float, int, uint or bool uniform named nobody."}}) {
+        const Outcome outcome =
+            Run({QStringLiteral("a.json"), QStringLiteral("--set"), QString::fromLatin1(setting)});
+        EXPECT_EQ(outcome.exitCode, 2);
+        EXPECT_TRUE(outcome.err.contains(QLatin1String(sentence))) << outcome.err.toStdString();
+    }
+    const QString source = Run("a.json --print-source image --set RED=1").out;
+    EXPECT_TRUE(source.contains(QLatin1String("#define RED 1.00000 // "))) << source.toStdString();
 }
 
 TEST_F(HeadlessRender, CubeFacesStandInARow) {
@@ -121,6 +171,14 @@ TEST_F(HeadlessRender, CompileFailuresAreOneWithMappedMessages) {
         EXPECT_EQ(outcome.exitCode, 1);
         EXPECT_TRUE(outcome.err.contains(QLatin1String("Image(4): error: "))) << outcome.err.toStdString();
     }
+    Write("baked.json",
+          Project(Pass("image", "Image", "#define N a // n [0..4]\nvoid mainImage() { N; N }")));
+    const Outcome baked = Run("baked.json --check");
+    EXPECT_EQ(baked.exitCode, 1);
+    EXPECT_TRUE(
+        baked.err.contains(QLatin1String("Image(1): note: the control \"n \" put its value in place"
+                                         " of \"#define N a // n [0..4]\"\n")))
+        << baked.err.toStdString();
     Write("good.json", Project(Pass("image", "Image", kGradient)));
     EXPECT_EQ(Run("good.json --check").exitCode, 0);
     EXPECT_TRUE(QDir(folder_.path()).entryList({QStringLiteral("*.png")}).isEmpty());

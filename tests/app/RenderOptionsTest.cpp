@@ -23,7 +23,7 @@ TEST(RenderOptions, GoodLines) {
     EXPECT_EQ(full.options.height, 32);
     EXPECT_TRUE(full.options.checkOnly);
     ASSERT_EQ(full.options.values.size(), 2u);
-    EXPECT_EQ(full.options.values[1].second, 1.0);
+    EXPECT_EQ(full.options.values[1].second, QStringLiteral("true"));
     const ParsedOptions stage =
         ParseRenderOptions({QStringLiteral("a.json"), QStringLiteral("--stage"), QStringLiteral("buffer c")});
     EXPECT_EQ(stage.options.stage, uint32_t(kStageBufferC));
@@ -34,7 +34,7 @@ TEST(RenderOptions, BadLines) {
          {"", "a.json b.json", "a.json --frames", "a.json --frames 0", "a.json --frames 99999999999",
           "a.json --size 10", "a.json --size 0x5", "a.json --size 1x1", "a.json --size 99999x10",
           "a.json --speed 1.5", "a.json --speed nan", "a.json --start inf", "a.json --stage Common",
-          "a.json --set x", "a.json --set =1", "a.json --set x=a", "a.json --format frame.png",
+          "a.json --set x", "a.json --set =1", "a.json --set x=", "a.json --format frame.png",
           "a.json --nonsense"}) {
         EXPECT_FALSE(Parse(line).error.isEmpty()) << line;
     }
