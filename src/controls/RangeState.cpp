@@ -1,8 +1,27 @@
 #include "controls/RangeState.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 
 namespace pixelgrove {
+
+namespace {
+
+constexpr std::array<QStringView, kModulationKinds> kNames = {
+    u"Fixed", u"Random", u"Noise", u"Sine Wave", u"Ramp Wave", u"Square Wave", u"Triangle Wave"};
+
+// Cut towards zero, as far as 64 bits go; 0 for what is no number.
+qlonglong Truncated(float value) {
+    constexpr float kLimit = 9.0e18f;
+    return std::isnan(value) ? 0 : qlonglong(std::clamp(value, -kLimit, kLimit));
+}
+
+}  // namespace
+
+std::span<const QStringView> ModulationNames() {
+    return kNames;
+}
 
 void InitialiseRange(RangeControlState& range, bool hasModulation, bool isFloat, const QString& name,
                      float minimum, float maximum, float defaultValue) {
@@ -17,6 +36,10 @@ void InitialiseRange(RangeControlState& range, bool hasModulation, bool isFloat,
     range.layoutRows = 4;
     range.modulationKind = kModulationFixed;
     range.name = name;
+}
+
+QString RangeText(const RangeControlState& range, float value) {
+    return range.isFloat ? QString::asprintf("%.3f", double(value)) : QString::number(Truncated(value));
 }
 
 }  // namespace pixelgrove
