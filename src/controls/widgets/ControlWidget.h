@@ -29,7 +29,7 @@ class ControlWidget : public QWidget {
     void Changed();
 
   protected:
-    explicit ControlWidget(QWidget* parent) : QWidget(parent) {}
+    explicit ControlWidget(QWidget* parent);
 };
 
 }  // namespace pixelgrove
