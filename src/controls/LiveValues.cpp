@@ -1,6 +1,7 @@
 #include "controls/LiveValues.h"
 
 #include <algorithm>
+#include <atomic>
 
 #include "controls/Modulation.h"
 #include "platform/SynchronizedValue.h"
@@ -29,6 +30,9 @@ SynchronizedValue<Snapshot>& Published() {
     static SynchronizedValue<Snapshot> snapshot;
     return snapshot;
 }
+
+// Of the last frame; written by the thread that fills it.
+std::atomic<float> latestMs = -1.0f;
 
 void SetList(const ComboControlState& combo, ControlDice& dice, UniformValue& entry) {
     const bool draws = combo.randomize != 0 && combo.count > 0;
@@ -61,6 +65,7 @@ void PublishControlValues(ControlSet& controls, const RangeControlState* open) {
 }
 
 void UpdateUniformValues(UniformTable& table, float elapsedMs) {
+    latestMs.store(elapsedMs, std::memory_order_relaxed);
     const Hold snapshot(Published());
     table.count = snapshot->count;
     for (size_t i = 0; i < size_t(snapshot->count); ++i) {
@@ -72,6 +77,10 @@ void UpdateUniformValues(UniformTable& table, float elapsedMs) {
         else
             SetNumber(control, elapsedMs, table.dice, entry);
     }
+}
+
+double WaveTime() {
+    return double(latestMs.load(std::memory_order_relaxed)) / kWavePeriodMs;
 }
 
 }  // namespace pixelgrove

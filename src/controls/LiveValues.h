@@ -26,4 +26,8 @@ void PublishControlValues(ControlSet& controls, const RangeControlState* open = 
 // modulation. Any thread that owns the table.
 void UpdateUniformValues(UniformTable& table, float elapsedMs);
 
+// How far the waves are: the time of the frame that was filled last, in periods at a frequency of 1. Below 0
+// before the first frame. Any thread.
+double WaveTime();
+
 }  // namespace pixelgrove

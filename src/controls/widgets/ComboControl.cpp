@@ -1,10 +1,10 @@
 #include "controls/widgets/ComboControl.h"
 
-#include <QComboBox>
 #include <QPushButton>
 #include <algorithm>
 
 #include "controls/ControlTemplates.h"
+#include "controls/widgets/ControlCombo.h"
 #include "controls/widgets/ControlFont.h"
 #include "controls/widgets/ElidedLabel.h"
 
@@ -19,14 +19,14 @@ constexpr int kLayoutRows = 4;
 ComboControl::ComboControl(const UniformControl& record, QWidget* parent)
     : ControlWidget(parent),
       name_(new ElidedLabel(Qt::AlignLeft, this)),
-      options_(new QComboBox(this)),
+      options_(new ControlCombo(this)),
       randomize_(new QPushButton(tr("Randomize"), this)) {
     randomize_->setCheckable(true);
     randomize_->setToolTip(tr("Every frame takes an option by chance"));
     Show(record);
     state_.randomize = 0;
     randomize_->setChecked(false);
-    connect(options_, &QComboBox::activated, this, [this](int row) {
+    connect(options_, &ControlCombo::activated, this, [this](int row) {
         state_.selection = row;
         ShowToolTip();
         Q_EMIT Changed();
@@ -63,7 +63,7 @@ void ComboControl::Save(UniformControl& record) const {
 
 void ComboControl::Load(const UniformControl& record) {
     Show(record);
-    WidenList(*options_);
+    options_->WidenList();
 }
 
 void ComboControl::resizeEvent(QResizeEvent*) {
@@ -76,7 +76,7 @@ void ComboControl::resizeEvent(QResizeEvent*) {
     name_->setFont(font);
     options_->setFont(font);
     randomize_->setFont(font);
-    WidenList(*options_);
+    options_->WidenList();
 }
 
 }  // namespace pixelgrove

@@ -3,11 +3,11 @@
 
 #include "controls/widgets/ControlWidget.h"
 
-class QComboBox;
 class QPushButton;
 
 namespace pixelgrove {
 
+class ControlCombo;
 class ElidedLabel;
 
 class ComboControl : public ControlWidget {
@@ -29,7 +29,7 @@ class ComboControl : public ControlWidget {
 
     ComboControlState state_;
     ElidedLabel* name_;
-    QComboBox* options_;
+    ControlCombo* options_;
     QPushButton* randomize_;
 };
 

@@ -1,11 +1,6 @@
 #include "controls/widgets/ControlFont.h"
 
-#include <QAbstractItemView>
-#include <QApplication>
 #include <QFontMetrics>
-#include <QScreen>
-#include <QStyle>
-#include <QStyleOptionComboBox>
 #include <algorithm>
 
 #include "look/widgets/Theme.h"
@@ -15,9 +10,11 @@ namespace pixelgrove {
 namespace {
 
 constexpr int kProbePixels = 100;
-constexpr double kLineSpace = 1.4;       // the height of a part for each of its text
-constexpr double kLeastNarrowing = 0.6;  // of the fitted font
-constexpr int kListMargin = 8;
+constexpr double kLineSpace = 1.4;  // the height of a part for each of its text
+constexpr int kNaturalStretch = 100;
+constexpr int kStretches[] = {90, 80};
+constexpr double kLeastSize = 0.6;  // of the fitted font
+constexpr int kLegiblePixels = 6;
 
 }  // namespace
 
@@ -31,33 +28,15 @@ QFont FittedFont(int smallestHeight) {
 }
 
 QFont NarrowedFont(QFont font, const QString& text, int width) {
-    const int fitted = font.pixelSize();
-    const int least = std::max(1, int(fitted * kLeastNarrowing));
-    for (int pixels = fitted; pixels >= least; --pixels) {
-        font.setPixelSize(pixels);
-        if (QFontMetrics(font).horizontalAdvance(text) <= width) break;
+    const auto fits = [&] { return QFontMetrics(font).horizontalAdvance(text) <= width; };
+    for (int stretch : kStretches) {
+        if (fits()) return font;
+        font.setStretch(std::min(stretch, font.stretch() > 0 ? font.stretch() : kNaturalStretch));
     }
+    const int least = std::max(int(font.pixelSize() * kLeastSize), kLegiblePixels);
+    while (font.pixelSize() > least && !fits())
+        font.setPixelSize(font.pixelSize() - 1);
     return font;
-}
-
-int ComboTextWidth(const QSize& box) {
-    QStyleOptionComboBox option;
-    option.rect = QRect(QPoint(), box);
-    return QApplication::style()
-               ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField)
-               .width() -
-           4;
-}
-
-void WidenList(QComboBox& combo) {
-    qsizetype longest = 0;
-    for (int row = 0; row < combo.count(); ++row)
-        longest = std::max(longest, combo.itemText(row).size());
-    const int letter = combo.fontMetrics().horizontalAdvance(u'X');
-    const int margin = kListMargin + combo.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    const int wanted = int(std::min<qsizetype>(longest * letter + margin, QWIDGETSIZE_MAX));
-    combo.view()->setMinimumWidth(std::min(wanted, combo.screen()->availableGeometry().width() / 2));
-    combo.setMaxVisibleItems(std::max(1, combo.count()));
 }
 
 }  // namespace pixelgrove

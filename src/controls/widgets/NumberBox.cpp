@@ -26,6 +26,8 @@ NumberBox::NumberBox(QWidget* parent) : QLineEdit(parent) {
 void NumberBox::Show(const QString& text) {
     shown_ = text;
     setText(text);
+    // Where the text is too long, its first digits count most.
+    setCursorPosition(0);
 }
 
 void NumberBox::SetStripe(const QColor& colour) {

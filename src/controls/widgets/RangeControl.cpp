@@ -1,11 +1,11 @@
 #include "controls/widgets/RangeControl.h"
 
-#include <QComboBox>
 #include <algorithm>
 #include <cmath>
 
 #include "controls/ControlTemplates.h"
 #include "controls/RangeState.h"
+#include "controls/widgets/ControlCombo.h"
 #include "controls/widgets/ControlFont.h"
 #include "controls/widgets/ElidedLabel.h"
 #include "controls/widgets/NumberBox.h"
@@ -20,7 +20,7 @@ namespace {
 constexpr float kMaxFrequency = 20.0f;
 constexpr float kFullPhase = 6.2831855f;
 constexpr double kCycleSeconds = 16.0;
-constexpr int kBoxFrame = 12;  // of a box's width, its text doesn't have
+constexpr int kBoxFrame = 10;  // of a box's width, its text doesn't have
 
 // The numbers that the rows of the list carry.
 constexpr int kFixedId = 0;
@@ -48,13 +48,14 @@ RangeControl::RangeControl(const UniformControl& record, QWidget* parent)
       minimum_(new ElidedLabel(Qt::AlignLeft, this)),
       maximum_(new ElidedLabel(Qt::AlignRight, this)) {
     // The keys go from the list at the top to the tracks at the bottom, in the order in which parts are made.
-    if (state_.hasModulation) kind_ = new QComboBox(this);
+    if (state_.hasModulation) kind_ = new ControlCombo(this);
     slider_ = new SliderWidget(this);
     slider_->SetState(state_);
     connect(slider_, &SliderWidget::Moved, this, &RangeControl::AcceptSlider);
     value_ = MakeBox(SliderHandle::Value, tr("Value"));
     if (state_.hasModulation) MakeModulationParts();
     name_->SetText(state_.name);
+    slider_->setAccessibleName(state_.name);
     ShowTexts();
     ShowKind();
 }
@@ -62,23 +63,24 @@ RangeControl::RangeControl(const UniformControl& record, QWidget* parent)
 NumberBox* RangeControl::MakeBox(SliderHandle handle, const QString& word) {
     auto* box = new NumberBox(this);
     box->setAccessibleName(word);
-    box->setToolTip(word);
     connect(box, &NumberBox::Committed, this,
             [this, box, handle](float value, bool whole) { AcceptBox(*box, handle, value, whole); });
     return box;
 }
 
 void RangeControl::MakeModulationParts() {
-    low_ = MakeBox(SliderHandle::Low, tr("Low end of the wave"));
-    high_ = MakeBox(SliderHandle::High, tr("High end of the wave"));
+    low_ = MakeBox(SliderHandle::Low, tr("Low"));
+    high_ = MakeBox(SliderHandle::High, tr("High"));
     low_->SetStripe(FromBgr(kLowHandleColour));
     high_->SetStripe(FromBgr(kHighHandleColour));
     preview_ = new WavePreview(this);
     phase_ = new SliderWidget(this);
     phase_->SetCaption(tr("Phase"));
+    phase_->setAccessibleName(tr("Phase"));
     phase_->SetState(SideState(state_.phase, kFullPhase));
     frequency_ = new SliderWidget(this);
     frequency_->SetCaption(tr("Freq."));
+    frequency_->setAccessibleName(tr("Frequency"));
     frequency_->SetState(SideState(state_.frequency, kMaxFrequency));
     connect(phase_, &SliderWidget::Moved, this, [this] {
         state_.phase = phase_->State().value;
@@ -99,7 +101,7 @@ void RangeControl::MakeModulationParts() {
     kind_->setCurrentIndex(-1);
     for (int row = 0; row < kind_->count(); ++row)
         if (kind_->itemData(row).toInt() == state_.modulationKind) kind_->setCurrentIndex(row);
-    connect(kind_, &QComboBox::activated, this, &RangeControl::AcceptKind);
+    connect(kind_, &ControlCombo::activated, this, &RangeControl::AcceptKind);
 }
 
 void RangeControl::Save(UniformControl& record) const {
@@ -190,9 +192,9 @@ void RangeControl::FitFonts(int smallestHeight) {
     if (!kind_) return;
     QFont words = font;
     for (QStringView name : ModulationNames())
-        words = NarrowedFont(words, name.toString(), ComboTextWidth(kind_->size()));
+        words = NarrowedFont(words, name.toString(), kind_->TextWidth());
     kind_->setFont(words);
-    WidenList(*kind_);
+    kind_->WidenList();
 }
 
 void RangeControl::ShowKind() {
@@ -214,9 +216,12 @@ void RangeControl::ShowTexts() {
 
 void RangeControl::ShowToolTips() {
     const bool moving = state_.modulationKind > kModulationFixed;
+    value_->setToolTip(tr("Value: %1").arg(RangeText(state_, state_.value)));
     slider_->setToolTip(moving ? tr("Upper handle: low end of the wave. Lower handle: high end.")
                                : QString());
     if (!kind_) return;
+    low_->setToolTip(tr("Low end of the wave: %1").arg(RangeText(state_, state_.low)));
+    high_->setToolTip(tr("High end of the wave: %1").arg(RangeText(state_, state_.high)));
     const auto names = ModulationNames();
     const auto kind = size_t(state_.modulationKind);
     kind_->setToolTip(kind < names.size() ? tr("How the value moves: %1").arg(names[kind]) : QString());
@@ -266,8 +271,10 @@ void RangeControl::AcceptBox(NumberBox& box, SliderHandle handle, float value, b
 
 void RangeControl::AcceptKind(int row) {
     state_.modulationKind = row;
-    // The handle's own value: a level by chance may stand here.
+    // A level by chance may stand in the value, which is not the handle's.
+    slider_->SetHandle(SliderHandle::Value, slider_->State().value);
     state_.value = slider_->State().value;
+    value_->Show(RangeText(state_, state_.value));
     ShowKind();
     Report();
 }

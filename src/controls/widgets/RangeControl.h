@@ -4,10 +4,9 @@
 
 #include "controls/widgets/ControlWidget.h"
 
-class QComboBox;
-
 namespace pixelgrove {
 
+class ControlCombo;
 class ElidedLabel;
 class NumberBox;
 class SliderWidget;
@@ -55,7 +54,7 @@ class RangeControl : public ControlWidget {
     NumberBox* value_;
     NumberBox* low_ = nullptr;
     NumberBox* high_ = nullptr;
-    QComboBox* kind_ = nullptr;
+    ControlCombo* kind_ = nullptr;
     WavePreview* preview_ = nullptr;
     SliderWidget* frequency_ = nullptr;
     SliderWidget* phase_ = nullptr;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "controls/RangeState.h"
+#include "controls/widgets/ControlFont.h"
 #include "look/widgets/Theme.h"
 
 namespace pixelgrove {
@@ -202,12 +203,22 @@ void SliderWidget::DrawHandle(QPainter& painter, SliderHandle handle, uint32_t c
 
 void SliderWidget::DrawCaption(QPainter& painter) const {
     const bool inUse = dragging_ || hasFocus() || hovered_ != SliderHandle::None;
+    const QString text = inUse ? RangeText(state_, state_.value) : caption_;
+    // On the longer side of the handle, where there is room.
+    const QRect handle = HandleRect(state_, SliderHandle::Value, size());
+    const QRect inner = rect().adjusted(kTrackInset, 0, -kTrackInset, 0);
+    QRect room = inner;
+    if (handle.center().x() < width() / 2)
+        room.setLeft(std::max(inner.left(), handle.right() + 2));
+    else
+        room.setRight(std::min(inner.right(), handle.left() - 2));
     QFont font = this->font();
-    font.setPixelSize(std::clamp(height() / 2, 6, 24));
+    font.setPixelSize(std::max(1, height() * 9 / 20));
+    font = NarrowedFont(font, text, room.width());
+    if (QFontMetrics(font).horizontalAdvance(text) > room.width()) return;
     painter.setFont(font);
-    painter.setPen(FromBgr(kTrackColour).darker(250));
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine,
-                     inUse ? RangeText(state_, state_.value) : caption_);
+    painter.setPen(FromBgr(kTrackColour).darker(300));
+    painter.drawText(room, Qt::AlignCenter | Qt::TextSingleLine, text);
 }
 
 }  // namespace pixelgrove

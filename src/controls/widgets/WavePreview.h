@@ -1,6 +1,8 @@
-// WavePreview: the picture of what a control's value does over one cycle of time. Main thread.
+// WavePreview: the picture of what a control's value does over one cycle of time. While frames are drawn and
+// it can be seen, a mark shows where the wave is, and noise is drawn anew. Main thread.
 #pragma once
 
+#include <QBasicTimer>
 #include <QImage>
 #include <QWidget>
 
@@ -20,10 +22,19 @@ class WavePreview : public QWidget {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
   private:
+    void DrawMark(QPainter& painter);
+
+    RangeControlState state_;  // as it was drawn last
     QImage image_;
     ControlDice dice_;
+    QBasicTimer timer_;
+    int ticks_ = 0;
+    double waveTime_ = -1;  // of the last tick; below 0 without a frame
 };
 
 }  // namespace pixelgrove
