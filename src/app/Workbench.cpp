@@ -59,8 +59,8 @@ bool OpenFiles(MainWindow& window, const QStringList& files) {
     return opened;
 }
 
-Player player;
 void RunMainWindow(const QStringList& files, AppState& app, Settings& settings) {
+    Player player;
     MainWindow window(app, player);
     QObject::connect(&window, &MainWindow::Closed, [] { QCoreApplication::exit(0); });
     const bool opened = OpenFiles(window, files);
