@@ -100,7 +100,7 @@ void WavePreview::paintEvent(QPaintEvent*) {
     if (waveTime_ >= 0 && IsWave(state_.modulationKind)) DrawMark(painter);
     // Sunken into the window.
     painter.setPen(Theme().line);
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
 void WavePreview::DrawMark(QPainter& painter) {
