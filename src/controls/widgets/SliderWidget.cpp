@@ -21,10 +21,10 @@ constexpr int kTrackInset = 2;  // of the gradient
 constexpr int kPage = 10;       // steps
 
 void DrawOutline(QPainter& painter, const QRect& rect, const QColor& colour, int width = 1) {
+    const double half = width / 2.0;
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(colour);
-    for (int i = 0; i < width; ++i)
-        painter.drawRect(rect.adjusted(i, i, -i - 1, -i - 1));
+    painter.setPen(QPen(colour, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(QRectF(rect).adjusted(half, half, -half, -half));
 }
 
 }  // namespace
