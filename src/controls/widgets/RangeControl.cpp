@@ -34,6 +34,11 @@ RangeControlState SideState(float value, float maximum) {
     return state;
 }
 
+// The state's name, or the whole of it where the state could not hold it.
+QString LabelOf(const UniformControl& record) {
+    return record.displayName.startsWith(record.range.name) ? record.displayName : record.range.name;
+}
+
 // For whole numbers a move within one of them is none.
 bool IsSame(const RangeControlState& state, float a, float b) {
     return state.isFloat ? a == b : std::trunc(a) == std::trunc(b);
@@ -54,7 +59,7 @@ RangeControl::RangeControl(const UniformControl& record, QWidget* parent)
     connect(slider_, &SliderWidget::Moved, this, &RangeControl::AcceptSlider);
     value_ = MakeBox(SliderHandle::Value, tr("Value"));
     if (state_.hasModulation) MakeModulationParts();
-    name_->SetText(state_.name);
+    name_->SetText(LabelOf(record));
     slider_->setAccessibleName(state_.name);
     ShowTexts();
     ShowKind();
@@ -118,7 +123,7 @@ void RangeControl::Load(const UniformControl& record) {
     slider_->SetState(state_);
     if (phase_) phase_->SetState(SideState(state_.phase, kFullPhase));
     if (frequency_) frequency_->SetState(SideState(state_.frequency, kMaxFrequency));
-    name_->SetText(state_.name);
+    name_->SetText(LabelOf(record));
     ShowTexts();
     ShowKind();
     PlaceParts();
@@ -173,7 +178,7 @@ void RangeControl::PlaceParts() {
     }
     FitFonts(smallestHeight);
     // A level by chance is drawn once, not at every size.
-    if (preview_) preview_->Draw(state_, !placed_);
+    DrawPreview(!placed_);
     placed_ = true;
 }
 
@@ -235,13 +240,13 @@ void RangeControl::ShowToolTips() {
         frequency_->setToolTip(tr("Frequency: the wave stands still"));
 }
 
-void RangeControl::DrawPreview() {
-    if (preview_ && placed_) preview_->Draw(state_, true);
+void RangeControl::DrawPreview(bool drawRandom) {
+    if (preview_ && state_.modulationKind > kModulationFixed) preview_->Draw(state_, drawRandom);
 }
 
 void RangeControl::Report() {
     ShowToolTips();
-    DrawPreview();
+    DrawPreview(placed_);
     Q_EMIT Changed();
 }
 

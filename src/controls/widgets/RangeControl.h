@@ -38,7 +38,7 @@ class RangeControl : public ControlWidget {
     void ShowKind();
     void ShowTexts();
     void ShowToolTips();
-    void DrawPreview();
+    void DrawPreview(bool drawRandom);
     void AcceptSlider();
     void AcceptBox(NumberBox& box, SliderHandle handle, float value, bool whole);
     void AcceptKind(int row);
