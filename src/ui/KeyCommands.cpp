@@ -20,7 +20,7 @@ QList<Pane> PanesOf(const Ui::EditWindow& form, uint32_t shownStage) {
     return {
         {form.editor},
         {form.statusText},
-        {form.treeView},
+        {form.treeView, form.controlArea},
         {form.stageButtons->Button(shownStage), form.stageButtons},
         {form.channelButton0, form.filterCombo0, form.wrapCombo0, form.vflipCheck0, form.channelButton1,
          form.filterCombo1, form.wrapCombo1, form.vflipCheck1, form.channelButton2, form.filterCombo2,

@@ -4,11 +4,9 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
-#include <algorithm>
+#include <QSplitter>
 
 #include "commands/Commands.h"
-#include "controls/Annotations.h"
-#include "controls/LiveValues.h"
 #include "core/AppState.h"
 #include "core/PlayTime.h"
 #include "look/widgets/Icons.h"
@@ -29,8 +27,6 @@ namespace pixelgrove {
 namespace {
 
 constexpr QSize kBaseSize(760, 870);  // of the form
-constexpr int kSmallestTreeFont = 5;
-constexpr int kLargestTreeFont = 72;
 constexpr qsizetype kMarkedLineLength = 62;
 
 std::unique_ptr<Ui::EditWindow> MakeForm(QWidget* client) {
@@ -38,6 +34,13 @@ std::unique_ptr<Ui::EditWindow> MakeForm(QWidget* client) {
     client->setFont(FormFont());
     form->setupUi(client);
     return form;
+}
+
+// How a splitter's two sides share it, at the base size and at any other.
+void Share(QSplitter& splitter, int first, int second) {
+    splitter.setStretchFactor(0, first);
+    splitter.setStretchFactor(1, second);
+    splitter.setSizes({first, second});
 }
 
 bool IsStageName(const QString& name) {
@@ -73,30 +76,28 @@ MainWindow::MainWindow(AppState& app, Player& player)
       recovery_(app_, pane_),
       channelPanel_(*Client(), app_, player, projects_.dialogs, [this](int id) { SendCommand(id); }),
       layouts_(projects_.dialogs, pane_, *windows_, [this](int id) { PostCommand(id, 0); }),
-      find_(*form_->editor, projects_.dialogs) {
+      find_(*form_->editor, projects_.dialogs),
+      controls_(*form_->treeView, *form_->controlArea, *form_->controlHint, *Client(), app_, *Controls()) {
     app_.host = this;
     app_.project.observer = this;
     form_->statusText->setFont(CodeFont());
     form_->statusText->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    form_->editorSplitter->setStretchFactor(0, 4);
-    form_->editorSplitter->setStretchFactor(1, 1);
-    form_->editorSplitter->setSizes({540, 110});
-    form_->lowerSplitter->setStretchFactor(0, 3);
-    form_->lowerSplitter->setStretchFactor(1, 1);
-    form_->lowerSplitter->setSizes({540, 198});
+    Share(*form_->editorSplitter, 370, 188);
+    Share(*form_->lowerSplitter, 368, 370);
+    Share(*form_->controlSplitter, 82, 100);
     form_->lineGutter->Attach(*form_->editor);
     app_.project.includeContext = CreateIncludeContext();
     playback_.prepareRun = [this](RenderRun& run) {
         // A shader can end the process by way of the driver.
         recovery_.Update();
         channelPanel_.Watch(run);
+        controls_.Publish();
     };
+    controls_.restartAsked = [this] { playback_.RestartFailedRun(); };
     // Thumbnails may show what the run drew.
     playback_.runEnded = [this] { channelPanel_.Refresh(); };
     setAcceptDrops(true);
-    SetUpTree();
     ProbeOutput();
-    RebuildControlTree();
     playback_.SetUp();
     RefreshCaretStatus();
     ConnectControls();
@@ -154,7 +155,6 @@ void MainWindow::ConnectControls() {
     connect(form_->fpsTarget, &FpsField::editingFinished, this, [this] { SendCommand(kCmdFpsTarget); });
     form_->stageButtons->SetUp(app_.project, [this](int id) { SendCommand(id); });
     form_->statusText->viewport()->installEventFilter(this);
-    form_->treeView->viewport()->installEventFilter(this);
     // Files are for the window, also where a text would take their names.
     form_->editor->viewport()->installEventFilter(this);
 }
@@ -165,36 +165,14 @@ void MainWindow::ConnectEditor() {
     // The comparison with what was saved, and by way of the title the recovery copy.
     connect(editor, &CodeView::TextEdited, this,
             [this] { OnStageChanged(app_.project, app_.project.currentStage); });
-    connect(editor, &CodeView::PaintedAnew, this, [this](bool hasControlWords) {
-        const ControlSet& controls = *Controls();
-        if (hasControlWords || controls.uniformCount + controls.defineCount == 0) RebuildControlTree();
-    });
+    connect(editor, &CodeView::PaintedAnew, this,
+            [this](bool hasControlWords) { controls_.NoteEdit(hasControlWords); });
     connect(editor, &CodeView::cursorPositionChanged, this, &MainWindow::RefreshCaretStatus);
     connect(editor, &CodeView::blockCountChanged, this, &MainWindow::RefreshCaretStatus);
     connect(editor, &CodeView::LinkActivated, this,
             [this](const QUrl& url) { projects_.dialogs.openUrl(url); });
     connect(editor, &QWidget::customContextMenuRequested, this,
             [this, editor](const QPoint& at) { PopUpEditorMenu(editor->viewport()->mapToGlobal(at)); });
-}
-
-void MainWindow::SetUpTree() {
-    const UiColours& colours = Theme().rows;
-    // A sheet of its own: the program's would win over a palette.
-    form_->treeView->setStyleSheet(QStringLiteral("QTreeView { background: %1; color: %2; }")
-                                       .arg(FromBgr(colours[UiColour::TreeViewBackground]).name(),
-                                            FromBgr(colours[UiColour::TreeViewText]).name()));
-    auto* root = new QTreeWidgetItem(form_->treeView, {QStringLiteral("GLSL Shader")});
-    root->setForeground(0, FromBgr(colours[UiColour::TreeViewRootText]));
-    root->setExpanded(true);
-}
-
-// One unit a turn, whatever the size of the delta.
-void MainWindow::ZoomTree(int delta) {
-    if (delta == 0) return;
-    QFont font = form_->treeView->font();
-    const int height = QFontInfo(font).pixelSize() + (delta > 0 ? 1 : -1);
-    font.setPixelSize(std::clamp(height, kSmallestTreeFont, kLargestTreeFont));
-    form_->treeView->setFont(font);
 }
 
 void MainWindow::ProbeOutput() {
@@ -296,10 +274,8 @@ void MainWindow::RefreshChannelPanel() {
     channelPanel_.Refresh();
 }
 
-// No controls are made from annotations in this version: the time step is the only one.
 void MainWindow::RebuildControlTree() {
-    InitialiseSpeed(*Controls());
-    PublishControlValues(*Controls());
+    controls_.Rebuild();
 }
 
 void MainWindow::RefreshCaretStatus() {
@@ -318,12 +294,6 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
             const auto* click = static_cast<QMouseEvent*>(event);
             if (watched != form_->statusText->viewport() || click->button() != Qt::LeftButton) break;
             if (const CompileMessage* message = pane_.MessageAt(click->pos())) JumpToMessage(*message);
-            return true;
-        }
-        case QEvent::Wheel: {
-            const auto* wheel = static_cast<QWheelEvent*>(event);
-            if (watched != form_->treeView->viewport() || !(wheel->modifiers() & Qt::ControlModifier)) break;
-            ZoomTree(wheel->angleDelta().y());
             return true;
         }
         case QEvent::DragEnter:

@@ -12,6 +12,7 @@
 #include "core/Host.h"
 #include "project/ProjectObserver.h"
 #include "ui/LayoutCommands.h"
+#include "ui/LiveControls.h"
 #include "ui/Menus.h"
 #include "ui/MessagePane.h"
 #include "ui/Playback.h"
@@ -104,8 +105,6 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     void ProbeOutput();
     void RegisterCommands();
     void PopUpEditorMenu(const QPoint& globalPosition);
-    void SetUpTree();
-    void ZoomTree(int delta);
     void RefreshLayoutMenu();
     void RefreshCaretStatus();
 
@@ -122,6 +121,7 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     ChannelPanel channelPanel_;
     LayoutCommands layouts_;
     FindReplace find_;
+    LiveControls controls_;
     std::unique_ptr<Menus> menus_;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "commands/Commands.h"
 #include "core/AppState.h"
 #include "core/PlayTime.h"
 #include "platform/Clock.h"
@@ -152,6 +153,11 @@ void Playback::Restart() {
     Play();
 }
 
+void Playback::RestartFailedRun() {
+    if (!player_.currentRun || failed_.lock() != player_.currentRun) return;
+    if (app_.run->restartRequested.exchange(0) != 0) app_.host->PostCommand(kCmdRestart, 0);
+}
+
 void Playback::OnCompileResult() {
     if (!player_.currentRun) return;
     if (!app_.run->compileFailed) {
@@ -168,6 +174,8 @@ void Playback::OnCompileResult() {
         if (const CompileMessages failure = player_.currentRun->ReportedFailure(); !failure.empty())
             app_.project.observer->ShowMessages(failure, QString());
         app_.run->recordingActive = 0;
+        failed_ = player_.currentRun;
+        RestartFailedRun();
     }
     form_.stageButtons->Refresh();
 }

@@ -54,6 +54,9 @@ class Playback {
     void Start();
     // Stop, a short wait, Play. Nothing without OpenGL.
     void Restart();
+    // A control asked for a restart and the run failed to compile, so that no frame will pass it on:
+    // restarts.
+    void RestartFailedRun();
     // The run reported how compiling went. Dropped when the run was ended meanwhile.
     void OnCompileResult();
 
@@ -79,6 +82,7 @@ class Playback {
     Player& player_;
     MessagePane& pane_;
     QTimer refresh_;
+    std::weak_ptr<RenderRun> failed_;  // the last run that reported a failure
     SurfaceSize lastOutputSize_{640, 360};
 };
 
