@@ -3,6 +3,7 @@
 
 #include "commands/Commands.h"
 #include "core/AppState.h"
+#include "ui/ControlCommands.h"
 #include "ui/KeyCommands.h"
 #include "ui/MainWindow.h"
 #include "ui/OutputWindowRow.h"
@@ -26,6 +27,7 @@ void MainWindow::RegisterCommands() {
     RegisterPlaybackCommands(commands_, playback_);
     RegisterPictureCommands(commands_, app_, channelPanel_);
     RegisterEditorCommands(commands_, *form_->editor, find_, projects_.dialogs);
+    RegisterControlCommands(commands_, *form_->editor);
     RegisterStageCommands(commands_, app_.project, *form_->stageButtons, channelPanel_);
     RegisterProjectCommands(commands_, projects_, app_.project);
     RegisterLayoutCommands(

@@ -45,6 +45,15 @@ class CodeView : public QPlainTextEdit {
     bool CanUndo() const { return text_.CanUndo(); }
     bool CanRedo() const { return text_.CanRedo(); }
 
+    // Each is one step for undo, and does nothing for a text that there is no room for. Line ends become
+    // those of the editor.
+    void ReplaceSelection(const QString& text);
+    // As a line of its own above that of the selection's start, which keeps all it has. In the first line it
+    // replaces the selection, wherever that stands in it.
+    void InsertLine(const QString& line);
+    // The lines of which something is selected, whole and without their ends; none without a selection.
+    QStringList SelectedLines() const;
+
     // Indents each line of the selection by the braces of the whole text; see LineDepths. Not undone by undo.
     void IndentSelection();
 

@@ -128,14 +128,33 @@ bool CodeView::canInsertFromMimeData(const QMimeData* source) const {
 }
 
 void CodeView::insertFromMimeData(const QMimeData* source) {
-    if (!source->hasText()) return;
-    const QString text = WithLineFeeds(source->text());
+    if (source->hasText()) ReplaceSelection(source->text());
+}
+
+void CodeView::ReplaceSelection(const QString& withText) {
+    const QString text = WithLineFeeds(withText);
     if (!HasRoomFor(text.size())) return;
     text_.EndStep();
     textCursor().insertText(text);
     text_.EndStep();
     FlagRecolour();
     ensureCursorVisible();
+}
+
+void CodeView::InsertLine(const QString& line) {
+    const QTextBlock block = document()->findBlock(textCursor().selectionStart());
+    if (block.blockNumber() > 0) Select(block.position(), block.position());
+    ReplaceSelection(line + u'\n');
+}
+
+QStringList CodeView::SelectedLines() const {
+    const QTextCursor selection = textCursor();
+    QStringList lines;
+    if (!selection.hasSelection()) return lines;
+    for (QTextBlock block = document()->findBlock(selection.selectionStart());
+         block.isValid() && block.position() < selection.selectionEnd(); block = block.next())
+        lines.append(block.text());
+    return lines;
 }
 
 }  // namespace pixelgrove

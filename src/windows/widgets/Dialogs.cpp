@@ -8,6 +8,8 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "windows/widgets/WindowRegistry.h"
+
 namespace pixelgrove {
 
 namespace {
@@ -41,13 +43,17 @@ bool FrameDialog::Exec() {
     connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
     const QPointer<FrameDialog> self = this;
     SetFrameRect(FromQRect(PlaceFor(parentWidget(), size())));
-    show();
+    if (registryName_.isEmpty())
+        show();
+    else
+        Windows().Present(*this, registryName_);
     raise();
     activateWindow();
     loop.exec();
     if (!self) return false;
     loop_ = nullptr;
     hide();
+    if (!registryName_.isEmpty()) Windows().NoteClosed(*this);
     // Not every window manager gives the focus back by itself.
     if (QWidget* owner = parentWidget(); owner && owner->isVisible()) owner->activateWindow();
     return accepted_;

@@ -22,6 +22,8 @@ class FrameDialog : public FrameWindow {
 
   public:
     explicit FrameDialog(QWidget* owner, Kind kind = Kind::Dialog);
+    // Exec presents it under this name to the registry: it is shown where it was last. Before Exec.
+    void SetRegistryName(const QString& name) { registryName_ = name; }
     // True when Done(true) ended it. False also when the dialog is destroyed meanwhile, as with its owner, or
     // waits already.
     bool Exec();
@@ -33,6 +35,7 @@ class FrameDialog : public FrameWindow {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    QString registryName_;  // empty for none
     QEventLoop* loop_ = nullptr;
     bool accepted_ = false;
 };

@@ -1,0 +1,94 @@
+#include "controls/widgets/ControlGenerator.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QSignalBlocker>
+#include <utility>
+
+#include "look/widgets/Theme.h"
+#include "ui_ControlDialog.h"
+#include "windows/WindowRecord.h"
+#include "windows/widgets/DialogScaler.h"
+
+namespace pixelgrove {
+
+ControlGenerator::ControlGenerator(QWidget* owner, std::function<void(const QString& line)> insert)
+    : FrameDialog(owner), form_(std::make_unique<Ui::ControlDialog>()), insert_(std::move(insert)) {
+    Client()->setFont(FormFont());
+    form_->setupUi(Client());
+    setWindowTitle(Client()->windowTitle());
+    SetRegistryName(QString::fromUtf16(kControlCreatorDlg));
+    const QSize base = Client()->size();
+    SetMinimumClientSize(base / 2);
+    ResizeClient(base);
+    AttachScaling(*Client());
+
+    connect(form_->controlTypeCombo, &QComboBox::currentIndexChanged, this,
+            &ControlGenerator::OnControlChosen);
+    connect(form_->dataTypeCombo, &QComboBox::currentIndexChanged, this, &ControlGenerator::OnDataChosen);
+    for (QLineEdit* edit : {form_->nameEdit, form_->parentEdit, form_->descriptionEdit, form_->optionsEdit,
+                            form_->minimumEdit, form_->maximumEdit, form_->defaultEdit}) {
+        edit->setMaxLength(int(kMaxGeneratorField));
+        connect(edit, &QLineEdit::textChanged, this, &ControlGenerator::ShowLine);
+    }
+    form_->lineEdit->setMaxLength(int(kMaxGeneratedLine));
+    connect(form_->insertButton, &QAbstractButton::clicked, this, &ControlGenerator::Insert);
+    connect(form_->copyButton, &QAbstractButton::clicked, this, &ControlGenerator::Copy);
+    connect(form_->cancelButton, &QAbstractButton::clicked, this, [this] { Done(false); });
+    form_->controlTypeCombo->setFocus();
+}
+
+ControlGenerator::~ControlGenerator() = default;
+
+GeneratorFields ControlGenerator::Fields() const {
+    return {GeneratedControl(form_->controlTypeCombo->currentIndex()),
+            GeneratedData(form_->dataTypeCombo->currentIndex()),
+            form_->nameEdit->text(),
+            form_->parentEdit->text(),
+            form_->descriptionEdit->text(),
+            form_->optionsEdit->text(),
+            form_->minimumEdit->text(),
+            form_->maximumEdit->text(),
+            form_->defaultEdit->text()};
+}
+
+void ControlGenerator::ShowLine() {
+    const std::optional<QString> line = GeneratedLine(Fields());
+    if (!line) return;
+    form_->lineEdit->setText(*line);
+    form_->lineEdit->setCursorPosition(0);
+}
+
+void ControlGenerator::OnControlChosen() {
+    const bool isFlag = Fields().control == GeneratedControl::FlagDefine;
+    form_->dataTypeCombo->setEnabled(!isFlag);
+    form_->nameEdit->setEnabled(!isFlag);
+    if (isFlag) {
+        const QSignalBlocker silent(form_->dataTypeCombo);
+        form_->dataTypeCombo->setCurrentIndex(int(GeneratedData::ItemSelect));
+    }
+    OnDataChosen();
+}
+
+void ControlGenerator::OnDataChosen() {
+    const GeneratedData chosen = Fields().data;
+    const bool isList = chosen == GeneratedData::ItemSelect;
+    form_->optionsEdit->setEnabled(isList);
+    for (QLineEdit* edit : {form_->minimumEdit, form_->maximumEdit, form_->defaultEdit}) {
+        edit->setEnabled(!isList);
+        edit->setText(NumberText(chosen, edit->text()));
+    }
+    ShowLine();
+}
+
+void ControlGenerator::Insert() const {
+    const QString line = form_->lineEdit->text();
+    if (!line.isEmpty()) insert_(line);
+}
+
+void ControlGenerator::Copy() const {
+    const QString line = form_->lineEdit->text();
+    if (!line.isEmpty()) QGuiApplication::clipboard()->setText(line);
+}
+
+}  // namespace pixelgrove
