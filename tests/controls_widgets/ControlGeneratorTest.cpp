@@ -30,7 +30,9 @@ class ControlGeneratorTest : public DisplayTest {
         DisplayTest::TearDown();
     }
 
-    QString Text(int id) const { return controls.at(id)->property("text").toString(); }
+    QString Text(int id) const {
+        return controls.at(id)->property(id == 114 ? "plainText" : "text").toString();
+    }
     std::string Line() const { return Text(114).toStdString(); }
     // By the keys, as often as it takes.
     void Choose(int id, int row) const {

@@ -31,7 +31,6 @@ ControlGenerator::ControlGenerator(QWidget* owner, std::function<void(const QStr
         edit->setMaxLength(int(kMaxGeneratorField));
         connect(edit, &QLineEdit::textChanged, this, &ControlGenerator::ShowLine);
     }
-    form_->lineEdit->setMaxLength(int(kMaxGeneratedLine));
     connect(form_->insertButton, &QAbstractButton::clicked, this, &ControlGenerator::Insert);
     connect(form_->copyButton, &QAbstractButton::clicked, this, &ControlGenerator::Copy);
     connect(form_->cancelButton, &QAbstractButton::clicked, this, [this] { Done(false); });
@@ -55,8 +54,8 @@ GeneratorFields ControlGenerator::Fields() const {
 void ControlGenerator::ShowLine() {
     const std::optional<QString> line = GeneratedLine(Fields());
     if (!line) return;
-    form_->lineEdit->setText(*line);
-    form_->lineEdit->setCursorPosition(0);
+    line_ = *line;
+    form_->lineText->setPlainText(line_);
 }
 
 void ControlGenerator::OnControlChosen() {
@@ -82,13 +81,11 @@ void ControlGenerator::OnDataChosen() {
 }
 
 void ControlGenerator::Insert() const {
-    const QString line = form_->lineEdit->text();
-    if (!line.isEmpty()) insert_(line);
+    if (!line_.isEmpty()) insert_(line_);
 }
 
 void ControlGenerator::Copy() const {
-    const QString line = form_->lineEdit->text();
-    if (!line.isEmpty()) QGuiApplication::clipboard()->setText(line);
+    if (!line_.isEmpty()) QGuiApplication::clipboard()->setText(line_);
 }
 
 }  // namespace pixelgrove

@@ -8,8 +8,6 @@
 #include "controls/GeneratedLine.h"
 #include "windows/widgets/Dialogs.h"
 
-class QLineEdit;
-
 namespace Ui {
 class ControlDialog;
 }
@@ -34,6 +32,7 @@ class ControlGenerator : public FrameDialog {
 
     const std::unique_ptr<Ui::ControlDialog> form_;
     const std::function<void(const QString& line)> insert_;
+    QString line_;  // as shown; empty until the first one
 };
 
 }  // namespace pixelgrove
