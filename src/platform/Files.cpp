@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <new>
 
@@ -59,6 +60,14 @@ int ReadFile(const QByteArray& name, qint64 maxBytes, QByteArray& bytes) {
 QString NormalizePath(const QString& path) {
     QString result = path;
     return result.replace(u'\\', u'/');
+}
+
+bool IsSafeFileName(QStringView name) {
+    constexpr qsizetype kMaxNameBytes = 254;
+    if (name.isEmpty() || name.startsWith(u'.') || name.toUtf8().size() > kMaxNameBytes) return false;
+    return std::none_of(name.begin(), name.end(), [](QChar unit) {
+        return unit == u'/' || unit == u'\\' || unit.category() == QChar::Other_Control;
+    });
 }
 
 bool IsPlainFile(const QString& path) {

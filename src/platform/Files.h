@@ -6,12 +6,18 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringView>
 #include <optional>
 
 namespace pixelgrove {
 
 // '\' becomes '/'. Nothing else changes.
 QString NormalizePath(const QString& path);
+
+// True when a name from outside can be that of a file and can't lead out of the folder that it is put behind:
+// it is neither empty nor begins with a dot, holds no '/', backslash or control character, and is shorter
+// than 255 bytes.
+bool IsSafeFileName(QStringView name);
 
 // True for an existing regular file (links followed); false for folders, devices, and empty paths.
 bool IsPlainFile(const QString& path);

@@ -96,11 +96,7 @@ void PrepareChannel(ShaderStage& stage, size_t index, const QString& projectFold
 // What follows the last '/' of a name, where that can't lead out of a folder; else empty.
 QString BaseNameOf(const QString& name) {
     const QString base = name.mid(name.lastIndexOf(u'/') + 1);
-    if (base.startsWith(u'.')) return {};
-    const bool isRefused = std::any_of(base.begin(), base.end(), [](QChar unit) {
-        return unit == u'\\' || unit.category() == QChar::Other_Control;
-    });
-    return isRefused ? QString() : base;
+    return IsSafeFileName(base) ? base : QString();
 }
 
 QString CacheFolder() {

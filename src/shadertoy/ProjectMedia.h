@@ -16,8 +16,8 @@ namespace pixelgrove {
 constexpr qint64 kMaxVolumeFileBytes = qint64(1) << 30;
 
 // Where the cache keeps the medium of this name: the Assets folder and what follows the last '/' of name.
-// Empty without a cache folder and when that part is empty, begins with a dot, or holds a backslash or a
-// control character, so that no name leads out of the folder. The file need not exist.
+// Empty without a cache folder and when that part is no safe file name (IsSafeFileName), so that no name
+// leads out of the folder. The file need not exist.
 QString MediumCachePath(const QString& name);
 
 // The local file that a channel's name means, the first of these that is a plain file:
