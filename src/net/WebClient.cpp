@@ -1,0 +1,308 @@
+#include "net/WebClient.h"
+
+#include <curl/curl.h>
+
+#include <QUrl>
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <new>
+#include <optional>
+#include <utility>
+
+#include "platform/TextScan.h"
+
+namespace pixelgrove {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+// The service answers some programs and not others; this is what it knows.
+constexpr char kUserAgent[] =
+    "Mozilla/5.0 (Windows NT 10.0; Win64; x64) AppleWebKit/537.36 (KHTML, like Gecko) Chrome/125.0.0.0 "
+    "Safari/537.36";
+
+constexpr long kMaxRedirects = 10;
+
+struct FreeHandle {
+    void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
+};
+struct FreeMulti {
+    void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+};
+
+bool InitLibrary() {
+    static const bool isReady = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
+    return isReady;
+}
+
+// The handle's last transfer ended with this code.
+FetchFailure FailureOf(CURLcode code, CURL* handle) {
+    long status = 0, systemError = 0;
+    curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
+    curl_easy_getinfo(handle, CURLINFO_OS_ERRNO, &systemError);
+    switch (code) {
+        case CURLE_OK:
+            return FetchFailure::None;
+        case CURLE_UNSUPPORTED_PROTOCOL:
+            // Of a redirect, or the answer of something that speaks no HTTP.
+            return status != 0 ? FetchFailure::BadAddress : FetchFailure::Broken;
+        case CURLE_URL_MALFORMAT:
+            return FetchFailure::BadAddress;
+        case CURLE_COULDNT_RESOLVE_PROXY:
+        case CURLE_COULDNT_RESOLVE_HOST:
+            return FetchFailure::NoConnection;
+        case CURLE_COULDNT_CONNECT:
+            return systemError == ECONNREFUSED ? FetchFailure::Refused : FetchFailure::NoConnection;
+        case CURLE_OPERATION_TIMEDOUT:
+            return FetchFailure::TimedOut;
+        case CURLE_SSL_CONNECT_ERROR:
+        case CURLE_PEER_FAILED_VERIFICATION:
+        case CURLE_SSL_CACERT_BADFILE:
+        case CURLE_SSL_CERTPROBLEM:
+        case CURLE_SSL_ENGINE_INITFAILED:
+        case CURLE_SSL_ISSUER_ERROR:
+            return FetchFailure::Tls;
+        case CURLE_OUT_OF_MEMORY:
+            return FetchFailure::TooLarge;
+        default:
+            return FetchFailure::Broken;
+    }
+}
+
+QString ReasonOf(FetchFailure failure, const QString& host, const QString& detail) {
+    const QString words = detail.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(detail);
+    switch (failure) {
+        case FetchFailure::None:
+            break;
+        case FetchFailure::BadAddress:
+            return QStringLiteral("the address is no http or https address") + words;
+        case FetchFailure::NoConnection:
+            return QStringLiteral("there is no connection to %1").arg(host) + words;
+        case FetchFailure::Refused:
+            return QStringLiteral("%1 refuses connections").arg(host);
+        case FetchFailure::TimedOut:
+            return QStringLiteral("%1 does not answer").arg(host);
+        case FetchFailure::Tls:
+            return QStringLiteral("there is no secure connection to %1").arg(host) + words;
+        case FetchFailure::Stopped:
+            return QStringLiteral("it was stopped");
+        case FetchFailure::TooLarge:
+            return QStringLiteral("the answer of %1 is too large").arg(host);
+        case FetchFailure::Broken:
+            return QStringLiteral("the answer of %1 is damaged or cut short").arg(host) + words;
+    }
+    return {};
+}
+
+}  // namespace
+
+// The library's handles, which keep the connection between fetches.
+struct WebClient::Session {
+    std::unique_ptr<CURLM, FreeMulti> multi{curl_multi_init()};
+    std::unique_ptr<CURL, FreeHandle> handle{curl_easy_init()};
+};
+
+// One fetch: what the library's callbacks collect and decide.
+class WebClient::Transfer {
+  public:
+    Transfer(Session& session, const FetchLimits& limits, const std::stop_token& stop,
+             const Progress& progress)
+        : session_(session), limits_(limits), stop_(stop), progress_(progress) {}
+
+    FetchResult Run(const QString& url);
+
+  private:
+    bool SetOptions(const QByteArray& url);
+    CURLcode Perform();
+    std::optional<CURLcode> FinishedWith() const;
+    milliseconds TimeLeft() const;
+
+    // Ends the fetch with a failure that the library doesn't know.
+    void Fail(FetchFailure failure) { failure_ = failure; }
+    bool HasFailed() const { return failure_ != FetchFailure::None; }
+
+    size_t TakeBody(const char* bytes, size_t count);
+    bool Tell(qint64 bytes);
+    bool AllowRequest();
+    void NoteBytes(curl_off_t received);
+
+    Session& session_;
+    const FetchLimits& limits_;
+    const std::stop_token& stop_;
+    const Progress& progress_;
+    QByteArray body_;
+    FetchFailure failure_ = FetchFailure::None;
+    std::array<char, CURL_ERROR_SIZE> error_{};
+
+    // Since when no byte came; nothing until a connection is up, which has a limit of its own.
+    std::optional<Clock::time_point> silentSince_;
+    curl_off_t received_ = 0;
+    bool wasSecure_ = false;
+};
+
+bool WebClient::Transfer::SetOptions(const QByteArray& url) {
+    CURL* const handle = session_.handle.get();
+    curl_easy_reset(handle);
+    bool isGood = true;
+    const auto set = [&](CURLoption option, auto value) {
+        isGood = curl_easy_setopt(handle, option, value) == CURLE_OK && isGood;
+    };
+    const bool isHttps = url.startsWith("https:");
+    set(CURLOPT_URL, url.constData());
+    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_REDIR_PROTOCOLS_STR, isHttps ? "https" : "http,https");
+    set(CURLOPT_FOLLOWLOCATION, 1L);
+    set(CURLOPT_MAXREDIRS, kMaxRedirects);
+    set(CURLOPT_USERAGENT, kUserAgent);
+    set(CURLOPT_ACCEPT_ENCODING, "");  // all that the library can decode
+    set(CURLOPT_CONNECTTIMEOUT_MS, long(limits_.connect.count()));
+    set(CURLOPT_NOSIGNAL, 1L);
+    set(CURLOPT_QUICK_EXIT, 1L);  // doesn't wait for a thread that looks up a host
+    set(CURLOPT_ERRORBUFFER, error_.data());
+    // The library itself has no eye for this variable, which all else on the system follows.
+    const QByteArray certificates = qgetenv("SSL_CERT_FILE");
+    if (!certificates.isEmpty()) set(CURLOPT_CAINFO, certificates.constData());
+
+    set(CURLOPT_WRITEDATA, this);
+    set(
+        CURLOPT_WRITEFUNCTION, +[](char* bytes, size_t, size_t count, void* self) {
+            return static_cast<Transfer*>(self)->TakeBody(bytes, count);
+        });
+    set(CURLOPT_HEADERDATA, this);
+    set(
+        CURLOPT_HEADERFUNCTION, +[](char*, size_t, size_t count, void* self) {
+            static_cast<Transfer*>(self)->silentSince_ = Clock::now();
+            return count;
+        });
+    set(CURLOPT_PREREQDATA, this);
+    set(
+        CURLOPT_PREREQFUNCTION, +[](void* self, char*, char*, int, int) {
+            return static_cast<Transfer*>(self)->AllowRequest() ? CURL_PREREQFUNC_OK : CURL_PREREQFUNC_ABORT;
+        });
+    set(CURLOPT_NOPROGRESS, 0L);
+    set(CURLOPT_XFERINFODATA, this);
+    set(
+        CURLOPT_XFERINFOFUNCTION, +[](void* self, curl_off_t, curl_off_t received, curl_off_t, curl_off_t) {
+            static_cast<Transfer*>(self)->NoteBytes(received);
+            return 0;
+        });
+    return isGood;
+}
+
+size_t WebClient::Transfer::TakeBody(const char* bytes, size_t count) {
+    if (qint64(count) > limits_.bytes - body_.size()) {
+        Fail(FetchFailure::TooLarge);
+        return 0;
+    }
+    try {
+        body_.append(bytes, qsizetype(count));
+    } catch (const std::bad_alloc&) {
+        Fail(FetchFailure::TooLarge);
+        return 0;
+    }
+    return Tell(body_.size()) ? count : 0;
+}
+
+bool WebClient::Transfer::Tell(qint64 bytes) {
+    if (!progress_ || progress_(bytes)) return true;
+    Fail(FetchFailure::Stopped);
+    return false;
+}
+
+// A connection is up, for the first request or one that a redirect asks for.
+bool WebClient::Transfer::AllowRequest() {
+    silentSince_ = Clock::now();
+    const char* url = nullptr;
+    curl_easy_getinfo(session_.handle.get(), CURLINFO_EFFECTIVE_URL, &url);
+    const bool isSecure = url && curl_strnequal(url, "https:", 6);
+    if (wasSecure_ && !isSecure) {
+        Fail(FetchFailure::BadAddress);
+        return false;
+    }
+    wasSecure_ = isSecure;
+    return true;
+}
+
+// By bytes as they come from the network: a compressed answer may give nothing for long.
+void WebClient::Transfer::NoteBytes(curl_off_t received) {
+    if (received == received_) return;
+    received_ = received;
+    silentSince_ = Clock::now();
+}
+
+milliseconds WebClient::Transfer::TimeLeft() const {
+    // While there is no connection the library wakes up by itself when its limit is over.
+    if (!silentSince_) return limits_.connect;
+    const auto silent = std::chrono::duration_cast<milliseconds>(Clock::now() - *silentSince_);
+    return std::max(limits_.silence - silent, milliseconds(0));
+}
+
+std::optional<CURLcode> WebClient::Transfer::FinishedWith() const {
+    int left = 0;
+    while (const CURLMsg* message = curl_multi_info_read(session_.multi.get(), &left))
+        if (message->msg == CURLMSG_DONE) return message->data.result;
+    return std::nullopt;
+}
+
+// Until the fetch has ended one way or another; CURLE_OK also where Fail was called.
+CURLcode WebClient::Transfer::Perform() {
+    CURLM* const multi = session_.multi.get();
+    for (;;) {
+        int running = 0;
+        if (curl_multi_perform(multi, &running) != CURLM_OK) return CURLE_OUT_OF_MEMORY;
+        if (HasFailed()) return CURLE_OK;
+        if (const std::optional<CURLcode> code = FinishedWith()) return *code;
+        const milliseconds left = TimeLeft();
+        if (stop_.stop_requested())
+            Fail(FetchFailure::Stopped);
+        else if (left == milliseconds(0))
+            Fail(FetchFailure::TimedOut);
+        if (HasFailed()) return CURLE_OK;
+        if (curl_multi_poll(multi, nullptr, 0, int(left.count()), nullptr) != CURLM_OK)
+            return CURLE_OUT_OF_MEMORY;
+    }
+}
+
+FetchResult WebClient::Transfer::Run(const QString& url) {
+    const QUrl parsed(url);
+    const QByteArray address = parsed.toEncoded();
+    const QString host = InQuotes(parsed.host());
+    const auto failure = [&](FetchFailure what, const QString& detail = {}) {
+        return FetchResult{what, ReasonOf(what, host, detail), {}};
+    };
+    const bool isWeb = parsed.scheme() == QLatin1String("https") || parsed.scheme() == QLatin1String("http");
+    if (!isWeb || parsed.host().isEmpty()) return failure(FetchFailure::BadAddress);
+    if (!SetOptions(address)) return failure(FetchFailure::TooLarge);
+    if (!Tell(0)) return failure(FetchFailure::Stopped);
+
+    CURLM* const multi = session_.multi.get();
+    CURL* const handle = session_.handle.get();
+    if (curl_multi_add_handle(multi, handle) != CURLM_OK) return failure(FetchFailure::TooLarge);
+    const CURLcode code = [&] {
+        // Ends a wait in Perform. Gone before the handles are touched again.
+        const std::stop_callback wake(stop_, [multi] { curl_multi_wakeup(multi); });
+        return Perform();
+    }();
+    curl_multi_remove_handle(multi, handle);
+
+    if (HasFailed()) return failure(failure_);
+    if (code != CURLE_OK) return failure(FailureOf(code, handle), QString::fromUtf8(error_.data()).trimmed());
+    return {FetchFailure::None, {}, std::move(body_)};
+}
+
+WebClient::WebClient(const FetchLimits& limits) : limits_(limits) {
+    if (InitLibrary()) session_ = std::make_unique<Session>();
+}
+
+WebClient::~WebClient() = default;
+
+FetchResult WebClient::Fetch(const QString& url, const std::stop_token& stop, const Progress& progress) {
+    if (!session_ || !session_->multi || !session_->handle)
+        return {FetchFailure::NoConnection, QStringLiteral("the system gives no means to connect"), {}};
+    return Transfer(*session_, limits_, stop, progress).Run(url);
+}
+
+}  // namespace pixelgrove
