@@ -95,7 +95,7 @@ TEST_F(PlaybackTest, AfterAFailedCompileTheFirstPlayOnlyClears) {
 TEST_F(PlaybackTest, ErrorsOfAStageThatIsNotShownWaitUntilItIs) {
     AddStage(App()->project, kStageBufferA);
     SelectStage(App()->project, kStageBufferA);
-    ReplaceText(kBroken);
+    ReplaceText(kBroken + QStringLiteral("#define N 1 // n [0..4]\n"));
     SelectStage(App()->project, kStageImage);
     Click("playButton");
     ASSERT_TRUE(PumpUntil([] { return !App()->project.stageErrors[kStageBufferA].empty(); }));
@@ -104,6 +104,9 @@ TEST_F(PlaybackTest, ErrorsOfAStageThatIsNotShownWaitUntilItIs) {
     SelectStage(App()->project, kStageBufferA);
     EXPECT_TRUE(Status().contains(QStringLiteral("Buffer A(4)"))) << qPrintable(Status());
     EXPECT_TRUE(Editor()->IsErrorLine(4));
+    EXPECT_TRUE(Status().contains(QStringLiteral("Buffer A(6): note: the control \"n \"")))
+        << qPrintable(Status());
+    EXPECT_TRUE(Editor()->IsErrorLine(6));
 }
 
 TEST_F(PlaybackTest, StartAndSetStartMoveTheShadersTime) {
