@@ -2,6 +2,7 @@
 #include <QApplication>
 
 #include "commands/Commands.h"
+#include "controls/LiveValues.h"
 #include "core/AppState.h"
 #include "ui/ControlCommands.h"
 #include "ui/KeyCommands.h"
@@ -27,7 +28,8 @@ void MainWindow::RegisterCommands() {
     RegisterPlaybackCommands(commands_, playback_);
     RegisterPictureCommands(commands_, app_, channelPanel_);
     RegisterEditorCommands(commands_, *form_->editor, find_, projects_.dialogs);
-    RegisterControlCommands(commands_, *form_->editor);
+    RegisterControlCommands(commands_, *form_->editor, *Controls(),
+                            [] { PublishControlValues(*Controls()); });
     RegisterStageCommands(commands_, app_.project, *form_->stageButtons, channelPanel_);
     RegisterProjectCommands(commands_, projects_, app_.project);
     RegisterLayoutCommands(

@@ -2,6 +2,9 @@
 #include <QTimer>
 
 #include "WindowFixture.h"
+#include "controls/Annotations.h"
+#include "controls/LiveValues.h"
+#include "core/CommentMap.h"
 
 namespace pixelgrove {
 namespace {
@@ -81,6 +84,52 @@ TEST_F(ControlCommandsTest, TheGeneratorInsertsUntilItIsCancelledAndComesBackWhe
     EXPECT_EQ(Stored(), first + "uniform float g1" + line + "two");
     Run(kCmdEditUndo);
     EXPECT_EQ(Stored(), first + "two");
+}
+
+TEST_F(ControlCommandsTest, ValuesGoIntoTheTextAndComeBackFromIt) {
+    const QString text = QStringLiteral(
+        "#define A 1 // a [0..9, 4]\n"
+        "#define B x // b [x, @y]\n"
+        "uniform float gain; // p: q [0.0..2.0, 1.0]\n");
+    ReplaceText(text + QStringLiteral("selected"));
+    ControlSet& controls = *Controls();
+    ScanDefines(controls, text);
+    ScanUniforms(controls, text, BuildCommentMap(text));
+    ASSERT_EQ(controls.defineCount * 10 + controls.uniformCount, 22);
+    controls.uniforms[1].range.value = 1.25f;
+
+    Select(int(text.size()), int(text.size()) + 8);
+    Run(kCmdInsertDefines);
+    const std::string values = "#define A \t4\n#define B \ty\n#define gain \t1.250\n";
+    EXPECT_EQ(Stored(), text.toStdString() + values);
+    Run(kCmdEditUndo);
+    EXPECT_EQ(Stored(), text.toStdString() + "selected") << "one step";
+    Run(kCmdEditRedo);
+
+    controls.defines[0].range.value = 7;
+    controls.defines[1].combo.selection = 0;
+    controls.uniforms[1].range.value = 0;
+    const auto state = [&controls] {
+        return QStringLiteral("%1 %2 %3")
+            .arg(controls.defines[0].range.value)
+            .arg(controls.defines[1].combo.selection)
+            .arg(controls.uniforms[1].range.value);
+    };
+    Select(int(text.size()), int(text.size()));
+    Run(kCmdLoadDefines);
+    EXPECT_EQ(state(), QStringLiteral("7 0 0")) << "nothing is selected";
+    // One character each of the second line and of the third; the first line's end isn't.
+    Select(int(Stored().find("B \ty")), int(Stored().find("define gain")));
+    Run(kCmdLoadDefines);
+    EXPECT_EQ(state(), QStringLiteral("7 1 1.25"));
+    // The frames have it.
+    UniformTable table;
+    UpdateUniformValues(table, 0);
+    ASSERT_EQ(table.count, 2);
+    EXPECT_FLOAT_EQ(table.values[1].floatValue, 1.25f);
+    Select(int(Stored().size()), int(text.size()));
+    Run(kCmdLoadDefines);
+    EXPECT_EQ(state(), QStringLiteral("4 1 1.25"));
 }
 
 }  // namespace
