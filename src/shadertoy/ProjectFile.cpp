@@ -26,7 +26,35 @@ bool HasStage(const ShaderProject& project) {
 
 }  // namespace
 
-ProjectFileResult LoadProjectFile(const QString& path, ShaderProject& project) {
+ProjectFileResult LoadProjectBytes(QByteArrayView bytes, const QString& whatItIs, const QString& folder,
+                                   ShaderProject& project, const FetchMedium& fetchMedium) {
+    const ProjectFileResult notAProject =
+        Failure(ProjectFileStatus::NotAProject, QStringLiteral("The %1 is not a shader project."), whatItIs);
+    const std::optional<QByteArrayView> text = CheckJsonText(bytes);
+    if (!text) return notAProject;
+    ShaderProject read;
+    LoadWarnings warnings;
+    const bool isWhole = ReadProjectJson(FromCodePage(*text), read, &warnings);
+    if (!isWhole && !HasStage(read)) return notAProject;
+
+    ProjectFileResult result{ProjectFileStatus::Loaded, {}, {}, isWhole && warnings.IsEmpty()};
+    if (!isWhole) {
+        result.warnings +=
+            QStringLiteral("The project is damaged; the stages behind the damage are missing.");
+    }
+    warnings.Add(PrepareProjectChannels(read, folder, fetchMedium));
+    result.warnings += warnings.Lines();
+    project = std::move(read);
+
+    if (project.stages[kStageImage].kind == kStageNone) {
+        result.status = ProjectFileStatus::NoImageStage;
+        result.message = QStringLiteral("The %1 has no Image stage.").arg(whatItIs);
+    }
+    return result;
+}
+
+ProjectFileResult LoadProjectFile(const QString& path, ShaderProject& project,
+                                  const FetchMedium& fetchMedium) {
     const QFileInfo info(NormalizePath(path));
     if (IsPlainFile(path) && info.size() > kMaxProjectFileBytes) {
         return Failure(ProjectFileStatus::TooLarge,
@@ -36,29 +64,8 @@ ProjectFileResult LoadProjectFile(const QString& path, ShaderProject& project) {
     if (!bytes) {
         return Failure(ProjectFileStatus::Unreadable, QStringLiteral("The file \"%1\" can't be read."), path);
     }
-
-    const QString notAProject = QStringLiteral("The file \"%1\" is not a shader project.");
-    const std::optional<QByteArrayView> text = CheckJsonText(*bytes);
-    if (!text) return Failure(ProjectFileStatus::NotAProject, notAProject, path);
-    ShaderProject read;
-    LoadWarnings warnings;
-    const bool isWhole = ReadProjectJson(FromCodePage(*text), read, &warnings);
-    if (!isWhole && !HasStage(read)) return Failure(ProjectFileStatus::NotAProject, notAProject, path);
-
-    ProjectFileResult result{ProjectFileStatus::Loaded, {}, {}, isWhole && warnings.IsEmpty()};
-    if (!isWhole) {
-        result.warnings +=
-            QStringLiteral("The project is damaged; the stages behind the damage are missing.");
-    }
-    warnings.Add(PrepareProjectChannels(read, info.absolutePath()));
-    result.warnings += warnings.Lines();
-    project = std::move(read);
-
-    if (project.stages[kStageImage].kind == kStageNone) {
-        result.status = ProjectFileStatus::NoImageStage;
-        result.message = QStringLiteral("The project \"%1\" has no Image stage.").arg(path);
-    }
-    return result;
+    return LoadProjectBytes(*bytes, QStringLiteral("file \"%1\"").arg(path), info.absolutePath(), project,
+                            fetchMedium);
 }
 
 }  // namespace pixelgrove

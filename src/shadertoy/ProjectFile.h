@@ -1,12 +1,13 @@
 // Opening a project file: bytes from the disk to a project that is ready to be adopted or rendered.
 //
-// Any thread that owns the project; blocks while files are read.
+// Any thread that owns the project; blocks while files are read and media fetched.
 #pragma once
 
 #include <QString>
 #include <QStringList>
 
 #include "core/ShaderProject.h"
+#include "shadertoy/ProjectMedia.h"
 
 namespace pixelgrove {
 
@@ -28,8 +29,15 @@ struct ProjectFileResult {
 constexpr qint64 kMaxProjectFileBytes = qint64(64) << 20;
 
 // Reads the file at path, decodes it by the code page, and opens the channels' media, sought also below the
-// file's folder. The project is replaced with Loaded and NoImageStage (a project that can be edited but shows
-// nothing); otherwise it stays as it was. What could be read of a damaged "renderpass" counts as loaded.
-ProjectFileResult LoadProjectFile(const QString& path, ShaderProject& project);
+// file's folder and asked of fetchMedium. The project is replaced with Loaded and NoImageStage (a project
+// that can be edited but shows nothing); otherwise it stays as it was. What could be read of a damaged
+// "renderpass" counts as loaded.
+ProjectFileResult LoadProjectFile(const QString& path, ShaderProject& project,
+                                  const FetchMedium& fetchMedium = {});
+
+// The same for the bytes of a project that are there already. whatItIs names it in messages, as in
+// `file "x.json"`; an empty folder is none.
+ProjectFileResult LoadProjectBytes(QByteArrayView bytes, const QString& whatItIs, const QString& folder,
+                                   ShaderProject& project, const FetchMedium& fetchMedium = {});
 
 }  // namespace pixelgrove

@@ -70,10 +70,37 @@ bool IsMediumKind(uint32_t kind) {
     return kind == kChannelTexture || kind == kChannelCubemap || kind == kChannelVolume;
 }
 
-void PrepareChannel(ShaderStage& stage, size_t index, const QString& projectFolder, MediaLoader& loader) {
+// Finds the local files of names, and fetches those that aren't there, each once.
+class MediaFinder {
+  public:
+    MediaFinder(const QString& projectFolder, const FetchMedium& fetch)
+        : projectFolder_(projectFolder), fetch_(fetch) {}
+
+    // As ResolveMedium.
+    QString Find(const QString& name, QString& reason) {
+        const QString path = ResolveMedium(name, projectFolder_, &reason);
+        if (!path.isEmpty() || name.isEmpty() || !fetch_) return path;
+        const auto [place, isNew] = problems_.try_emplace(name);
+        if (isNew) place->second = fetch_(name);
+        const QString fetched = ResolveMedium(name, projectFolder_);
+        if (!fetched.isEmpty()) {
+            reason.clear();
+        } else if (!place->second.isEmpty()) {
+            reason += QStringLiteral(", and ") + place->second;
+        }
+        return fetched;
+    }
+
+  private:
+    const QString& projectFolder_;
+    const FetchMedium& fetch_;
+    std::map<QString, QString> problems_;  // by name
+};
+
+void PrepareChannel(ShaderStage& stage, size_t index, MediaFinder& finder, MediaLoader& loader) {
     ChannelInput& channel = stage.channels[index];
     channel.mediaProblem.clear();
-    const QString path = ResolveMedium(channel.fileName, projectFolder, &channel.mediaProblem);
+    const QString path = finder.Find(channel.fileName, channel.mediaProblem);
     if (path.isEmpty()) return;
     // A path that doesn't fit is looked up again by its name at the next load.
     if (path.size() < kFileNameCapacity) channel.fileName = path;
@@ -210,7 +237,9 @@ VolumeRef LoadVolumeFile(const QString& path, QString* reason, qint64 maxBytes) 
     }
 }
 
-QStringList PrepareProjectChannels(ShaderProject& project, const QString& projectFolder, qint64 maxBytes) {
+QStringList PrepareProjectChannels(ShaderProject& project, const QString& projectFolder,
+                                   const FetchMedium& fetch, qint64 maxBytes) {
+    MediaFinder finder(projectFolder, fetch);
     MediaLoader loader(maxBytes);
     QStringList sentences;
     for (ShaderStage& stage : project.stages) {
@@ -218,7 +247,7 @@ QStringList PrepareProjectChannels(ShaderProject& project, const QString& projec
         for (size_t i = 0; i < kChannelCount; ++i) {
             ChannelInput& channel = stage.channels[i];
             if (!IsMediumKind(channel.kind)) continue;
-            PrepareChannel(stage, i, projectFolder, loader);
+            PrepareChannel(stage, i, finder, loader);
             if (!channel.mediaProblem.isEmpty())
                 sentences += UnusableMedium(stage.kind, uint32_t(i), channel);
         }

@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 #include "core/ShaderProject.h"
 #include "media/ImageFiles.h"
@@ -37,14 +38,19 @@ QString ResolveMedium(const QString& name, const QString& projectFolder, QString
 // samples are not all there, which is no failure.
 VolumeRef LoadVolumeFile(const QString& path, QString* reason = nullptr, qint64 maxBytes = kMaxMediaBytes);
 
+// Brings the medium of this name to MediumCachePath(name) from somewhere else; blocks. Gives an empty text,
+// or a clause for the user that says why it isn't there.
+using FetchMedium = std::function<QString(const QString& name)>;
+
 // Opens the media of all Texture, Cubemap and Volume channels of a project that was just read: faces or
 // volumeData, sourceStage, channelResolution (x, y, z in pixels; 1 for the depth of pictures), and fileName
-// becomes the local path where it fits. A medium that isn't found, can't be read or would take all of them
-// beyond maxBytes leaves its channel with its kind, no data and a mediaProblem. Channels with the same
-// medium share its pixels, however they spell its path.
+// becomes the local path where it fits. What no folder holds is asked of fetch, if there is one, once for
+// each name. A medium that isn't found, can't be read or would take all of them beyond maxBytes leaves its
+// channel with its kind, no data and a mediaProblem. Channels with the same medium share its pixels, however
+// they spell its path.
 //
 // Returns a sentence for each channel whose medium can't be used.
 QStringList PrepareProjectChannels(ShaderProject& project, const QString& projectFolder,
-                                   qint64 maxBytes = kMaxMediaBytes);
+                                   const FetchMedium& fetch = {}, qint64 maxBytes = kMaxMediaBytes);
 
 }  // namespace pixelgrove

@@ -153,7 +153,7 @@ TEST_F(ProjectFileTest, MediaTogetherHaveABound) {
     set(kStageBufferA, {"a.png", "./a.png", "x/../a.png", "link.png"});
     set(kStageImage, {"b.png", "c.png", ".//a.png", "a.png"});
     ASSERT_TRUE(QDir().mkpath(At("x")));
-    const QStringList unusable = PrepareProjectChannels(project, folder_.path(), 3300);
+    const QStringList unusable = PrepareProjectChannels(project, folder_.path(), {}, 3300);
     EXPECT_EQ(
         unusable.join(u'\n'),
         QStringLiteral("Image: the texture of channel 0 can't be used: \"%1\" would take the media of the "

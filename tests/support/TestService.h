@@ -39,11 +39,12 @@ class TestService {
     QString Https(const char* path = "") const { return Url("https", 1, path); }
     // Connections come up, also over https, and nothing follows.
     QString Silent(const char* scheme) const { return Url(scheme, 2, "/"); }
-    QByteArray CertificatePath() const { return folder_.filePath(QStringLiteral("cert.pem")).toLocal8Bit(); }
+    QByteArray CertificatePath() const { return FilePath("cert.pem").toLocal8Bit(); }
 
     // What it serves: "shaders/ID.json", "searches/TEXT", "media/NAME".
+    QString FilePath(const char* name) const { return folder_.filePath(QLatin1String(name)); }
     void Put(const char* name, const QByteArray& bytes) const {
-        QFile file(folder_.filePath(QLatin1String(name)));
+        QFile file(FilePath(name));
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
             qFatal("%s can't be written", name);
     }

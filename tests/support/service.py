@@ -44,7 +44,7 @@ class Modes:
         h.send(status, gzip.compress(body), "Content-Encoding: gzip")
 
     def corrupt(h, status, body):
-        h.send(status, gzip.compress(body)[:-9] + b"123456789", "Content-Encoding: gzip")
+        h.send(status, gzip.compress(body)[:-8] + b"checksum", "Content-Encoding: gzip")
 
     def closing(h, status, body):  # without a length; the end of the connection is the end
         h.send(status, body, "Connection: close", length=None)
