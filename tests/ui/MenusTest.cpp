@@ -129,7 +129,7 @@ TEST_F(EditorMenuWindowTest, TheMenuIsForTheLineBelowTheMouse) {
     const std::string common =
         "1550 Undo\tCtrl+Z\n45001 Redo\tCtrl+Y\n-\n1553 Cut\tCtrl+X\n1552 Copy\tCtrl+C\n1551 Paste\tCtrl+V\n"
         "1554 Delete\n-\n1555 Select All\tCtrl+A\n-\n1556 Shader Help\n-\n"
-        "(1557 Insert #defines in text)\n(1558 Load #defines from text)\n-\n(1580 Create Control)\n-\n"
+        "1557 Insert #defines in text\n(1558 Load #defines from text)\n-\n1580 Create Control\n-\n"
         "1582 Indent Selection";
     QMenu* menu = menuAt(1);
     ASSERT_NE(menu, nullptr);
