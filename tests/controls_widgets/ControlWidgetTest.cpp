@@ -2,9 +2,11 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <QtTest>
 #include <cmath>
@@ -14,6 +16,7 @@
 #include "controls/ControlTemplates.h"
 #include "controls/LiveValues.h"
 #include "controls/RangeState.h"
+#include "controls/widgets/ElidedLabel.h"
 #include "controls/widgets/NumberBox.h"
 #include "controls/widgets/SliderWidget.h"
 #include "controls/widgets/WavePreview.h"
@@ -301,6 +304,18 @@ TEST_F(ControlWidgetTest, AListGivesItsChoiceAndRandomize) {
     control->Load(record);
     EXPECT_TRUE(button->isChecked());
     EXPECT_EQ(combo->currentIndex(), 0);
+}
+
+TEST_F(ControlWidgetTest, ALongLabelIsWholeInItsToolTip) {
+    UniformControl record;
+    record.kind = 1;
+    record.displayName = QStringLiteral("<b>50% & more</b>").repeated(20);
+    Show(record);
+    auto* label = PartAt<ElidedLabel>(ControlPart::Name);
+    QHelpEvent ask(QEvent::ToolTip, {3, 3}, label->mapToGlobal(QPoint(3, 3)));
+    QCoreApplication::sendEvent(label, &ask);
+    EXPECT_EQ(label->Text(), record.displayName);
+    EXPECT_TRUE(QToolTip::text().contains(record.displayName.toHtmlEscaped()));
 }
 
 TEST_F(ControlWidgetTest, AFormScalesThePlaceAndLeavesTheFontsToTheControl) {

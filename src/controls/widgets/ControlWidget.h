@@ -14,7 +14,8 @@ class ControlWidget : public QWidget {
     Q_OBJECT
 
   public:
-    // The widget for the record's kind, with the record's state. Its parent places it.
+    // The widget for the record's kind, with the record's state; Randomize starts raised. Its parent places
+    // it.
     static ControlWidget* Make(const UniformControl& record, QWidget* parent);
 
     // Its state into the record's range or combo, whichever it is for.

@@ -222,7 +222,8 @@ void RangeControl::ShowTexts() {
 void RangeControl::ShowToolTips() {
     const bool moving = state_.modulationKind > kModulationFixed;
     value_->setToolTip(tr("Value: %1").arg(RangeText(state_, state_.value)));
-    slider_->setToolTip(moving ? tr("Upper handle: low end of the wave. Lower handle: high end.")
+    slider_->setToolTip(moving ? tr("Upper handle: low end of the wave. Lower handle: high end. Up and Down "
+                                    "choose the one that keys move.")
                                : QString());
     if (!kind_) return;
     low_->setToolTip(tr("Low end of the wave: %1").arg(RangeText(state_, state_.low)));

@@ -155,6 +155,10 @@ void SliderWidget::paintEvent(QPaintEvent*) {
     painter.fillRect(rect(), FromBgr(kTrackColour));
     if (twoHandles_) DrawGradient(painter);
     DrawOutline(painter, rect(), Qt::white);
+    if (hasFocus()) {
+        DrawOutline(painter, rect(), Theme().text, 2);
+        DrawOutline(painter, rect().adjusted(2, 2, -2, -2), Theme().window);
+    }
     if (!caption_.isEmpty()) DrawCaption(painter);
     if (twoHandles_) {
         // The one that was moved last lies on top.
@@ -164,9 +168,6 @@ void SliderWidget::paintEvent(QPaintEvent*) {
     } else {
         DrawHandle(painter, SliderHandle::Value, kValueColour);
     }
-    if (!hasFocus()) return;
-    DrawOutline(painter, rect(), Theme().text, 2);
-    DrawOutline(painter, rect().adjusted(2, 2, -2, -2), Theme().window);
 }
 
 void SliderWidget::DrawGradient(QPainter& painter) const {
