@@ -1,10 +1,12 @@
 // Any bytes as the texts of a stage, parted by the record separator (0x1e): each is scanned twice into the
-// same records, as an editor does while its user types.
+// same records, as an editor does while its user types, and baked; its lines are taken as values too.
 #include <QByteArrayList>
 #include <algorithm>
 
 #include "FuzzTarget.h"
 #include "controls/Annotations.h"
+#include "controls/BakedText.h"
+#include "controls/ControlText.h"
 #include "core/CommentMap.h"
 #include "platform/CodePage.h"
 
@@ -73,6 +75,25 @@ QString Found(const ControlSet& controls) {
     return found;
 }
 
+// Only the lines that it names differ, none runs into the next, and values survive the scan.
+void BakeAndCheck(ControlSet& controls, const QString& text) {
+    const BakedText baked = BakeDefines(controls, text);
+    const QByteArrayList before = PlainStageText(text).split('\n');
+    const QByteArrayList after = baked.text.split('\n');
+    FUZZ_CHECK(before.size() == after.size());
+    size_t next = 0;
+    for (qsizetype i = 0; i < before.size(); ++i) {
+        const bool isBaked = next < baked.lines.size() && baked.lines[next].line == i + 1;
+        next += isBaked ? 1 : 0;
+        FUZZ_CHECK(isBaked ? after[i].size() >= before[i].size() && after[i].contains(" //")
+                           : after[i] == before[i]);
+    }
+    FUZZ_CHECK(next == baked.lines.size());
+    FUZZ_CHECK(BakeDefines(controls, text).text == baked.text);
+    ImportDefinesFromText(controls, text.split(u'\n'));
+    FUZZ_CHECK(ExportDefinesToText(controls).size() <= 16384);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -85,6 +106,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         const QString found = Found(controls);
         ScanAndCheck(controls, text);
         FUZZ_CHECK(Found(controls) == found);
+        BakeAndCheck(controls, text);
     }
     FreeControlOptions(controls);
     for (const UniformControl& control : std::span(controls.defines).first(size_t(controls.defineCount)))
