@@ -2,6 +2,7 @@
 
 #include <stdlib.h>
 
+#include <QList>
 #include <array>
 #include <charconv>
 
