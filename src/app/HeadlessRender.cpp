@@ -85,9 +85,10 @@ int Refuse(const QString& sentence) {
 }
 
 // Gives each --set that names a live control to its record. The others go to `others`.
-int SetControls(const RenderOptions& options, std::vector<std::pair<QString, QString>>& others) {
+int SetControls(const RenderOptions& options, ControlSet& controls,
+                std::vector<std::pair<QString, QString>>& others) {
     for (const auto& [name, value] : options.values) {
-        const ControlSetting setting = SetControl(*Controls(), name, value);
+        const ControlSetting setting = SetControl(controls, name, value);
         if (!setting.problem.isEmpty()) return Refuse(setting.problem);
         if (!setting.isControl) others.emplace_back(name, value);
     }
@@ -113,18 +114,19 @@ int SetUniform(const QString& name, const QString& text, RenderContext& context)
 }
 
 // The Image stage's controls, as the tree of the workbench has them.
-void ScanControls(const StageDocument& image, const RenderOptions& options) {
-    ScanDefines(*Controls(), image.text);
-    ScanUniforms(*Controls(), image.text, image.commentMap);
-    Controls()->uniforms[0].range.value = options.speed;
+void ScanControls(const StageDocument& image, const RenderOptions& options, ControlSet& controls) {
+    ScanDefines(controls, image.text);
+    ScanUniforms(controls, image.text, image.commentMap);
+    controls.uniforms[0].range.value = options.speed;
 }
 
 // A stage before Image with other controls in its records threw away what was set there; its own bake is
 // over by then.
-void BakeImageAnew(const StageDocument& image, const RenderOptions& options, RunRequest& request) {
+void BakeImageAnew(const StageDocument& image, const RenderOptions& options, ControlSet& controls,
+                   RunRequest& request) {
     for (const auto& [name, value] : options.values)
-        SetControl(*Controls(), name, value);
-    BakedText baked = BakeDefines(*Controls(), image.text);
+        SetControl(controls, name, value);
+    BakedText baked = BakeDefines(controls, image.text);
     request.project.stages[kStageImage].source = std::move(baked.text);
     request.baked[kStageImage] = std::move(baked.lines);
 }
@@ -208,15 +210,15 @@ int WriteFrames(RenderRun& run, const RenderOptions& options) {
     return kExitDone;
 }
 
-int Render(AppState& app, const RenderOptions& options) {
+int Render(AppState& app, ControlSet& controls, const RenderOptions& options) {
     if (const int code = LoadIntoEditingForm(app.project, options.project); code != kExitDone) return code;
     const StageDocument& image = app.project.documents[kStageImage];
-    ScanControls(image, options);
+    ScanControls(image, options, controls);
     std::vector<std::pair<QString, QString>> otherValues;
-    if (const int code = SetControls(options, otherValues); code != kExitDone) return code;
-    if (options.listControls) return PrintToStdout(ControlLines(*Controls()).toLocal8Bit());
-    RunRequest request = SnapshotProject(app, *Controls());
-    BakeImageAnew(image, options, request);
+    if (const int code = SetControls(options, controls, otherValues); code != kExitDone) return code;
+    if (options.listControls) return PrintToStdout(ControlLines(controls).toLocal8Bit());
+    RunRequest request = SnapshotProject(app, controls);
+    BakeImageAnew(image, options, controls, request);
     request.startTime = options.start;
     request.surface = CreateEglSurface({options.width, options.height});
     if (!request.surface) {
@@ -238,7 +240,7 @@ int Render(AppState& app, const RenderOptions& options) {
     for (const auto& [name, value] : otherValues)
         if (const int code = SetUniform(name, value, context); code != kExitDone) return code;
     if (options.checkOnly) return kExitDone;
-    PublishControlValues(*Controls());
+    PublishControlValues(controls);
     return WriteFrames(run, options);
 }
 
@@ -262,7 +264,7 @@ int RenderMain(const QStringList& arguments) {
     app.project.includeContext = CreateIncludeContext();
     int code = kExitUsage;
     Thread thread;
-    if (!thread.Start(kRenderStackBytes, [&] { code = Render(app, parsed.options); }))
+    if (!thread.Start(kRenderStackBytes, [&] { code = Render(app, *Controls(), parsed.options); }))
         PrintError(QStringLiteral("pixelgrove-render: the system gives no thread to compile on."));
     thread.Join();
     FreeGlobals();
