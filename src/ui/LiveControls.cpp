@@ -1,36 +1,102 @@
 #include "ui/LiveControls.h"
 
 #include <QLabel>
+#include <QLayout>
 
 #include "controls/Annotations.h"
 #include "controls/LiveValues.h"
 #include "controls/widgets/ControlTree.h"
+#include "controls/widgets/ControlWidget.h"
 #include "core/AppState.h"
+#include "windows/widgets/DialogScaler.h"
 
 namespace pixelgrove {
 
 LiveControls::LiveControls(ControlTree& tree, QWidget& area, QLabel& hint, QWidget& form, AppState& app,
                            ControlSet& controls)
     : tree_(tree), area_(area), hint_(hint), form_(form), app_(app), controls_(controls) {
+    connect(&tree_, &ControlTree::RecordSelected, this, &LiveControls::Select);
     InitialiseSpeed(controls_);
     Publish();
 }
 
 void LiveControls::Publish() {
-    PublishControlValues(controls_, nullptr);
+    PublishControlValues(controls_, widget_ ? widget_->Range() : nullptr);
 }
 
 void LiveControls::NoteEdit(bool hasControlWords) {
     if (hasControlWords || controls_.uniformCount + controls_.defineCount == 0) Rebuild();
 }
 
-void LiveControls::Rebuild() {
+bool LiveControls::IsImageShown() const {
     const EditingForm& project = app_.project;
-    if (!project.currentDocument || !project.currentDocument->hasText || project.currentStage != kStageImage)
-        return;
-    InitialiseSpeed(controls_);
+    return project.currentDocument && project.currentDocument->hasText && project.currentStage == kStageImage;
+}
+
+void LiveControls::RebuildForFile() {
+    if (IsImageShown()) FreeControlOptions(controls_);
+    Rebuild();
+}
+
+void LiveControls::Rebuild() {
+    if (!IsImageShown()) return;
+    const StageDocument& image = *app_.project.currentDocument;
+    ScanDefines(controls_, image.text);
+    ScanUniforms(controls_, image.text, image.commentMap);
+    // What the text says counts now, not what the open widget shows.
     PublishControlValues(controls_);
     tree_.ShowControls(controls_);
+    // The control on screen may have come to another record. When it is gone, the widget stays with the old
+    // one, whatever that describes now.
+    if (UniformControl* moved = open_ ? tree_.RecordAt(openPath_) : nullptr) open_ = moved;
+}
+
+void LiveControls::Select(UniformControl* record) {
+    const ScalingPause pause(form_);
+    if (widget_ && open_->treePath == openPath_) {
+        widget_->Save(*open_);
+        app_.run->restartRequested = uint32_t(open_->restartOnChange);
+    }
+    Close();
+    if (record) Open(*record);
+}
+
+void LiveControls::Open(UniformControl& record) {
+    open_ = &record;
+    openPath_ = record.treePath;
+    hint_.hide();
+    widget_ = ControlWidget::Make(record, &area_);
+    // It fits its letters to its parts by itself.
+    widget_->setProperty(kKeepFont, true);
+    connect(widget_, &ControlWidget::Changed, this, &LiveControls::TakeChange);
+    area_.layout()->addWidget(widget_);
+    widget_->show();
+    // Tab leads from the tree into it.
+    QWidget* before = &tree_;
+    for (QWidget* part : widget_->findChildren<QWidget*>()) {
+        if (!(part->focusPolicy() & Qt::TabFocus) || part->window() != tree_.window()) continue;
+        QWidget::setTabOrder(before, part);
+        before = part;
+    }
+}
+
+void LiveControls::Close() {
+    if (!widget_) return;
+    // Later: the selection may change inside one of its own events.
+    widget_->disconnect(this);
+    widget_->hide();
+    area_.layout()->removeWidget(widget_);
+    widget_->deleteLater();
+    widget_ = nullptr;
+    open_ = nullptr;
+    hint_.show();
+}
+
+void LiveControls::TakeChange() {
+    widget_->Save(*open_);
+    Publish();
+    app_.run->restartRequested = uint32_t(open_->restartOnChange);
+    if (open_->restartOnChange && restartAsked) restartAsked();
 }
 
 }  // namespace pixelgrove

@@ -33,12 +33,15 @@ class LiveControls : public QObject {
 
     // Reads the controls anew and shows them, when Image is on display. The open widget stays as it is.
     void Rebuild();
+    // The same for a text that was loaded in place of the one before.
+    void RebuildForFile();
     // After an edit: hasControlWords, when a word that could make a control was seen.
     void NoteEdit(bool hasControlWords);
     // Hands all values over to the frames that follow, with the open widget's.
     void Publish();
 
   private:
+    bool IsImageShown() const;
     void Select(UniformControl* record);
     void Open(UniformControl& record);
     void Close();

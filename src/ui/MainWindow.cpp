@@ -275,7 +275,7 @@ void MainWindow::RefreshChannelPanel() {
 }
 
 void MainWindow::RebuildControlTree() {
-    controls_.Rebuild();
+    controls_.RebuildForFile();
 }
 
 void MainWindow::RefreshCaretStatus() {
