@@ -16,7 +16,9 @@
 #include "controls/LiveValues.h"
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
+#include "library/ShaderService.h"
 #include "media/ImageFiles.h"
+#include "net/WebClient.h"
 #include "platform/Thread.h"
 #include "project/ProjectModel.h"
 #include "render/EglSurface.h"
@@ -27,7 +29,6 @@
 #include "render/StageTargets.h"
 #include "render/UniformLookup.h"
 #include "render/source/SourceAssembly.h"
-#include "shadertoy/ProjectFile.h"
 
 namespace pixelgrove {
 
@@ -42,8 +43,16 @@ void PrintError(const QString& text) {
 }
 
 int LoadIntoEditingForm(EditingForm& form, const QString& path) {
+    WebClient client;
+    const FetchFunction fetch = [&client](const QString& url) {
+        FetchResult result = client.Fetch(url);
+        // Folders are made by who has something to keep. The main thread waits meanwhile.
+        if (result.failure == FetchFailure::None) MakeDataFolders();
+        return result;
+    };
+    const ShaderService service{ServiceOfEnvironment(), fetch};
     ShaderProject project;
-    const ProjectFileResult read = LoadProjectFile(path, project);
+    const ProjectFileResult read = LoadProjectFromService(service, path, project);
     for (const QString& warning : read.warnings)
         PrintError(QStringLiteral("pixelgrove-render: %1: %2").arg(path, warning));
     if (read.status != ProjectFileStatus::Loaded) {

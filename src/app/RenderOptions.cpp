@@ -98,7 +98,8 @@ bool TakesValue(const QString& name) {
 
 QString RenderUsage() {
     return QStringLiteral(
-        "Usage: pixelgrove-render PROJECT.json [options]\n"
+        "Usage: pixelgrove-render PROJECT [options]\n"
+        "  PROJECT               a project file, or a shader's id on the service\n"
         "  --frames N            frames to write (1)\n"
         "  --start T             shader time before the first frame (0.1)\n"
         "  --speed S             time step of a frame, -1 to 1 (0.03)\n"
@@ -112,7 +113,8 @@ QString RenderUsage() {
         "  --print-source STAGE  write the complete GLSL text of a stage to stdout and end\n"
         "  --list-controls       write the live controls to stdout, one a line, and end\n"
         "  --check               compile only\n"
-        "Exit status: 0 done, 1 the project doesn't compile, 2 wrong usage or a file error.\n");
+        "Exit status: 0 done, 1 the project doesn't compile, 2 wrong usage, or a file or\n"
+        "shader that can't be had.\n");
 }
 
 ParsedOptions ParseRenderOptions(const QStringList& arguments) {

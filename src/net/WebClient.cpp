@@ -78,7 +78,7 @@ QString ReasonOf(FetchFailure failure, const QString& host, const QString& detai
         case FetchFailure::None:
             break;
         case FetchFailure::BadAddress:
-            return QStringLiteral("the address is no http or https address") + words;
+            return QStringLiteral("%1 leads on to an address that is not followed").arg(host);
         case FetchFailure::NoConnection:
             return QStringLiteral("there is no connection to %1").arg(host) + words;
         case FetchFailure::Refused:
@@ -274,7 +274,10 @@ FetchResult WebClient::Transfer::Run(const QString& url) {
         return FetchResult{what, ReasonOf(what, host, detail), {}};
     };
     const bool isWeb = parsed.scheme() == QLatin1String("https") || parsed.scheme() == QLatin1String("http");
-    if (!isWeb || parsed.host().isEmpty()) return failure(FetchFailure::BadAddress);
+    if (!isWeb || parsed.host().isEmpty())
+        return {FetchFailure::BadAddress,
+                QStringLiteral("%1 is no http or https address").arg(InQuotes(url)),
+                {}};
     if (!SetOptions(address)) return failure(FetchFailure::TooLarge);
     if (!Tell(0)) return failure(FetchFailure::Stopped);
 

@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <tuple>
 
+#include "support/TestService.h"
+
 namespace {
 
 struct Outcome {
@@ -25,7 +27,7 @@ class HeadlessRender : public ::testing::Test {
     Outcome Run(const QStringList& arguments) const {
         QProcess process;
         process.setWorkingDirectory(folder_.path());
-        process.start(QStringLiteral(PIXELGROVE_BIN_DIR "/pixelgrove-render"), arguments);
+        process.start(program_, arguments);
         Outcome outcome;
         if (!process.waitForFinished(60000) || process.exitStatus() == QProcess::CrashExit) return outcome;
         outcome.exitCode = process.exitCode();
@@ -37,7 +39,12 @@ class HeadlessRender : public ::testing::Test {
         return Run(QString::fromLatin1(line).split(QLatin1Char(' '), Qt::SkipEmptyParts));
     }
 
+    // Where nobody listens.
+    void SetUp() override { qputenv("PIXELGROVE_SERVICE_URL", "http://127.0.0.1:9"); }
+    void TearDown() override { qunsetenv("PIXELGROVE_SERVICE_URL"); }
+
     QTemporaryDir folder_;
+    QString program_ = QStringLiteral(PIXELGROVE_BIN_DIR "/pixelgrove-render");
 };
 
 QByteArray Pass(const char* type, const char* name, const QByteArray& code, const QByteArray& inputs = "") {
@@ -286,6 +293,38 @@ TEST_F(HeadlessRender, WhatALoadLeavesOutIsSaidOnStderr) {
     EXPECT_EQ(outcome.err.toStdString(),
               "pixelgrove-render: a.json: The sound pass was left out; there is no such stage here.\n"
               "pixelgrove-render: a.json: The pass \"Buffer E\" was left out; no stage has that name.\n");
+}
+
+TEST_F(HeadlessRender, AShadersIdIsFetchedOnce) {
+    pixelgrove::test::TestService service;
+    ASSERT_TRUE(service.IsReady());
+    QImage white(4, 4, QImage::Format_RGB32);
+    white.fill(Qt::white);
+    ASSERT_TRUE(white.save(service.FilePath("media/white.png")));
+    service.Put(
+        "shaders/AbC12.json",
+        Project(Pass("image", "Image",
+                     "void mainImage(out vec4 c, in vec2 p) { c = texelFetch(iChannel0, ivec2(0), 0); }",
+                     Input("texture", "/media/a/white.png"))));
+    // The cache is below the program's own folder.
+    program_ = Path("pixelgrove-render");
+    ASSERT_TRUE(QFile::copy(QStringLiteral(PIXELGROVE_BIN_DIR "/pixelgrove-render"), program_));
+    qputenv("SSL_CERT_FILE", service.CertificatePath());
+    qputenv("PIXELGROVE_SERVICE_URL", service.Https("/gzip").toLocal8Bit());
+    for (const bool isThere : {true, false}) {
+        if (!isThere) service.Stop();
+        const Outcome outcome = Run("AbC12 --size 4x4");
+        ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+        EXPECT_EQ(outcome.err.toStdString(), "");
+        EXPECT_EQ(QImage(Path("frame-0001.png")).pixelColor(1, 1), QColor(255, 255, 255));
+        ASSERT_TRUE(QFile::remove(Path("frame-0001.png")));
+    }
+    const Outcome outcome = Run("other");
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_EQ(outcome.err.toStdString(),
+              "pixelgrove-render: other: The shader \"other\" can't be loaded: \"127.0.0.1\" refuses "
+              "connections.\n");
+    qunsetenv("SSL_CERT_FILE");
 }
 
 }  // namespace

@@ -103,7 +103,7 @@ TEST_F(ShaderServiceTest, FailuresAreNamedAndLeaveNoFile) {
         {"corrupt", "damaged or cut short"},
         {"endless", "too large"},
         {"empty", "is empty"},
-        {"tofile", "no http or https address"},
+        {"tofile", "an address that is not followed"},
     };
     for (const auto& [mode, words] : rows) {
         ShaderProject project;
