@@ -30,11 +30,16 @@ class CommandQueue {
     void PostCommand(int commandId, intptr_t data);
     // Drops every waiting command of this id. Main thread.
     void CancelPostedCommand(int commandId);
-    // The oldest waiting command; nothing when it was dropped meanwhile. Main thread.
+    // Keeps commands waiting from true to false: for an event loop inside a command, which must not find that
+    // another has run. Main thread.
+    void Postpone(bool isPostponed);
+    // The oldest waiting command; nothing when it was dropped meanwhile or commands are postponed. Main
+    // thread.
     std::optional<PostedCommand> Take();
 
   private:
     QObject* receiver_;
+    bool isPostponed_ = false;
     SynchronizedValue<std::deque<PostedCommand>> waiting_;
 };
 

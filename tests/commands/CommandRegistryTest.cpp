@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QStringList>
 #include <set>
 #include <string>
 
+#include "commands/CommandQueue.h"
 #include "commands/MenuTable.h"
 
 namespace pixelgrove {
@@ -33,6 +36,34 @@ TEST(CommandRegistry, RunsWhatIsThereAndAvailable) {
     EXPECT_EQ(ran, "10 12 20 ");
     EXPECT_TRUE(commands.StateOf(12).isTicked && !commands.StateOf(10).isTicked);
     EXPECT_FALSE(commands.StateOf(11).isAvailable || commands.StateOf(13).isAvailable);
+}
+
+TEST(CommandQueue, PostponedCommandsComeInTheirOrder) {
+    int count = 1;
+    char name[] = "test";
+    char* arguments[] = {name, nullptr};
+    const QCoreApplication application(count, arguments);
+    struct Receiver : QObject {
+        CommandQueue queue{this};
+        std::string ran;
+        bool event(QEvent* event) override {
+            if (event->type() != CommandQueue::EventType()) return QObject::event(event);
+            if (const auto command = queue.Take()) ran += std::to_string(command->id) + ' ';
+            return true;
+        }
+    } receiver;
+    const auto handleEvents = [] { QCoreApplication::sendPostedEvents(); };
+    receiver.queue.PostCommand(1, 0);
+    receiver.queue.Postpone(true);
+    receiver.queue.PostCommand(2, 0);
+    receiver.queue.PostCommand(3, 0);
+    receiver.queue.CancelPostedCommand(2);
+    handleEvents();
+    EXPECT_EQ(receiver.ran, "");
+    receiver.queue.Postpone(false);
+    receiver.queue.PostCommand(4, 0);
+    handleEvents();
+    EXPECT_EQ(receiver.ran, "1 3 4 ");
 }
 
 TEST(MenuTable, MenusCloseAndKeysAreGivenOnce) {
