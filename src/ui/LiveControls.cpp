@@ -36,6 +36,9 @@ bool LiveControls::IsImageShown() const {
 void LiveControls::RebuildForFile() {
     if (IsImageShown()) FreeControlOptions(controls_);
     Rebuild();
+    if (!open_ || tree_.RecordAt(openPath_) || !IsImageShown()) return;
+    const ScalingPause pause(form_);
+    Close();
 }
 
 void LiveControls::Rebuild() {
@@ -46,14 +49,18 @@ void LiveControls::Rebuild() {
     // What the text says counts now, not what the open widget shows.
     PublishControlValues(controls_);
     tree_.ShowControls(controls_);
-    // The control on screen may have come to another record. When it is gone, the widget stays with the old
-    // one, whatever that describes now.
+    // The control on screen may have come to another record. When it is gone, its line may be half typed: the
+    // widget stays, and its record, which may describe something else now, is left alone.
     if (UniformControl* moved = open_ ? tree_.RecordAt(openPath_) : nullptr) open_ = moved;
+}
+
+bool LiveControls::HasOwnRecord() const {
+    return open_ && open_->treePath == openPath_;
 }
 
 void LiveControls::Select(UniformControl* record) {
     const ScalingPause pause(form_);
-    if (widget_ && open_->treePath == openPath_) {
+    if (HasOwnRecord()) {
         widget_->Save(*open_);
         app_.run->restartRequested = uint32_t(open_->restartOnChange);
     }
@@ -93,6 +100,7 @@ void LiveControls::Close() {
 }
 
 void LiveControls::TakeChange() {
+    if (!HasOwnRecord()) return;
     widget_->Save(*open_);
     Publish();
     app_.run->restartRequested = uint32_t(open_->restartOnChange);

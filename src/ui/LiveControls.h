@@ -33,7 +33,8 @@ class LiveControls : public QObject {
 
     // Reads the controls anew and shows them, when Image is on display. The open widget stays as it is.
     void Rebuild();
-    // The same for a text that was loaded in place of the one before.
+    // The same for a text that was loaded in place of the one before. A control that it doesn't have is
+    // closed.
     void RebuildForFile();
     // After an edit: hasControlWords, when a word that could make a control was seen.
     void NoteEdit(bool hasControlWords);
@@ -42,6 +43,8 @@ class LiveControls : public QObject {
 
   private:
     bool IsImageShown() const;
+    // The open control still is what its record describes.
+    bool HasOwnRecord() const;
     void Select(UniformControl* record);
     void Open(UniformControl& record);
     void Close();

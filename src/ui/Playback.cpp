@@ -19,7 +19,7 @@ namespace pixelgrove {
 namespace {
 
 constexpr int kRefreshIntervalMs = 250;
-constexpr uint32_t kRestartDelayMs = 100;
+constexpr int64_t kRestartDelayNs = 100'000'000;
 constexpr int kTimeDecimals = 3;
 
 QString TimeText(float time) {
@@ -148,8 +148,10 @@ void Playback::Start() {
 
 void Playback::Restart() {
     if (!app_.display.openGlOk) return;
+    // The stop's own time is part of the wait.
+    const int64_t playAtNs = CounterNs() + kRestartDelayNs;
     Stop();
-    SleepMs(kRestartDelayMs);
+    SleepUntilNs(playAtNs);
     Play();
 }
 

@@ -229,10 +229,13 @@ TEST_F(LiveControlsTest, ARebuildKeepsWhatTheUserSees) {
     DragSlider(1.0);
     EXPECT_EQ(Controls()->uniforms[2].range.value, 12.0f);
     // Without the control no row is selected, and the widget stays.
-    SetText(QStringLiteral("uniform float Y; // y: [0..1]\n") + kMain);
+    SetText(QStringLiteral("uniform float Y; // y: [0..1]\nuniform float Z; // z: [0..1]\n") + kMain);
     EXPECT_EQ(SelectedRow(), QString());
     EXPECT_EQ(Open(), widget);
     DragSlider(0.0);
+    EXPECT_EQ(Controls()->uniforms[2].range.name, QStringLiteral("Z")) << "not the widget's own any more";
+    window->RebuildControlTree();
+    EXPECT_EQ(Open(), nullptr) << "a loaded text without the control";
     ClickRow("Speed");
     EXPECT_EQ(OpenName(), QStringLiteral("Speed"));
     EXPECT_EQ(Controls()->uniforms[0].range.name, QStringLiteral("Speed"));
