@@ -5,6 +5,8 @@
 
 uniform float Relief = 1.0; // surface: height [0.0..3.0, 1.0]
 uniform float Gloss = 1.0;  // surface: strength of the highlights [0.0..2.0, 1.0]
+uniform float Gilt = 1.0;   // surface: gold along the edges [0.0..1.25, 1.0]
+uniform float Age = 0.0;    // colour: how old the coral looks at least [0.0..1.0, 0.0]
 
 float height(vec2 uv)
 {
@@ -47,7 +49,7 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     vec3 young = vec3(1.0, 0.80, 0.50);
     vec3 grown = mix(vec3(1.00, 0.36, 0.10), vec3(0.90, 0.07, 0.16), smoothstep(0.05, 0.45, r));
     grown = mix(grown, vec3(0.42, 0.05, 0.36), smoothstep(0.40, 0.95, r));
-    vec3 coral = mix(young, grown, smoothstep(0.05, 0.75, around.y));
+    vec3 coral = mix(young, grown, smoothstep(0.05, 0.75, max(around.y, Age)));
     vec3 color = mix(ground, coral, h);
 
     vec3 lamp = normalize(vec3(-0.45, 0.65, 0.62));
@@ -63,10 +65,10 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     vec3 mirror = reflect(normalize(vec3(p * 0.35, -1.0)), normal);
     vec3 seen = studio(mirror);
     vec3 gold = vec3(1.0, 0.72, 0.32) * (0.20 + 1.3 * seen + 0.7 * diffuse * shadow);
-    lit = mix(lit, gold, 0.80 * edge);
+    lit = mix(lit, gold, 0.80 * Gilt * edge);
 
     float fresnel = 0.045 + 0.55 * pow(1.0 - normal.z, 3.0);
-    lit += seen * fresnel * Gloss * (1.0 - 0.8 * edge);
+    lit += seen * fresnel * Gloss * (1.0 - 0.8 * min(Gilt, 1.0) * edge);
 
     vec3 result = 1.0 - exp(-lit * 1.75);
     result = pow(result, vec3(0.66));

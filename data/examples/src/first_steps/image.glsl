@@ -4,12 +4,28 @@
 // told where its pixel lies and answers with a colour. It can't see what its neighbours do. Everything on the
 // screen has to come out of the place, the time and the mouse.
 //
-// Change something, play again, and see what happens. The values in lines that begin with "uniform" can also be
-// set from outside; the comment behind each tells what it does and its range.
+// Change something, play again, and see what happens. The lines below are live controls: they stand in the tree
+// beside the messages, and a click there brings up a slider or a list. A slider can also move its value by itself,
+// in waves. The comment behind a uniform gives its branch in the tree, a colon, what it does, and in brackets the
+// range and the value at the start, which floats write with a point. The value behind "=" is for programs that don't
+// read these comments.
 
 uniform float Discs = 11.0;  // field: rows of discs [3.0..40.0, 11.0]
 uniform float Reach = 0.55;  // field: how far the pull of the mouse reaches [0.1..1.5, 0.55]
-uniform float Drift = 1.0;   // field: speed of the waves [0.0..4.0, 1.0]
+uniform int Waves = 3;       // field!waves: how many of the three there are [0..3, 3]
+uniform float Drift = 1.0;   // field!waves: speed [0.0..4.0, 1.0]
+
+// The values of these become a part of the text, so a change starts the shader anew. They can be numbers, words from
+// a list, of which @ marks the one at the start, or names for #ifdef. The tree shows the whole comment.
+
+#define RIM 1.0       // rim of the discs in pixels [0.5..12.0, 1.0]
+#define COLORS sunset // colours [@sunset, dusk, iris, candy]
+#define BALLS         // look of the discs [@BALLS, COINS]
+
+const vec3 sunset = vec3(0.00, 0.13, 0.42);
+const vec3 dusk = vec3(0.56, 0.36, 0.22);
+const vec3 iris = vec3(0.30, 0.08, 0.52);
+const vec3 candy = vec3(0.92, 0.48, 0.20);
 
 // Three triples of numbers make a palette: red, green and blue swing like three waves around a middle value, each
 // shifted against the others. x from 0 to 1 runs through all its colours once.
@@ -17,8 +33,7 @@ vec3 palette(float x)
 {
     vec3 middle = vec3(0.62, 0.45, 0.50);
     vec3 swing = vec3(0.38, 0.38, 0.42);
-    vec3 shift = vec3(0.00, 0.13, 0.42);
-    return middle + swing * cos(6.2832 * (x + shift));
+    return middle + swing * cos(6.2832 * (x + COLORS));
 }
 
 void mainImage(out vec4 fragColor, in vec2 fragCoord)
@@ -42,16 +57,19 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     vec2 center = (cell + 0.5 - vec2(0.5 * mod(row, 2.0), 0.0)) / Discs; // the disc's middle, in units of p
 
     // Step 4: a size for each disc. All pixels of a cell compute the same size, because it depends on the
-    // cell's middle only: two waves that run through the field, and a bump around the mouse.
+    // cell's middle only: waves that run through the field, and a bump around the mouse.
     float time = iTime * Drift;
-    float wave = sin(center.x * 5.0 + time * 1.3) * sin(center.y * 6.0 - time) + sin(length(center) * 9.0 - time * 1.7);
+    float wave = 0.0;
+    if (Waves > 0) wave = sin(center.x * 5.0 + time * 1.3);
+    if (Waves > 1) wave *= sin(center.y * 6.0 - time);
+    if (Waves > 2) wave += sin(length(center) * 9.0 - time * 1.7);
     float near = exp(-dot(center - mouse, center - mouse) / (Reach * Reach * 0.12));
     float radius = 0.20 + 0.075 * wave + 0.26 * near;
     radius = clamp(radius, 0.04, 0.49);
 
     // Step 5: the shape. length() is the distance from the disc's middle. A hard comparison would give steps at
     // the rim; smoothstep() blends over the width of one pixel instead.
-    float pixel = Discs / iResolution.y;
+    float pixel = Discs / iResolution.y * RIM;
     float distance = length(local);
     float disc = smoothstep(radius + pixel, radius - pixel, distance);
 
@@ -63,7 +81,11 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     vec3 lamp = normalize(vec3(mouse - center, 0.35));
     float light = 0.28 + 0.85 * max(dot(normal, lamp), 0.0);
     float shine = pow(max(dot(normal, normalize(lamp + vec3(0.0, 0.0, 1.0))), 0.0), 40.0);
+#ifdef BALLS
     vec3 ball = color * light + 0.55 * shine;
+#else
+    vec3 ball = color;
+#endif
 
     // Step 7: put it together. The ground is a dark version of the same palette with a soft light at the mouse
     // and a shadow below each ball; mix() lays the ball over it.

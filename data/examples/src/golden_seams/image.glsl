@@ -9,6 +9,14 @@
 uniform float SeamWidth = 1.0; // gold: width of the seams [0.2..3.0, 1.0]
 uniform float Pour = 1.0;      // gold: speed of the pouring [0.1..4.0, 1.0]
 uniform float LampHeight = 0.42; // lamp: height over the slab [0.1..1.5, 0.42]
+uniform uint Seed = 19u;       // slab: which way it breaks [0..19, 19]
+
+#define METAL GOLD // metal in the seams [@GOLD, ROSE, SILVER, COPPER]
+
+const vec3 GOLD = vec3(1.0, 0.66, 0.24);
+const vec3 ROSE = vec3(1.0, 0.52, 0.42);
+const vec3 SILVER = vec3(0.86, 0.88, 0.92);
+const vec3 COPPER = vec3(0.95, 0.40, 0.20);
 
 const vec2 BLOW = vec2(-0.22, 0.06); // where the slab was hit
 const float CELLS = 3.4;
@@ -23,7 +31,7 @@ vec2 hash22(vec2 p)
 // The point of a cell, moved at random from its middle.
 vec2 site(vec2 cell)
 {
-    return cell + 0.5 + 0.78 * (hash22(cell + 19.0) - 0.5);
+    return cell + 0.5 + 0.78 * (hash22(cell + float(Seed)) - 0.5);
 }
 
 struct Crack
@@ -121,10 +129,9 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     float hammered = texture(iChannel0, p * 4.0 + 0.5).g - texture(iChannel0, p * 4.0 + 0.53).g;
     vec3 goldNormal = vec3(crack.across * across * 0.93, sqrt(1.0 - 0.86 * across * across));
     goldNormal = normalize(goldNormal + vec3(hammered * 0.9, hammered * -0.7, 0.0));
-    vec3 goldColor = vec3(1.0, 0.66, 0.24);
     float goldDiffuse = max(dot(goldNormal, toLamp), 0.0);
     float glint = pow(max(dot(goldNormal, halfway), 0.0), 36.0);
-    vec3 gold = goldColor * (0.05 + 0.75 * room(reflect(-view, goldNormal)) + 1.1 * goldDiffuse * lamp)
+    vec3 gold = METAL * (0.05 + 0.75 * room(reflect(-view, goldNormal)) + 1.1 * goldDiffuse * lamp)
               + vec3(1.0, 0.86, 0.58) * glint * lamp * 3.2;
 
     // It runs outwards from the blow, glowing where it is still hot. Before it comes the crack is empty and dark.

@@ -4,6 +4,9 @@
 // Water keeps its velocity as it moves, so each pixel asks where its water was a frame ago and takes the velocity
 // from there. Water can't be squeezed: where it runs together, pressure rises, and pressure pushes it apart.
 
+uniform float Jet = 1.0;   // set by the controls of the same names in Image
+uniform float Swirl = 1.0;
+
 // A push towards "jet", strongest at d = 0, whose water flows back on both sides: nothing gathers, nothing parts.
 // It is the curl of a hill-shaped function, and a curl never gathers.
 vec2 push(vec2 d, vec2 jet, float narrow)
@@ -41,14 +44,14 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
     float spin = 0.5 * (right.y - left.y - up.x + down.x);
     vec2 slope = 0.5 * vec2(abs(right.w) - abs(left.w), abs(up.w) - abs(down.w));
     slope /= length(slope) + 0.0005;
-    velocity += 0.13 * spin * vec2(slope.y, -slope.x);
+    velocity += 0.13 * Swirl * spin * vec2(slope.y, -slope.x);
 
     // The jets of the nozzles.
     vec2 p = place(fragCoord, size);
     float scale = size.y / 360.0;
     for (int n = 0; n < NOZZLES; n++) {
         vec2 d = p - nozzlePlace(n, iTime);
-        velocity += push(d, nozzleJet(n, iTime), 420.0) * 0.27 * scale;
+        velocity += push(d, nozzleJet(n, iTime), 420.0) * 0.27 * Jet * scale;
     }
 
     // The mouse drags water along. iMouse.zw remembers where the button went down; with it held, the pull goes

@@ -5,6 +5,8 @@
 
 uniform float Density = 1.0; // ink: density [0.2..3.0, 1.0]
 uniform float Shine = 1.0;   // light: strength of the reflections [0.0..2.0, 1.0]
+uniform float Jet = 1.0;     // water: strength of the jets, for Buffer A [0.0..2.0, 1.0]
+uniform float Swirl = 1.0;   // water: how long whirls live, for Buffer A [0.0..2.0, 1.0]
 
 float hash(vec2 p)
 {

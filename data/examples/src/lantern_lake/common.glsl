@@ -1,6 +1,5 @@
 // What the other stages share.
 
-const int LANTERNS = 40;
 const float HORIZON = -0.17; // height of the water line; the picture goes from -0.5 to 0.5
 
 // A number from 0 to 1 that looks random and depends only on n.

@@ -4,6 +4,7 @@
 // there the same function is asked again, at the mirrored height, shaken by a few waves. So the mirror image
 // costs nothing extra: every pixel calls scene() once.
 
+uniform int Lanterns = 40;   // lanterns: how many rise [0..40, 40]
 uniform float Glow = 1.0;    // lanterns: brightness [0.0..2.5, 1.0]
 uniform float Ripples = 1.0; // water: height of the waves [0.0..3.0, 1.0]
 uniform float Mist = 1.0;    // air: density [0.0..2.5, 1.0]
@@ -89,7 +90,7 @@ vec4 lanterns(vec2 p)
     float nearest = 1e9;
     vec2 bag = vec2(9.0);
     vec2 which = vec2(0.05, 0.0); // its size and brightness
-    for (int i = 0; i < LANTERNS; i++) {
+    for (int i = 0; i < Lanterns; i++) {
         vec4 lantern = texelFetch(iChannel0, ivec2(i, 0), 0);
         vec2 q = (p - lantern.xy) / lantern.z;
         float g = dot(q, q);

@@ -6,8 +6,10 @@
 uniform float Twist = 2.0;  // ring: half turns of the twist [0.0..6.0, 2.0]
 uniform float Polish = 1.0; // ring: strength of the mirror [0.0..1.0, 1.0]
 
+#define STEPS 44 // most steps of a ray [2..80, 44]
+#define FILM     // look of the metal [@FILM, SILVER, GOLD]
+
 const float FLOOR = -1.02;
-const int STEPS = 44;
 
 // What Cube A holds in direction d. The stage's rays and the look-up disagree in y and z: see there.
 vec3 room(vec3 d)
@@ -49,7 +51,13 @@ vec3 metal(vec3 p, vec3 ray)
     float facing = max(dot(-ray, n), 0.0);
     // A thin film on the metal splits colours by the angle, like oil on water.
     vec3 film = 0.72 + 0.28 * cos(6.2832 * (facing * 1.1 + vec3(0.02, 0.20, 0.42)));
+#ifdef FILM
     vec3 tint = mix(film, vec3(1.0), pow(1.0 - facing, 4.0));
+#elif defined GOLD
+    vec3 tint = vec3(1.15, 0.78, 0.32);
+#else
+    vec3 tint = vec3(0.95);
+#endif
     // The lower side sees the floor and the ring's own shadow there.
     float open = 0.45 + 0.55 * smoothstep(-0.9, 0.4, mirror.y);
     return room(mirror) * tint * open * Polish * 1.25 + vec3(0.006, 0.007, 0.012) + tint * 0.035 * (0.5 + 0.5 * n.y);

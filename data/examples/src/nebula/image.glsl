@@ -3,6 +3,7 @@
 
 uniform float Exposure = 1.0; // camera: brightness [0.2..3.0, 1.0]
 uniform float Stars = 1.0;    // camera: brightness of the stars [0.0..3.0, 1.0]
+uniform float Color = 1.12;   // camera: amount of colour [0.0..2.5, 1.12]
 
 // Stars of one size: one in each cell of a grid on the sky.
 vec3 starField(vec3 d, float cells, float rarity)
@@ -72,7 +73,7 @@ void mainImage(out vec4 fragColor, in vec2 fragCoord)
 
     color = 1.0 - exp(-color * 1.35 * Exposure);
     color = pow(color, vec3(0.82));
-    color = mix(vec3(dot(color, vec3(0.3, 0.55, 0.15))), color, 1.12);
+    color = mix(vec3(dot(color, vec3(0.3, 0.55, 0.15))), color, Color);
     color *= 0.70 + 0.30 * pow(16.0 * uv.x * uv.y * (1.0 - uv.x) * (1.0 - uv.y), 0.25);
     color += (hash(fragCoord + 0.5) - 0.5) / 255.0;
     fragColor = vec4(color, 1.0);
