@@ -152,6 +152,27 @@ class Editor {
                     key, undo, redo, isWhole && isBack ? "text exact" : "TEXT DIFFERS");
     }
 
+    // The tree of 40 controls read anew from the text on display, with the same controls and with one more or
+    // less in front.
+    void MeasureControls() {
+        QString text = SourceOfLines(10000);
+        for (int i = 0; i < 20; ++i) {
+            text += QStringLiteral("uniform float gain%1; // sound!band: level [0.0..2.0, 1.0]\n").arg(i);
+            text += QStringLiteral("#define STEP%1 1 // steps %1 [1..32]\n").arg(i);
+        }
+        Show(text);
+        std::vector<double> same, other;
+        for (int i = 0; i < 200; ++i)
+            same.push_back(TimeOf([this] { window_.RebuildControlTree(); }));
+        Print("controls, 10,000 lines, unchanged", same);
+        StageDocument& document = *App()->project.currentDocument;
+        for (int i = 0; i < 200; ++i) {
+            SetDocumentText(document, i % 2 ? text : QStringLiteral("uniform int first; // a: b\n") + text);
+            other.push_back(TimeOf([this] { window_.RebuildControlTree(); }));
+        }
+        Print("controls, 10,000 lines, another in front", other);
+    }
+
     CodeView& View() { return view_; }
 
   private:
@@ -174,6 +195,7 @@ int Run() {
                 App()->project.currentDocument->length);
     editor.MeasurePass();
     editor.MeasureKeys("key to glyph, 10,000 lines", kKeys);
+    editor.MeasureControls();
 
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("large.glsl"));
