@@ -5,7 +5,6 @@
 // it on a worker, with a context that nobody else touches until it has ended.
 #pragma once
 
-#include <QByteArrayView>
 #include <QString>
 #include <cstdint>
 #include <functional>
@@ -34,6 +33,7 @@ struct SearchContext {
     uint32_t page = 1;          // from 1
     uint32_t perPage = 10;      // never 0
     SearchError error = SearchError::None;
+    QString problem;  // with an error: a clause for the user
     // A record that was removed, or whose id was too long, has an empty id and keeps its place.
     std::vector<ShaderInfo> results;
 };
@@ -55,24 +55,5 @@ constexpr float kSearchEnded = 100.0f;
 // in the cache), and where the service's JSON isn't a list of ids.
 bool RunSearch(SearchContext& context, const ShaderService& service, const SearchProgress& progress,
                const std::stop_token& stop = {});
-
-// The terms of a search text: what stands between blanks. Double quotes are dropped; blanks between two, or
-// behind the last one, are a part of their term.
-class SearchTerms {
-  public:
-    explicit SearchTerms(QStringView text);
-
-    // True when every term is somewhere in the bytes, which end at their first zero byte; capitals of ASCII
-    // count as their small letters. Always for a text without terms, never for one that needs more than 256
-    // bytes, its end included.
-    bool Match(QByteArrayView json) const;
-
-  private:
-    std::vector<QByteArray> terms_;  // in small letters
-    bool isTooLong_ = false;
-};
-
-// SearchTerms of the text on one JSON text.
-bool MatchSearchTerms(QStringView text, QByteArrayView json);
 
 }  // namespace pixelgrove
