@@ -4,10 +4,16 @@
 // One for a program is enough; it ends with the object, and with the program however that ends.
 #pragma once
 
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
+#include <array>
+#include <utility>
 
 namespace pixelgrove::test {
 
@@ -19,20 +25,35 @@ class TestService {
         // Neither a proxy nor the user's own trust has a say in tests.
         qputenv("no_proxy", "*");
         qunsetenv("SSL_CERT_FILE");
-        process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process_.start(QStringLiteral("python3"),
-                       {QStringLiteral(PIXELGROVE_SOURCE_DIR "/tests/support/service.py"), folder_.path()});
-        while (!process_.canReadLine() && process_.waitForReadyRead(60'000)) {
-        }
-        ports_ = process_.readLine().trimmed().split(' ');
+        // QProcess would have ThreadSanitizer overlook the locks of this thread from then on.
+        std::array<int, 2> ends{};
+        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return;
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        for (const int stream : {STDIN_FILENO, STDOUT_FILENO})
+            posix_spawn_file_actions_adddup2(&actions, ends[1], stream);
+        QByteArray script(PIXELGROVE_SOURCE_DIR "/tests/support/service.py"),
+            folder = folder_.path().toLocal8Bit();
+        char python[] = "python3";
+        char* const arguments[] = {python, script.data(), folder.data(), nullptr};
+        if (posix_spawnp(&process_, python, &actions, nullptr, arguments, environ) != 0) process_ = -1;
+        posix_spawn_file_actions_destroy(&actions);
+        close(ends[1]);
+        stream_ = ends[0];
+        QByteArray line;
+        for (char byte = 0; byte != '\n' && read(stream_, &byte, 1) == 1;)
+            line += byte;
+        ports_ = line.trimmed().split(' ');
     }
     ~TestService() { Stop(); }
+    TestService(const TestService&) = delete;
+    TestService& operator=(const TestService&) = delete;
 
     bool IsReady() const { return ports_.size() == 3; }
     // From then on connections are refused.
     void Stop() {
-        process_.closeWriteChannel();
-        if (process_.state() != QProcess::NotRunning) process_.waitForFinished();
+        if (stream_ >= 0) close(std::exchange(stream_, -1));
+        if (process_ > 0) waitpid(std::exchange(process_, -1), nullptr, 0);
     }
 
     QString Http(const char* path = "") const { return Url("http", 0, path); }
@@ -56,7 +77,8 @@ class TestService {
     }
 
     QTemporaryDir folder_;
-    QProcess process_;
+    pid_t process_ = -1;
+    int stream_ = -1;  // what it reads and writes
     QList<QByteArray> ports_;
 };
 
