@@ -61,7 +61,9 @@ bool LiveControls::HasOwnRecord() const {
 void LiveControls::Select(UniformControl* record) {
     const ScalingPause pause(form_);
     if (HasOwnRecord()) {
+        // Not the same as in the frames, when the text was read anew meanwhile.
         widget_->Save(*open_);
+        Publish();
         app_.run->restartRequested = uint32_t(open_->restartOnChange);
     }
     Close();

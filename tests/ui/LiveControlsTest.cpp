@@ -251,8 +251,14 @@ TEST_F(LiveControlsTest, AUniformsValueIsInTheNextFrame) {
     EXPECT_FLOAT_EQ(FrameValue("Red"), 1.0f);
     EXPECT_FLOAT_EQ(FrameValue("Green"), 0.2f);
     EXPECT_EQ(App()->run->restartRequested, 0u);
-    // A text that is read anew makes the frame follow the text, a new run the open widget.
+    // A text that is read anew makes the frame follow the text; leaving the widget, and a new run, the
+    // widget.
     SetText(QStringLiteral("uniform float New; // new: [0..1]\n") + kText);
+    EXPECT_FLOAT_EQ(FrameValue("Red"), 0.5f);
+    ClickRow("Green");
+    EXPECT_FLOAT_EQ(FrameValue("Red"), 1.0f);
+    ClickRow("Red");
+    SetText(kText);
     EXPECT_FLOAT_EQ(FrameValue("Red"), 0.5f);
     if (!App()->display.openGlOk) return;
     Run(kCmdPlay);
