@@ -25,6 +25,8 @@ void LiveControls::Publish() {
 }
 
 void LiveControls::NoteEdit(bool hasControlWords) {
+    // A key that only moves the caret is told too; a scan would take waves and handles back.
+    if (IsImageShown() && app_.project.currentDocument->text == scanned_) return;
     if (hasControlWords || controls_.uniformCount + controls_.defineCount == 0) Rebuild();
 }
 
@@ -44,6 +46,7 @@ void LiveControls::RebuildForFile() {
 void LiveControls::Rebuild() {
     if (!IsImageShown()) return;
     const StageDocument& image = *app_.project.currentDocument;
+    scanned_ = image.text;
     ScanDefines(controls_, image.text);
     ScanUniforms(controls_, image.text, image.commentMap);
     // What the text says counts now, not what the open widget shows.

@@ -36,7 +36,8 @@ class LiveControls : public QObject {
     // The same for a text that was loaded in place of the one before. A control that it doesn't have is
     // closed.
     void RebuildForFile();
-    // After an edit: hasControlWords, when a word that could make a control was seen.
+    // After what may have been an edit: hasControlWords, when a word that could make a control was seen. Does
+    // nothing for a text whose controls have been read.
     void NoteEdit(bool hasControlWords);
     // Hands all values over to the frames that follow, with the open widget's.
     void Publish();
@@ -58,6 +59,7 @@ class LiveControls : public QObject {
     ControlSet& controls_;
     ControlWidget* widget_ = nullptr;  // of the control that is open; null without one, as is its record
     UniformControl* open_ = nullptr;
+    QString scanned_;   // Image's text when its controls were read
     QString openPath_;  // the record's, when it was opened
 };
 

@@ -217,6 +217,14 @@ TEST_F(LiveControlsTest, ARebuildKeepsWhatTheUserSees) {
     SetText(QStringLiteral("// typed\n") + kText);
     EXPECT_EQ(Row("Steps"), row);
     EXPECT_NEAR(Controls()->uniforms[3].range.value, value, 1.0f);
+    // A key that moves the caret leaves even that.
+    const float typed = Controls()->uniforms[3].range.value;
+    ASSERT_LT(typed, 12.0f);
+    QSignalSpy painted(Editor(), &CodeView::PaintedAnew);
+    QTest::keyClick(Editor(), Qt::Key_Right);
+    Editor()->viewport()->update();
+    ASSERT_TRUE(PumpUntil([&] { return !painted.isEmpty(); }));
+    EXPECT_EQ(Controls()->uniforms[3].range.value, typed);
     // One control more, then one less in front: the row and its widget follow the control to another record.
     QString text = kText + QStringLiteral("uniform float Z; // z: [0..1]\n");
     SetText(text);
