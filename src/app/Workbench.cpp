@@ -1,4 +1,5 @@
-// pixelgrove [FILE]: the workbench. FILE is a project to open, or a source file for a new one.
+// pixelgrove [FILE|ID]: the workbench. FILE is a project to open, or a source file for a new one, ID a shader
+// of the service.
 
 #include <unistd.h>
 
@@ -13,6 +14,7 @@
 #include "commands/Commands.h"
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
+#include "library/CacheNames.h"
 #include "look/widgets/Theme.h"
 #include "platform/EndWatch.h"
 #include "render/Player.h"
@@ -45,11 +47,16 @@ QString RecoveryFolder() {
     return data.isEmpty() ? QString() : data + QStringLiteral("/Recovery");
 }
 
+// The file by its absolute path, so that the name stays good wherever it is kept, or the id as it is.
+QString NamedProject(const QString& argument) {
+    const QFileInfo file(argument);
+    return !file.exists() && IsShaderId(argument) ? argument : file.absoluteFilePath();
+}
+
 // What was wrong goes to the message pane and to stderr.
 bool OpenFiles(MainWindow& window, const QStringList& files) {
-    // Absolute, so that the name stays good wherever it is kept.
-    const bool opened = window.OpenInitialProject(
-        files.isEmpty() ? QString() : QFileInfo(files.constFirst()).absoluteFilePath());
+    if (files.isEmpty()) return true;
+    const bool opened = window.OpenInitialProject(NamedProject(files.constFirst()));
     if (!opened) PrintError(window.StatusText());
     if (files.size() > 1) {
         const QString text = QStringLiteral("Only the first of %1 files was opened.").arg(files.size());
@@ -63,7 +70,7 @@ void RunMainWindow(const QStringList& files, AppState& app, Settings& settings) 
     Player player;
     MainWindow window(app, player);
     QObject::connect(&window, &MainWindow::Closed, [] { QCoreApplication::exit(0); });
-    const bool opened = OpenFiles(window, files);
+    window.OpenInitialProject({});
     window.StartRecovery(RecoveryFolder());
     const EndWatch watch([&window, &settings] {
         window.SaveBeforeEnd();
@@ -71,7 +78,9 @@ void RunMainWindow(const QStringList& files, AppState& app, Settings& settings) 
     });
     window.ShowWithLayout();
     // Behind the commands that open the layout's other windows.
-    const auto begin = [&window, &app, &settings, opened] {
+    const auto begin = [&window, &app, &settings, &files] {
+        // What has to be fetched may take long, so the windows stand before.
+        const bool opened = OpenFiles(window, files);
         // What was wrong with a file must stay readable, and what was restored may have ended the program by
         // being played: no play by itself then.
         const bool isRestored = window.OfferRecovery();

@@ -26,8 +26,9 @@ WorkbenchOptions ParseWorkbenchOptions(const QStringList& arguments) {
 
 QString WorkbenchUsage() {
     return QStringLiteral(
-        "Usage: pixelgrove [FILE]\n"
+        "Usage: pixelgrove [FILE|ID]\n"
         "  FILE       a project (.json) to open, or a shader (.glsl) as the Image stage of a new project\n"
+        "  ID         the id of a shader on Shadertoy: letters and digits\n"
         "  --help     show this text\n"
         "  --version  show the program's version\n");
 }

@@ -75,6 +75,7 @@ enum CommandId : int {
     kCmdRecentFileFirst = 32768,  // each list of recent files has ten, newest first
     kCmdRecentProjectFirst = 32779,
     kCmdRecentPaletteFirst = 32790,
+    kCmdRecentPlaylistFirst = 32801,
     kCmdSaveFileAs = 40001,
     kCmdOpenFile = 40002,
     kCmdNew = 40003,
@@ -98,6 +99,8 @@ enum CommandId : int {
     kCmdSaveProject = 40028,
     kCmdRestorePrevious = 40029,
     kCmdOpenProject = 40031,
+    kCmdOpenPlaylist = 40038,
+    kCmdSavePlaylist = 40039,
     kCmdLicense = 40043,
     kCmdLayoutFirst = 40318,  // 40318..40418: layout files by name
     kCmdLayoutLast = 40418,

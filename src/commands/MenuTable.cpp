@@ -167,6 +167,16 @@ constexpr MenuRow kOutputMenu[] = {
     {Tick, kCmdFullScreen, u"Full Screen", "F11"},
 };
 
+constexpr MenuRow kBrowserMenu[] = {
+    {Menu, 0, u"File"},
+    {Entry, kCmdOpenPlaylist, u"&Open Playlist..."},
+    {Entry, kCmdSavePlaylist, u"&Save Playlist..."},
+    {Menu, 0, u"Recent Playlists"},
+    {Placeholder, 0, u"N/A"},
+    {End},
+    {End},
+};
+
 // The first two rows are there for a channel in use.
 constexpr MenuRow kChannelMenu[] = {
     {Entry, kChannelMenuReset, u"Reset Channel"},
@@ -203,6 +213,10 @@ std::span<const MenuRow> EditorMenuRows() {
 
 std::span<const MenuRow> OutputMenuRows() {
     return kOutputMenu;
+}
+
+std::span<const MenuRow> BrowserMenuRows() {
+    return kBrowserMenu;
 }
 
 std::span<const MenuRow> ChannelMenuRows(bool inUse) {

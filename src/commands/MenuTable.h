@@ -25,6 +25,8 @@ struct KeyRow {
 std::span<const MenuRow> MenuBarRows();
 std::span<const MenuRow> EditorMenuRows();
 std::span<const MenuRow> OutputMenuRows();
+// A menu bar of its own.
+std::span<const MenuRow> BrowserMenuRows();
 // Entries are of ChannelMenuId.
 std::span<const MenuRow> ChannelMenuRows(bool inUse);
 // Entries are of StageMenuId.

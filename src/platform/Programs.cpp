@@ -22,6 +22,9 @@ bool StartProgram(const QString& program, const QStringList& arguments) {
 }
 
 bool OpenAddress(const QString& address) {
+    const bool isWeb = address.startsWith(QLatin1String("https://"), Qt::CaseInsensitive) ||
+                       address.startsWith(QLatin1String("http://"), Qt::CaseInsensitive);
+    if (!isWeb) return false;
     for (const char* name : kOpeners) {
         const QString program = QStandardPaths::findExecutable(QString::fromLatin1(name));
         if (!program.isEmpty()) return StartProgram(program, {address});

@@ -10,7 +10,8 @@ namespace pixelgrove {
 // this one, and returns at once. False when it can't be started.
 bool StartProgram(const QString& program, const QStringList& arguments);
 
-// Opens an address by the desktop's opener, else in the first web browser found. False without any.
+// Opens an address by the desktop's opener, else in the first web browser found. False without any, and for
+// what doesn't begin with http:// or https://: an opener would run whatever else it is.
 bool OpenAddress(const QString& address);
 
 }  // namespace pixelgrove

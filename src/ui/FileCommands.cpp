@@ -112,7 +112,7 @@ void ProjectCommands::OpenRecentProject(int index) {
 }
 
 void ProjectCommands::DropFiles(const QStringList& paths) {
-    if (paths.isEmpty() || !ConfirmLoss()) return;
+    if (paths.isEmpty() || IsLoading() || !ConfirmLoss()) return;
     const QString& path = paths.constFirst();
     if (path.contains(QLatin1String(".json"), Qt::CaseInsensitive)) {
         Load(path, {QStringLiteral("File loaded."), QStringLiteral("Failed to load file.")});

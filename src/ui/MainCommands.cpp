@@ -4,6 +4,7 @@
 #include "commands/Commands.h"
 #include "controls/LiveValues.h"
 #include "core/AppState.h"
+#include "ui/BrowserWindowRow.h"
 #include "ui/ControlCommands.h"
 #include "ui/KeyCommands.h"
 #include "ui/MainWindow.h"
@@ -36,6 +37,7 @@ void MainWindow::RegisterCommands() {
         commands_, app_, layouts_, [this](int id) { return menus_->LayoutName(id); },
         [this] { RefreshLayoutMenu(); });
     AddOutputWindow(*windows_, commands_, app_, player_, *this, playback_);
+    AddBrowserWindow(*windows_, commands_, app_.recent, *this, projects_, pane_);
 }
 
 void MainWindow::SendCommand(int id) {

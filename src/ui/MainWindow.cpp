@@ -9,12 +9,14 @@
 #include "commands/Commands.h"
 #include "core/AppState.h"
 #include "core/PlayTime.h"
+#include "library/PageAddress.h"
 #include "look/widgets/Icons.h"
 #include "look/widgets/Theme.h"
 #include "project/ProjectModel.h"
 #include "render/GlSetup.h"
 #include "render/OpenGlProbe.h"
 #include "render/widgets/OffscreenOutput.h"
+#include "ui/BrowserWindowRow.h"
 #include "ui/KeyCommands.h"
 #include "ui/OutsideCommand.h"
 #include "ui/editor/EditorMenu.h"
@@ -63,6 +65,17 @@ QStringList DroppedFiles(const QMimeData& data) {
     return paths;
 }
 
+// The shader whose page is dropped; empty when it is none.
+QString DroppedShader(const QMimeData& data, const ServiceAddress& service) {
+    for (const QUrl& url : data.urls())
+        if (const QString id = ShaderIdOfPage(service, url); !id.isEmpty()) return id;
+    return {};
+}
+
+bool IsLoadable(const QMimeData& data, const ServiceAddress& service) {
+    return !DroppedFiles(data).isEmpty() || !DroppedShader(data, service).isEmpty();
+}
+
 }  // namespace
 
 MainWindow::MainWindow(AppState& app, Player& player)
@@ -102,6 +115,7 @@ MainWindow::MainWindow(AppState& app, Player& player)
     RefreshCaretStatus();
     ConnectControls();
     ConnectEditor();
+    ConnectLoading();
     auto* menuBar = new QMenuBar;
     Windows().SetSnapping(app_.display.snapToEdges != 0);
     RegisterCommands();
@@ -173,6 +187,18 @@ void MainWindow::ConnectEditor() {
             [this](const QUrl& url) { projects_.dialogs.openUrl(url); });
     connect(editor, &QWidget::customContextMenuRequested, this,
             [this, editor](const QPoint& at) { PopUpEditorMenu(editor->viewport()->mapToGlobal(at)); });
+}
+
+// What a load waits for runs in an event loop inside it.
+void MainWindow::ConnectLoading() {
+    projects_.loading = [this](bool isLoading) {
+        posted_.Postpone(isLoading);
+        if (!isLoading) ShowFetchProgress(pane_, {});
+        if (isLoading || !closesLater_) return;
+        closesLater_ = false;
+        QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+    };
+    projects_.fetchProgress = [this](const QString& text) { ShowFetchProgress(pane_, text); };
 }
 
 void MainWindow::ProbeOutput() {
@@ -300,7 +326,8 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::DragMove:
         case QEvent::Drop: {
             auto* drop = static_cast<QDropEvent*>(event);
-            if (watched != form_->editor->viewport() || DroppedFiles(*drop->mimeData()).isEmpty()) break;
+            if (watched != form_->editor->viewport() || !IsLoadable(*drop->mimeData(), projects_.service))
+                break;
             if (event->type() == QEvent::Drop)
                 dropEvent(drop);
             else
@@ -314,16 +341,24 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-    if (!DroppedFiles(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+    if (IsLoadable(*event->mimeData(), projects_.service)) event->acceptProposedAction();
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
-    const QStringList paths = DroppedFiles(*event->mimeData());
-    if (paths.isEmpty()) return;
+    if (!IsLoadable(*event->mimeData(), projects_.service)) return;
     event->acceptProposedAction();
-    // The program that the files come from waits for this event to end; a question may take long.
+    // The program that it comes from waits for this event to end; a question may take long.
+    const QStringList paths = DroppedFiles(*event->mimeData());
+    const QString shader = DroppedShader(*event->mimeData(), projects_.service);
     QMetaObject::invokeMethod(
-        this, [this, paths] { projects_.DropFiles(paths); }, Qt::QueuedConnection);
+        this,
+        [this, paths, shader] {
+            if (paths.isEmpty())
+                projects_.DropShader(shader);
+            else
+                projects_.DropFiles(paths);
+        },
+        Qt::QueuedConnection);
 }
 
 // On the form beside its controls; those that have no use for a press let it through to here.
@@ -352,6 +387,12 @@ bool MainWindow::nativeEvent(const QByteArray& eventType, void* message, qintptr
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+    if (projects_.IsLoading()) {
+        closesLater_ = true;
+        projects_.StopLoading();
+        event->ignore();
+        return;
+    }
     if (!projects_.ConfirmLoss()) {
         event->ignore();
         return;

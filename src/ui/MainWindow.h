@@ -41,9 +41,9 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     // Ends the run if there is one.
     ~MainWindow() override;
 
-    // Loads the project file, or a source file, by its ending .glsl, into the Image stage of a new project.
-    // With an empty path or an unreadable file shows the default Image stage. The message pane says what was
-    // wrong with the file, and the result is false then. Once, before the window is shown.
+    // Loads the project file, the shader of that id, or a source file, by its ending .glsl, into the Image
+    // stage of a new project. With an empty path, or when there is nothing to load, shows the default Image
+    // stage. The message pane says what was wrong, and the result is false then.
     bool OpenInitialProject(const QString& path);
 
     // Shows the window where the layout has it, and the other windows that are to be open.
@@ -102,6 +102,7 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
 
     void ConnectControls();
     void ConnectEditor();
+    void ConnectLoading();
     void ProbeOutput();
     void RegisterCommands();
     void PopUpEditorMenu(const QPoint& globalPosition);
@@ -123,6 +124,7 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     FindReplace find_;
     LiveControls controls_;
     std::unique_ptr<Menus> menus_;
+    bool closesLater_ = false;  // asked to while a load was under way
 };
 
 }  // namespace pixelgrove

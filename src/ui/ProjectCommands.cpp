@@ -1,10 +1,15 @@
 #include "ui/ProjectCommands.h"
 
 #include <QFileInfo>
+#include <QLocale>
+#include <QUrl>
 #include <array>
 #include <cstdio>
 
 #include "core/BaseFolders.h"
+#include "library/CacheNames.h"
+#include "library/ShaderService.h"
+#include "library/widgets/BackgroundFetch.h"
 #include "persist/RecentList.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
@@ -59,13 +64,38 @@ void ProjectCommands::OpenProject() {
     if (Load(path)) PushRecent(app_.recent.recentProjects.get(), path);
 }
 
+ProjectFileResult ProjectCommands::Read(const QString& idOrPath, ShaderProject& project) {
+    BackgroundFetch fetch;
+    const BackgroundFetch::Progress progress = [this](const QString& url, qint64 bytes) {
+        if (!fetchProgress) return;
+        fetchProgress(QStringLiteral("Loading %1, %2 so far...")
+                          .arg(QUrl(url).fileName(), QLocale::c().formattedDataSize(bytes)));
+    };
+    const ShaderService asked{service, [&](const QString& url) { return fetch.Fetch(url, progress); }};
+    fetch_ = &fetch;
+    if (loading) loading(true);
+    ProjectFileResult result = LoadProjectFromService(asked, idOrPath, project);
+    fetch_ = nullptr;
+    if (loading) loading(false);
+    return result;
+}
+
+void ProjectCommands::StopLoading() {
+    if (fetch_) fetch_->Stop();
+}
+
 bool ProjectCommands::Load(const QString& path, const LoadWords& words) {
+    if (IsLoading()) return false;
+    const bool isFile = IsPlainFile(path) || !IsShaderId(path);
     ShaderProject project;
-    const ProjectFileResult result = LoadProjectFile(path, project);
+    const ProjectFileResult result = Read(path, project);
     const bool isLoaded =
         result.status == ProjectFileStatus::Loaded || result.status == ProjectFileStatus::NoImageStage;
-    QString status = isLoaded ? words.done : words.failed;
-    if (!result.message.isEmpty()) status += u'\n' + result.message;
+    QStringList lines;
+    // What went wrong with a shader of the service is one line.
+    if (isLoaded || isFile) lines.append(isLoaded ? words.done : words.failed);
+    if (!result.message.isEmpty()) lines.append(result.message);
+    QString status = lines.join(u'\n');
     for (const QString& warning : result.warnings) {
         status += u'\n' + warning;
         std::fprintf(stderr, "pixelgrove: %s: %s\n", qPrintable(path), qPrintable(warning));
@@ -73,11 +103,16 @@ bool ProjectCommands::Load(const QString& path, const LoadWords& words) {
     if (isLoaded) {
         AdoptProject(app_.project, project, path);
         // A file that holds more than was read of it is not written over without a question.
-        if (result.isComplete) app_.project.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
+        if (isFile && result.isComplete)
+            app_.project.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
         status += LostCharactersOfProject(false);
     }
     pane_.Say(status);
     return isLoaded;
+}
+
+void ProjectCommands::DropShader(const QString& id) {
+    if (!IsLoading() && ConfirmLoss()) Load(id);
 }
 
 void ProjectCommands::SaveProject() {

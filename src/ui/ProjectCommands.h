@@ -6,13 +6,17 @@
 #pragma once
 
 #include <QStringList>
+#include <functional>
 
 #include "core/AppState.h"
+#include "library/ServiceAddress.h"
 #include "windows/widgets/UserDialogs.h"
 
 namespace pixelgrove {
 
+class BackgroundFetch;
 class MessagePane;
+struct ProjectFileResult;
 
 // What the message pane says of a project that was loaded or not.
 struct LoadWords {
@@ -40,11 +44,20 @@ class ProjectCommands {
     // Asks for a path and writes there; the file is the project's own from then on.
     void SaveProjectAs();
 
-    // Loads a project file into the editing form and says so in the message pane. When the file can't be read
-    // the pane says why, the project stays as it was, and the result is false. What of it can't be had is
-    // told line by line there and on stderr, and a file that holds more than was read of it is not the
-    // project's own.
-    bool Load(const QString& path, const LoadWords& words = {});
+    // Loads a project file, or the shader of that id where there is no such file, into the editing form and
+    // says so in the message pane; shaders and missing media come from the service, cache first. When there
+    // is nothing to load the pane says why, the project stays as it was, and the result is false. What of it
+    // can't be had is told line by line there and on stderr. The file is the project's own then, but for one
+    // that holds more than was read of it.
+    //
+    // While something is fetched windows live on and input waits. Nothing else is loaded meanwhile: false at
+    // once.
+    bool Load(const QString& idOrPath, const LoadWords& words = {});
+    // The shader of that id, with ConfirmLoss.
+    void DropShader(const QString& id);
+    bool IsLoading() const { return fetch_ != nullptr; }
+    // Ends the fetch under way, and with it the load. Nothing without one.
+    void StopLoading();
 
     // Loads a source file into the shown stage under its own name and says so in the message pane. False when
     // it can't be read, and then nothing changed.
@@ -61,16 +74,22 @@ class ProjectCommands {
     void DropFiles(const QStringList& paths);
 
     UserDialogs dialogs;
+    const ServiceAddress service = ServiceOfEnvironment();
+    // Told that a load begins and that it has ended, and in between how far a fetch is. May be empty.
+    std::function<void(bool isLoading)> loading;
+    std::function<void(const QString& text)> fetchProgress;
 
   private:
     void Save(const QString& path);
     // Puts the file's bytes, as text of the code page, into the shown stage, and the path on the list of
     // recent files. Counts as a change. False when the file can't be read, and then nothing changed.
     bool LoadSourceFile(const QString& path);
+    ProjectFileResult Read(const QString& idOrPath, ShaderProject& project);
     QString LostCharactersOfProject(bool isSaved) const;
 
     AppState& app_;
     MessagePane& pane_;
+    BackgroundFetch* fetch_ = nullptr;  // of the load under way
 };
 
 }  // namespace pixelgrove
