@@ -65,8 +65,7 @@ void DetailsLoader::Want(std::vector<std::pair<size_t, QString>> records) {
     job.told = [this, desk] { Hear(*desk); };
     job.done = [this, desk] {
         Hear(*desk);
-        if (desk_ != desk) return;
-        desk_.reset();
+        if (desk_ == desk) desk_.reset();
         if (finished) finished();
     };
     worker_.Start(std::move(job));

@@ -26,7 +26,8 @@ class DetailsLoader {
     DetailsLoader(const ServiceAddress& service, LibraryWorker& worker);
 
     std::function<void(const LoadedDetails& details)> loaded;
-    // All that was wanted was loaded, or tried.
+    // All that was wanted was loaded, tried or dropped; the worker is free for more, unless it has something
+    // else to do.
     std::function<void()> finished;
 
     // The records that are wanted from now on, by place and id, the first one first; what was wanted before

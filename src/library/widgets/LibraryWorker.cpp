@@ -31,17 +31,19 @@ void LibraryWorker::Start(LibraryJob job) {
         return;
     }
     waiting_ = std::move(job);
+    stopsNext_ = false;
     stop_.request_stop();
 }
 
 void LibraryWorker::Stop() {
-    waiting_.reset();
+    stopsNext_ = waiting_.has_value();
     stop_.request_stop();
 }
 
 void LibraryWorker::Begin(LibraryJob job) {
     running_ = std::move(job);
     stop_ = std::stop_source();
+    if (std::exchange(stopsNext_, false)) stop_.request_stop();
     thread_.emplace();
     const auto work = [this, work = running_->work, stop = stop_.get_token()] {
         work({stop, [this, stop](const QString& url) { return client_.Fetch(url, stop); },

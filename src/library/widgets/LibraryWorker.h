@@ -39,7 +39,7 @@ class LibraryWorker : public QObject {
     // replaced so before it began is dropped without a word, and one for which the system has no thread is
     // done at once, without its work.
     void Start(LibraryJob job);
-    // Asks the running job to stop, and drops the one that waits; `done` of the running one is called yet.
+    // Asks the running job to stop, and the one that waits to do so once it begins; `done` of both is called.
     void Stop();
     bool IsBusy() const { return running_.has_value(); }
 
@@ -58,6 +58,7 @@ class LibraryWorker : public QObject {
     WebClient client_;  // the worker's, while there is one
     std::optional<LibraryJob> running_;
     std::optional<LibraryJob> waiting_;
+    bool stopsNext_ = false;  // the one that waits
     std::stop_source stop_;
     std::optional<Thread> thread_;
     SynchronizedValue<News> news_;  // written by the worker, taken by the main thread
