@@ -4,7 +4,7 @@
 #include <QSignalSpy>
 #include <functional>
 
-#include "WindowFixture.h"
+#include "OutputFixture.h"
 #include "controls/LiveValues.h"
 #include "controls/widgets/ControlTree.h"
 #include "controls/widgets/ControlWidget.h"
@@ -50,7 +50,7 @@ class LeftShift {
     Display* display_;
 };
 
-class LiveControlsTest : public WindowTest {
+class LiveControlsTest : public OutputTest {
   protected:
     ControlTree& Tree() const { return *Control<ControlTree>("treeView"); }
     ControlWidget* Open() const {
@@ -273,6 +273,25 @@ TEST_F(LiveControlsTest, AUniformsValueIsInTheNextFrame) {
     EXPECT_FLOAT_EQ(FrameValue("Red"), 1.0f);
     ASSERT_TRUE(WaitRunning());
     Run(kCmdStop);
+}
+
+TEST_F(LiveControlsTest, ASliderAndAWaveMoveThePicture) {
+    if (!App()->display.openGlOk) GTEST_SKIP() << "no usable OpenGL on this display";
+    OpenOutput();
+    SetText(
+        QStringLiteral("uniform float Red; // colour: share [0.0..1.0, 0.0]\n"
+                       "void mainImage(out vec4 c, in vec2 p) { c = vec4(Red, 0.0, 1.0, 1.0); }\n"));
+    ASSERT_TRUE(PlayUntilRunning());
+    const auto colour = [this] { return Screenshot().pixelColor(9, 9); };
+    ASSERT_TRUE(PumpUntil([&] { return colour() == Qt::blue; }));
+    ClickRow("Red");
+    DragSlider(1.0);
+    EXPECT_TRUE(PumpUntil([&] { return colour() == Qt::magenta; }));
+    QTest::keyClick(Open()->findChild<QComboBox*>(), Qt::Key_End);
+    for (int step = 0; step < 3; ++step) {
+        const QColor last = colour();
+        EXPECT_TRUE(PumpUntil([&] { return colour() != last; })) << step;
+    }
 }
 
 TEST_F(LiveControlsTest, ADefinesLastValueAlwaysArrives) {
