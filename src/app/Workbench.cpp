@@ -79,6 +79,8 @@ void RunMainWindow(const QStringList& files, AppState& app, Settings& settings) 
     window.ShowWithLayout();
     // Behind the commands that open the layout's other windows.
     const auto begin = [&window, &app, &settings, &files] {
+        // Whoever starts the program types here first, whatever else was opened.
+        window.activateWindow();
         // What has to be fetched may take long, so the windows stand before.
         const bool opened = OpenFiles(window, files);
         // What was wrong with a file must stay readable, and what was restored may have ended the program by

@@ -11,6 +11,7 @@
 #include "commands/Commands.h"
 #include "core/BaseFolders.h"
 #include "library/SearchHistory.h"
+#include "library/widgets/ResultPainter.h"
 #include "look/widgets/Theme.h"
 #include "ui_ShadertoyBrowse.h"
 #include "windows/widgets/DialogScaler.h"
@@ -76,6 +77,7 @@ void BrowserWindow::SetUpForm() {
 void BrowserWindow::SetUpList() {
     QTreeView& list = *form_->resultList;
     list.setModel(&model_);
+    list.setItemDelegate(new ResultPainter(&list));
     list.setRootIsDecorated(false);
     list.setItemsExpandable(false);
     list.setUniformRowHeights(true);

@@ -1,10 +1,7 @@
 #include "library/widgets/ResultModel.h"
 
-#include <QColor>
 #include <algorithm>
 #include <utility>
-
-#include "look/widgets/Theme.h"
 
 namespace pixelgrove {
 
@@ -75,16 +72,8 @@ int ResultModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ResultModel::data(const QModelIndex& index, int role) const {
-    const UiColours& colours = Theme().rows;
-    switch (role) {
-        case Qt::DisplayRole:
-            return OneLine(CellText(context_.results[PlaceOf(index.row())], ResultColumn(index.column())));
-        case Qt::BackgroundRole:
-            if (colours[UiColour::ListViewTextBackground] == colours[UiColour::ListViewBackground]) return {};
-            return FromBgr(colours[UiColour::ListViewTextBackground]);
-        default:
-            return {};
-    }
+    if (role != Qt::DisplayRole) return {};
+    return OneLine(CellText(context_.results[PlaceOf(index.row())], ResultColumn(index.column())));
 }
 
 QVariant ResultModel::headerData(int section, Qt::Orientation orientation, int role) const {
