@@ -51,11 +51,10 @@ TEST(SearchTerms, AllTermsOccurInEitherCase) {
 
 // The search looks at many places in one go: no place may be left out, and none beyond the ends looked at.
 TEST(SearchTerms, EveryPlaceIsLookedAt) {
-    for (const QByteArray& term : {QByteArray("x"), QByteArray("xy"), QByteArray("xyzzyxxyzzyxxyzzyxy")}) {
+    for (const QByteArray& term : {QByteArray("x"), QByteArray("_xy["), QByteArray("xyzzyxxyzzyxxyzzyxy")}) {
         const SearchTerms terms(QString::fromLatin1(term));
         for (qsizetype length = term.size(); length < 70; ++length) {
-            QByteArray text(length + 2 * term.size(), 'X');  // first and last bytes all over
-            text.fill('-', length + 2 * term.size());
+            QByteArray text(length + 2 * term.size(), '-');
             text.replace(0, term.size(), term).replace(term.size() + length, term.size(), term);
             const QByteArrayView inside = QByteArrayView(text).sliced(term.size(), length);
             EXPECT_FALSE(terms.Match(inside)) << length;
