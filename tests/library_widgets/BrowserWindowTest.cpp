@@ -172,10 +172,18 @@ TEST_F(BrowserWindowTest, TheStatusLineTellsHowASearchEnded) {
         EXPECT_EQ(Status(), c.status) << c.mode;
         EXPECT_EQ(Rows(), 0);
     }
-    // Closing ends a search that nobody answers; so does the next one.
+    // A search that nobody answers is ended by the next one, by a playlist, and by closing.
     Open("hang");
     BeginSearch("z");
-    BeginSearch("w");
+    SetOffline();
+    Search("w");
+    Control<QCheckBox>("offlineCheck")->setChecked(false);
+    BeginSearch("z");
+    chosen_ = folders_.Path("a.playlist");
+    ASSERT_TRUE(WriteWholeFile(chosen_, "Sh03", nullptr));
+    browser_->OpenPlaylist();
+    EXPECT_EQ(Cell(0, 0), "Sh03");
+    BeginSearch("z");
 }
 
 TEST_F(BrowserWindowTest, SortingFillsTheWholePageFirst) {

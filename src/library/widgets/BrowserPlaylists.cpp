@@ -75,8 +75,7 @@ void BrowserWindow::OpenPlaylist() {
     const QString path =
         dialogs.askForFile(PlaylistQuestion(QStringLiteral("Open Playlist"), memory_.playlist));
     if (path.isEmpty()) return roads_.say(kLoadingFailed);
-    details_.Stop();
-    LeaveSearch();
+    LeaveWork();
     const bool isLoaded = LoadPlaylist(path, context_);
     ShowPlaylist(isLoaded, path);
     if (isLoaded) NotePlaylist(path);
@@ -85,8 +84,7 @@ void BrowserWindow::OpenPlaylist() {
 void BrowserWindow::OpenRecentPlaylist(int index) {
     const QString path = recent_ ? recent_->entries.value(index) : QString();
     if (path.isEmpty()) return;
-    details_.Stop();
-    LeaveSearch();
+    LeaveWork();
     const bool isLoaded = LoadPlaylist(path, context_);
     ShowPlaylist(isLoaded, path);
     roads_.say(isLoaded ? QStringLiteral("Playlist loaded.") : kLoadingFailed);

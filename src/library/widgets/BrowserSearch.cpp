@@ -1,7 +1,6 @@
 // The browser's searches: each runs on the worker with a context of its own, which becomes the window's at
 // its end.
-#include <QLineEdit>
-#include <QPointer>
+#include <utility>
 
 #include "library/ShaderService.h"
 #include "library/widgets/BrowserWindow.h"
@@ -22,7 +21,7 @@ struct BrowserWindow::SearchRun {
 };
 
 void BrowserWindow::Search() {
-    details_.Stop();
+    LeaveWork();
     const bool isLocal = form_->offlineCheck->isChecked();
     const auto run = std::make_shared<SearchRun>();
     run->context = NewSearch(form_->searchCombo->currentText(), isLocal);
@@ -48,7 +47,8 @@ void BrowserWindow::Search() {
         if (search_ == run) ShowSearch(*run);
     };
     job.done = [this, run] {
-        if (search_ == run) EndSearch(*run);
+        if (search_ == run) return EndSearch(*run);
+        WantDetails();  // of what is shown in its place
     };
     worker_.Start(std::move(job));
 }
@@ -63,7 +63,8 @@ void BrowserWindow::ShowSearch(const SearchRun& run) {
 }
 
 void BrowserWindow::EndSearch(SearchRun& run) {
-    LeaveSearch();
+    search_.reset();
+    Client()->unsetCursor();
     context_ = std::move(run.context);
     switch (context_.error) {
         case SearchError::NoAnswer:
@@ -93,8 +94,10 @@ void BrowserWindow::StopScan() {
     }
 }
 
-void BrowserWindow::LeaveSearch() {
-    search_.reset();
+void BrowserWindow::LeaveWork() {
+    details_.Stop();
+    if (!std::exchange(search_, nullptr)) return;
+    worker_.Stop();
     Client()->unsetCursor();
 }
 

@@ -75,7 +75,7 @@ class BrowserWindow : public FrameWindow {
     void ShowSearch(const SearchRun& run);
     void EndSearch(SearchRun& run);
     void StopScan();
-    void LeaveSearch();
+    void LeaveWork();
 
     void ShowPage();
     void GoToPage(uint32_t page);
