@@ -34,8 +34,8 @@ std::optional<qsizetype> ValuePosition(QStringView line) {
     return value.startsWith(u'/') ? nameBegin : end - value.size();
 }
 
-// Empty for a record without a value that a line could hold.
-QString ValueText(const UniformControl& control) {
+// Nothing for a record without a value. An option may be without text.
+std::optional<QString> ValueText(const UniformControl& control) {
     switch (control.type) {
         case kControlFloat:
             return QString::number(double(control.range.value), 'f', 5);
@@ -43,11 +43,10 @@ QString ValueText(const UniformControl& control) {
         case kControlUint:
             return QString::number(RoundedHalfUp(control.range.value));
         case kControlList:
-            return size_t(control.combo.selection) < control.options.size()
-                       ? control.options[size_t(control.combo.selection)].text
-                       : QString();
+            if (size_t(control.combo.selection) >= control.options.size()) return std::nullopt;
+            return control.options[size_t(control.combo.selection)].text;
         default:
-            return {};
+            return std::nullopt;
     }
 }
 
@@ -74,11 +73,11 @@ BakedText BakeDefines(ControlSet& controls, const QString& stageText) {
         const qsizetype begin = qsizetype(control.sourcePos);
         const QStringView old = source.sliced(begin, EndOfLine(source, begin) - begin);
         const std::optional<qsizetype> at = ValuePosition(old);
-        const QString value = ValueText(control);
-        if (!at || value.isEmpty()) continue;
+        const std::optional<QString> value = ValueText(control);
+        if (!at || !value) continue;
         const QStringView between = source.sliced(done, begin - done);
         line += int(std::count_if(between.begin(), between.end(), EndsLine));
-        text.append(between).append(BakedLineText(old, *at, value));
+        text.append(between).append(BakedLineText(old, *at, *value));
         baked.lines.push_back({line, control.displayName, old.toString()});
         done = begin + old.size();
     }

@@ -25,6 +25,7 @@ TEST(BakedText, EachLineHoldsItsControlsValue) {
         {"#define N 8 // n [1..32]", "#define N 16 //"},
         {"#define N -3 // n [-5..5, -3]", "#define N -2 //"},  // half up, then cut towards zero
         {"#define MODE 1 // pick [1, @two, 3]", "#define MODE two //"},
+        {"#define MODE 1 // pick [ , two]", "#define MODE  //"},
         {"#define FAST // speed [SLOW, @FAST]", "#define FAST //"},
         {"#define OFF   // way [UP, @FAST]", "#define FAST //"},
         {"#define N // n [1..3]", "#define 2 //"},  // a number takes the name's place likewise
