@@ -152,7 +152,8 @@ void Playback::Restart() {
     const int64_t playAtNs = CounterNs() + kRestartDelayNs;
     Stop();
     SleepUntilNs(playAtNs);
-    Play();
+    // A run that has no context yet is stopped here.
+    PlayAnew();
 }
 
 void Playback::RestartFailedRun() {

@@ -166,6 +166,7 @@ TEST_F(PlaybackTest, RestartCompilesTheTextOfTheMoment) {
         return player.currentRun && SourceOfRun() == text;
     };
     EXPECT_TRUE(restarted(kPlain)) << "also when nothing runs";
+    EXPECT_TRUE(restarted(kPlain + u' ')) << "also when the run has only begun";
     ASSERT_TRUE(WaitRunning());
     EXPECT_TRUE(restarted(kPlain + QStringLiteral("// new")));
     ASSERT_TRUE(WaitRunning());
