@@ -304,6 +304,13 @@ TEST_F(ControlWidgetTest, AListGivesItsChoiceAndRandomize) {
     control->Load(record);
     EXPECT_TRUE(button->isChecked());
     EXPECT_EQ(combo->currentIndex(), 0);
+
+    record.options.resize(100'000);
+    record.combo = {0, 4, 70'000, 100'000};
+    control->Load(record);
+    EXPECT_EQ(combo->count(), 128);
+    control->Save(record);
+    EXPECT_EQ(record.combo.selection, 70'000) << "what the list doesn't show stays chosen";
 }
 
 TEST_F(ControlWidgetTest, ALongLabelIsWholeInItsToolTip) {

@@ -2,6 +2,7 @@
 
 #include <QPushButton>
 #include <algorithm>
+#include <span>
 
 #include "controls/ControlTemplates.h"
 #include "controls/widgets/ControlCombo.h"
@@ -13,6 +14,7 @@ namespace pixelgrove {
 namespace {
 
 constexpr int kLayoutRows = 4;
+constexpr size_t kMaxShownOptions = 128;  // the text may choose among more
 
 }  // namespace
 
@@ -22,7 +24,6 @@ ComboControl::ComboControl(const UniformControl& record, QWidget* parent)
       options_(new ControlCombo(this)),
       randomize_(new QPushButton(tr("Randomize"), this)) {
     randomize_->setCheckable(true);
-    randomize_->setToolTip(tr("Every frame takes an option by chance"));
     Show(record);
     state_.randomize = 0;
     randomize_->setChecked(false);
@@ -42,7 +43,8 @@ void ComboControl::Show(const UniformControl& record) {
     state_.layoutRows = kLayoutRows;
     name_->SetText(record.displayName);
     options_->clear();
-    for (const ControlOption& option : record.options)
+    const size_t shown = std::min(record.options.size(), kMaxShownOptions);
+    for (const ControlOption& option : std::span(record.options).first(shown))
         options_->addItem(option.text, option.index);
     options_->setCurrentIndex(options_->findData(state_.selection));
     randomize_->setChecked(state_.randomize != 0);
