@@ -2,7 +2,6 @@
 #include <QApplication>
 
 #include "commands/Commands.h"
-#include "controls/LiveValues.h"
 #include "core/AppState.h"
 #include "ui/BrowserWindowRow.h"
 #include "ui/ControlCommands.h"
@@ -29,8 +28,7 @@ void MainWindow::RegisterCommands() {
     RegisterPlaybackCommands(commands_, playback_);
     RegisterPictureCommands(commands_, app_, channelPanel_);
     RegisterEditorCommands(commands_, *form_->editor, find_, projects_.dialogs);
-    RegisterControlCommands(commands_, *form_->editor, *Controls(),
-                            [] { PublishControlValues(*Controls()); });
+    RegisterControlCommands(commands_, *form_->editor, *Controls(), [this] { controls_.Publish(); });
     RegisterStageCommands(commands_, app_.project, *form_->stageButtons, channelPanel_);
     RegisterProjectCommands(commands_, projects_, app_.project);
     RegisterLayoutCommands(
