@@ -54,11 +54,15 @@ void LiveControls::Rebuild() {
     tree_.ShowControls(controls_);
     // The control on screen may have come to another record. When it is gone, its line may be half typed: the
     // widget stays, and its record, which may describe something else now, is left alone.
-    if (UniformControl* moved = open_ ? tree_.RecordAt(openPath_) : nullptr) open_ = moved;
+    // A record of the same name is the control at another place of the tree.
+    if (UniformControl* moved = open_ ? tree_.RecordAt(openPath_) : nullptr)
+        open_ = moved;
+    else if (HasOwnRecord())
+        openPath_ = open_->treePath;
 }
 
 bool LiveControls::HasOwnRecord() const {
-    return open_ && open_->treePath == openPath_;
+    return open_ && open_->displayName == openName_;
 }
 
 void LiveControls::Select(UniformControl* record) {
@@ -76,6 +80,7 @@ void LiveControls::Select(UniformControl* record) {
 void LiveControls::Open(UniformControl& record) {
     open_ = &record;
     openPath_ = record.treePath;
+    openName_ = record.displayName;
     hint_.hide();
     widget_ = ControlWidget::Make(record, &area_);
     // It fits its letters to its parts by itself.
@@ -96,6 +101,8 @@ void LiveControls::Close() {
     if (!widget_) return;
     // Later: the selection may change inside one of its own events.
     widget_->disconnect(this);
+    // A widget that hides passes the focus on to whatever control comes next.
+    if (widget_->isAncestorOf(widget_->window()->focusWidget())) tree_.setFocus();
     widget_->hide();
     area_.layout()->removeWidget(widget_);
     widget_->deleteLater();

@@ -60,7 +60,8 @@ class LiveControls : public QObject {
     ControlWidget* widget_ = nullptr;  // of the control that is open; null without one, as is its record
     UniformControl* open_ = nullptr;
     QString scanned_;   // Image's text when its controls were read
-    QString openPath_;  // the record's, when it was opened
+    QString openPath_;  // where the tree has the open control
+    QString openName_;  // the record's displayName, when it was opened
 };
 
 }  // namespace pixelgrove

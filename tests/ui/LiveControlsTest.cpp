@@ -233,6 +233,8 @@ TEST_F(LiveControlsTest, ARebuildKeepsWhatTheUserSees) {
     EXPECT_EQ(SelectedRow(), QStringLiteral("Steps"));
     SetText(text.remove(0, text.indexOf(u'\n') + 1));
     EXPECT_EQ(SelectedRow(), QStringLiteral("Steps"));
+    // At another place of the tree it still is the widget's.
+    SetText(text.replace(QStringLiteral("grey:"), QStringLiteral("white:")));
     EXPECT_EQ(Open(), widget);
     DragSlider(1.0);
     EXPECT_EQ(Controls()->uniforms[2].range.value, 12.0f);
@@ -244,6 +246,7 @@ TEST_F(LiveControlsTest, ARebuildKeepsWhatTheUserSees) {
     EXPECT_EQ(Controls()->uniforms[2].range.name, QStringLiteral("Z")) << "not the widget's own any more";
     window->RebuildControlTree();
     EXPECT_EQ(Open(), nullptr) << "a loaded text without the control";
+    EXPECT_EQ(window->focusWidget(), &Tree());
     ClickRow("Speed");
     EXPECT_EQ(OpenName(), QStringLiteral("Speed"));
     EXPECT_EQ(Controls()->uniforms[0].range.name, QStringLiteral("Speed"));
@@ -267,6 +270,11 @@ TEST_F(LiveControlsTest, AUniformsValueIsInTheNextFrame) {
     EXPECT_FLOAT_EQ(FrameValue("Red"), 1.0f);
     ClickRow("Red");
     SetText(kText);
+    EXPECT_FLOAT_EQ(FrameValue("Red"), 0.5f);
+    Editor()->selectAll();
+    Run(kCmdLoadDefines);
+    EXPECT_FLOAT_EQ(FrameValue("Red"), 1.0f) << "the control on screen gives its own value first";
+    SetText(QStringLiteral("uniform float New; // new: [0..1]\n") + kText);
     EXPECT_FLOAT_EQ(FrameValue("Red"), 0.5f);
     if (!App()->display.openGlOk) return;
     Run(kCmdPlay);
