@@ -36,16 +36,21 @@ bool LiveControls::IsImageShown() const {
 }
 
 void LiveControls::RebuildForFile() {
-    if (IsImageShown()) FreeControlOptions(controls_);
-    Rebuild();
-    if (!open_ || tree_.RecordAt(openPath_) || !IsImageShown()) return;
+    const StageDocument& image = app_.project.documents[kStageImage];
+    // A project that is restored may show another stage, a file may have gone into one.
+    if (!image.hasText || (!IsImageShown() && image.text == scanned_)) return;
+    FreeControlOptions(controls_);
+    Read(image);
+    if (!open_ || tree_.RecordAt(openPath_)) return;
     const ScalingPause pause(form_);
     Close();
 }
 
 void LiveControls::Rebuild() {
-    if (!IsImageShown()) return;
-    const StageDocument& image = *app_.project.currentDocument;
+    if (IsImageShown()) Read(*app_.project.currentDocument);
+}
+
+void LiveControls::Read(const StageDocument& image) {
     scanned_ = image.text;
     ScanDefines(controls_, image.text);
     ScanUniforms(controls_, image.text, image.commentMap);

@@ -18,6 +18,7 @@ namespace pixelgrove {
 struct AppState;
 class ControlTree;
 class ControlWidget;
+struct StageDocument;
 
 class LiveControls : public QObject {
     Q_OBJECT
@@ -33,8 +34,8 @@ class LiveControls : public QObject {
 
     // Reads the controls anew and shows them, when Image is on display. The open widget stays as it is.
     void Rebuild();
-    // The same for a text that was loaded in place of the one before. A control that it doesn't have is
-    // closed.
+    // The same for a text that was loaded in place of the one before, also when another stage is on display.
+    // A control that it doesn't have is closed.
     void RebuildForFile();
     // After what may have been an edit: hasControlWords, when a word that could make a control was seen. Does
     // nothing for a text whose controls have been read.
@@ -44,6 +45,7 @@ class LiveControls : public QObject {
 
   private:
     bool IsImageShown() const;
+    void Read(const StageDocument& image);
     // The open control still is what its record describes.
     bool HasOwnRecord() const;
     void Select(UniformControl* record);

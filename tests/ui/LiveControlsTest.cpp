@@ -145,8 +145,12 @@ TEST_F(LiveControlsTest, TheTreeShowsWhatImageDeclares) {
     EXPECT_EQ(Outline(), before);
     SelectStage(App()->project, kStageImage);
     EXPECT_EQ(Outline(), before);
+    SelectStage(App()->project, kStageBufferA);
     ClearProject(App()->project, true);
     EXPECT_EQ(Outline().toStdString(), rows[0].second);
+    RestorePreviousProject(App()->project);
+    EXPECT_EQ(App()->project.currentStage, kStageBufferA);
+    EXPECT_EQ(Outline(), before) << "with the controls of the stage that isn't shown";
 }
 
 TEST_F(LiveControlsTest, RowsHaveTheColoursOfTheirDepth) {
