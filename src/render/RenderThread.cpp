@@ -149,6 +149,7 @@ CompileMessages RenderRun::ReportedFailure() {
 }
 
 RunRequest SnapshotProject(const AppState& app, ControlSet& controls) {
+    PublishControlValues(controls);
     RunRequest request;
     RunningForm form = MakeRunningForm(app.project, controls);
     request.project = std::move(form.project);
@@ -203,7 +204,6 @@ bool ToggleRenderThread(AppState& app, Player& player, const std::function<RunRe
     app.run->fpsTarget = rate;
     app.run->fpsCurrent = rate;
     app.run->timeRequest.Take();
-    PublishControlValues(*Controls());
     auto run = std::make_shared<RenderRun>(app, makeRequest());
     if (configure) configure(*run);
     player.currentRun = run;

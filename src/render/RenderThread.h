@@ -34,8 +34,9 @@ struct RunRequest {
     std::shared_ptr<OutputSurface> surface;  // never null
 };
 
-// What is edited now, in the running form, with what else AppState holds for a run. The controls are scanned
-// and baked as MakeRunningForm does it. The surface and start fields are the caller's. Main thread.
+// What is edited now, in the running form, with what else AppState holds for a run. The controls' values are
+// published for its frames, and baked as MakeRunningForm does it. The surface and start fields are the
+// caller's. Main thread.
 RunRequest SnapshotProject(const AppState& app, ControlSet& controls);
 
 // One frame of a channel's source stage, for the previews in the main window.
@@ -109,9 +110,9 @@ struct RenderRun {
 };
 
 // The press of Play, Stop and restart: with a current run, StopRenderThread; without one, starts one with
-// makeRequest()'s result after storing the clamped rate (10..240) to fpsTarget and fpsCurrent and publishing
-// the control values. configure may finish the run's record before its thread starts. True when a run was
-// started; without a run before, false says that the system gave no thread. Main thread.
+// makeRequest()'s result after storing the clamped rate (10..240) to fpsTarget and fpsCurrent. configure may
+// finish the run's record before its thread starts. True when a run was started; without a run before, false
+// says that the system gave no thread. Main thread.
 bool ToggleRenderThread(AppState& app, Player& player, const std::function<RunRequest()>& makeRequest,
                         uint32_t fpsTarget, const std::function<void(RenderRun&)>& configure = {});
 

@@ -84,7 +84,7 @@ MainWindow::MainWindow(AppState& app, Player& player)
       form_(MakeForm(Client())),
       posted_(this),
       pane_(*form_->statusText),
-      playback_(*form_, app_, player, pane_),
+      playback_(*form_, app_, *Controls(), player, pane_),
       projects_(app_, pane_, MakeUserDialogs(this)),
       recovery_(app_, pane_),
       channelPanel_(*Client(), app_, player, projects_.dialogs, [this](int id) { SendCommand(id); }),

@@ -1,6 +1,7 @@
 #include "ui/MessagePane.h"
 
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTextDocument>
 #include <utility>
 
@@ -30,7 +31,9 @@ const CompileMessage* MessagePane::MessageAt(const QPoint& at) const {
 }
 
 void MessagePane::Add(const QString& text) {
-    if (!text.isEmpty()) view_.appendPlainText(text);
+    if (text.isEmpty()) return;
+    view_.appendPlainText(text);
+    view_.verticalScrollBar()->setValue(view_.verticalScrollBar()->maximum());
 }
 
 QString MessagePane::Text() const {

@@ -23,7 +23,7 @@ class MessagePane {
     void Show(CompileMessages messages, const QString& end);
     // The message that stands at a point of the view's viewport; null where none does.
     const CompileMessage* MessageAt(const QPoint& at) const;
-    // Below what it says already. Nothing for an empty text.
+    // Below what it says already, and in sight. Nothing for an empty text.
     void Add(const QString& text);
     QString Text() const;
 

@@ -8,7 +8,6 @@
 #include "core/PlayTime.h"
 #include "platform/Clock.h"
 #include "project/ProjectModel.h"
-#include "project/ProjectObserver.h"
 #include "render/widgets/OffscreenOutput.h"
 #include "render/widgets/WindowSurface.h"
 #include "ui/MessagePane.h"
@@ -34,8 +33,9 @@ float NumberFromText(const QString& text) {
     return ok && std::isfinite(number) ? number : 0.0f;
 }
 
-Playback::Playback(Ui::EditWindow& form, AppState& app, Player& player, MessagePane& pane)
-    : form_(form), app_(app), player_(player), pane_(pane) {
+Playback::Playback(Ui::EditWindow& form, AppState& app, ControlSet& controls, Player& player,
+                   MessagePane& pane)
+    : form_(form), app_(app), controls_(controls), player_(player), pane_(pane) {
     refresh_.setInterval(kRefreshIntervalMs);
     QObject::connect(&refresh_, &QTimer::timeout, [this] { RefreshDisplays(); });
 }
@@ -82,7 +82,8 @@ void Playback::Play() {
     form_.stageButtons->Refresh();
     const bool onlyClears = player_.currentRun != nullptr;
     ToggleRun();
-    if (onlyClears) pane_.Say(QStringLiteral("Press Play again to compile."));
+    // Below the log, which is still what the user works by.
+    if (onlyClears) pane_.Add(QStringLiteral("Press Play again to compile."));
 }
 
 void Playback::PlayAnew() {
@@ -114,7 +115,7 @@ void Playback::ToggleRun() {
         return;
     }
     auto makeRequest = [&] {
-        RunRequest request = SnapshotProject(app_, *Controls());
+        RunRequest request = SnapshotProject(app_, controls_);
         request.randomizeStart = form_.randomizeCheck->isChecked();
         request.startTime = NumberFromText(form_.startTimeEdit->text());
         request.surface = surface;
@@ -175,7 +176,7 @@ void Playback::OnCompileResult() {
         // Without a compiler's log there is one sentence, which names its stage: shown whatever the editor
         // shows.
         if (const CompileMessages failure = player_.currentRun->ReportedFailure(); !failure.empty())
-            app_.project.observer->ShowMessages(failure, QString());
+            pane_.Show(failure, QString());
         app_.run->recordingActive = 0;
         failed_ = player_.currentRun;
         RestartFailedRun();

@@ -27,7 +27,7 @@ enum class ButtonState { Idle = 0, Running = 1, Paused = 2 };
 class Playback {
   public:
     // What is handed in outlives this object.
-    Playback(Ui::EditWindow& form, AppState& app, Player& player, MessagePane& pane);
+    Playback(Ui::EditWindow& form, AppState& app, ControlSet& controls, Player& player, MessagePane& pane);
 
     // Finishes the record of each new run before its thread starts; may be empty.
     std::function<void(RenderRun&)> prepareRun;
@@ -79,6 +79,7 @@ class Playback {
 
     Ui::EditWindow& form_;
     AppState& app_;
+    ControlSet& controls_;
     Player& player_;
     MessagePane& pane_;
     QTimer refresh_;
