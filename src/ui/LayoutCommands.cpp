@@ -31,7 +31,11 @@ FileQuestion LayoutQuestion(const QString& caption) {
 }  // namespace
 
 void LayoutCommands::Apply() {
-    windows_.ApplyLayout(openWindow_);
+    windows_.ApplyLayout(openLater_);
+}
+
+void LayoutCommands::OpenMissing() {
+    windows_.OpenMissing();
 }
 
 void LayoutCommands::Load() {
@@ -81,6 +85,7 @@ QStringList LayoutCommands::Names() const {
 void RegisterLayoutCommands(CommandRegistry& commands, AppState& app, LayoutCommands& layouts,
                             std::function<QString(int commandId)> nameOf,
                             std::function<void()> namesChanged) {
+    commands.Add(kCmdOpenWindows, [&layouts] { layouts.OpenMissing(); });
     commands.Add(kCmdLoadLayout, [&layouts] { layouts.Load(); });
     commands.Add(kCmdSaveLayout, [&layouts, namesChanged = std::move(namesChanged)] {
         layouts.Save();

@@ -19,14 +19,15 @@ struct AppState;
 
 class LayoutCommands {
   public:
-    // What is handed in by reference outlives this object. openWindow is asked to run the command of a window
-    // to open.
-    LayoutCommands(const UserDialogs& dialogs, MessagePane& pane, const WindowTable& windows,
-                   std::function<void(int commandId)> openWindow)
-        : dialogs_(dialogs), pane_(pane), windows_(windows), openWindow_(std::move(openWindow)) {}
+    // What is handed in by reference outlives this object. openLater is to post kCmdOpenWindows.
+    LayoutCommands(const UserDialogs& dialogs, MessagePane& pane, WindowTable& windows,
+                   std::function<void()> openLater)
+        : dialogs_(dialogs), pane_(pane), windows_(windows), openLater_(std::move(openLater)) {}
 
     // Brings the windows in line with the registry.
     void Apply();
+    // What Apply has left for later; nothing for a window that is there by then.
+    void OpenMissing();
 
     void Load();
     // The new file stands in Names from then on.
@@ -43,8 +44,8 @@ class LayoutCommands {
 
     const UserDialogs& dialogs_;
     MessagePane& pane_;
-    const WindowTable& windows_;
-    std::function<void(int commandId)> openWindow_;
+    WindowTable& windows_;
+    std::function<void()> openLater_;
 };
 
 // The commands of layouts, of locked windows and of snapping. All of them outlive the registry. nameOf says

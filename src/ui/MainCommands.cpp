@@ -34,6 +34,7 @@ void MainWindow::RegisterCommands() {
     RegisterLayoutCommands(
         commands_, app_, layouts_, [this](int id) { return menus_->LayoutName(id); },
         [this] { RefreshLayoutMenu(); });
+    // In the order in which a layout opens them.
     AddOutputWindow(*windows_, commands_, app_, player_, *this, playback_);
     AddBrowserWindow(*windows_, commands_, app_.recent, *this, projects_, pane_);
 }

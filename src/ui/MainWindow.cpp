@@ -88,7 +88,7 @@ MainWindow::MainWindow(AppState& app, Player& player)
       projects_(app_, pane_, MakeUserDialogs(this)),
       recovery_(app_, pane_),
       channelPanel_(*Client(), app_, player, projects_.dialogs, [this](int id) { SendCommand(id); }),
-      layouts_(projects_.dialogs, pane_, *windows_, [this](int id) { PostCommand(id, 0); }),
+      layouts_(projects_.dialogs, pane_, *windows_, [this] { PostCommand(kCmdOpenWindows, 0); }),
       find_(*form_->editor, projects_.dialogs),
       controls_(*form_->treeView, *form_->controlArea, *form_->controlHint, *Client(), app_, *Controls()) {
     app_.host = this;

@@ -1,7 +1,6 @@
 #include "windows/widgets/WindowTable.h"
 
 #include <QStringList>
-#include <algorithm>
 #include <utility>
 
 #include "commands/CommandRegistry.h"
@@ -18,17 +17,19 @@ WindowTable::~WindowTable() {
 
 void WindowTable::Add(WindowTableRow row, CommandRegistry& commands) {
     const bool isNew = commands.AddToggle(
-        row.commandId, [this, index = rows_.size()] { Toggle(index); },
+        row.commandId, [this, index = rows_.size()] { Toggle(rows_[index]); },
         [name = row.name] { return Windows().Find(name) != nullptr; });
     if (isNew) rows_.push_back(std::move(row));
 }
 
-void WindowTable::Toggle(size_t index) {
-    const WindowTableRow& row = rows_[index];
-    if (FrameWindow* window = Windows().Find(row.name)) {
+void WindowTable::Toggle(const WindowTableRow& row) {
+    if (FrameWindow* window = Windows().Find(row.name))
         window->close();
-        return;
-    }
+    else
+        Open(row);
+}
+
+void WindowTable::Open(const WindowTableRow& row) {
     FrameWindow* window = row.make();
     QObject::connect(window, &FrameWindow::Closed, window, [this] {
         if (onChange) onChange();
@@ -42,14 +43,22 @@ void WindowTable::CloseAll() {
         if (FrameWindow* window = Windows().Find(row.name)) window->close();
 }
 
-void WindowTable::ApplyLayout(const std::function<void(int commandId)>& openWindow) const {
+void WindowTable::ApplyLayout(const std::function<void()>& openLater) const {
     QStringList names{QString::fromUtf16(kEditWin)};
     for (const WindowTableRow& row : rows_)
         names.append(row.name);
-    Windows().ApplyLayout(names, [this, &openWindow](const QString& name) {
-        const auto row = std::ranges::find(rows_, name, &WindowTableRow::name);
-        if (row != rows_.end()) openWindow(row->commandId);
+    bool isOneMissing = false;
+    Windows().ApplyLayout(names, [&isOneMissing](const QString& name) {
+        if (name != QStringView(kEditWin)) isOneMissing = true;
     });
+    if (isOneMissing) openLater();
+}
+
+void WindowTable::OpenMissing() {
+    for (const WindowTableRow& row : rows_) {
+        const WindowRecord* stored = FindWindowRow(Windows().Layout().windows, row.name);
+        if (stored && stored->open && !Windows().Find(row.name)) Open(row);
+    }
 }
 
 }  // namespace pixelgrove

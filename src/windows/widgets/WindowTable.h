@@ -40,12 +40,16 @@ class WindowTable {
     // Closes what is open, as the user does.
     void CloseAll();
 
-    // Brings all windows, the main one first, in line with the rows of the layout; openWindow gets the
-    // commands of those to open. The rows of windows that the program lacks stay as they are.
-    void ApplyLayout(const std::function<void(int commandId)>& openWindow) const;
+    // Brings all windows, the main one first, in line with the rows of the layout. When some are to be opened
+    // calls openLater, after which OpenMissing is due. The rows of windows that the program lacks stay as
+    // they are.
+    void ApplyLayout(const std::function<void()>& openLater) const;
+    // Opens the windows that the layout has open and that aren't there, in the order of the calls of Add.
+    void OpenMissing();
 
   private:
-    void Toggle(size_t index);
+    void Open(const WindowTableRow& row);
+    void Toggle(const WindowTableRow& row);
 
     std::vector<WindowTableRow> rows_;
 };
