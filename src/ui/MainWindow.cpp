@@ -5,6 +5,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSplitter>
+#include <utility>
 
 #include "commands/Commands.h"
 #include "core/AppState.h"
@@ -363,17 +364,20 @@ void MainWindow::dropEvent(QDropEvent* event) {
 
 // On the form beside its controls; those that have no use for a press let it through to here.
 void MainWindow::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) pressedOnForm_ = Client()->geometry().contains(event->pos());
     if (event->button() == Qt::RightButton && childAt(event->pos()) == Client())
         PopUpEditorMenu(event->globalPosition().toPoint());
     FrameWindow::mousePressEvent(event);
 }
 
-// A press in this window that is let go over the picture samples another moment, as a click on it does.
+// A press on the form that is let go over the picture samples another moment, as a click on it does. The end
+// of a drag by the frame doesn't.
 void MainWindow::mouseReleaseEvent(QMouseEvent* event) {
     FrameWindow::mouseReleaseEvent(event);
     const FrameWindow* output = Windows().Find(kOutputWin);
     RunControls& run = *app_.run;
-    if (event->button() != Qt::LeftButton || !output || run.hasContext == 0) return;
+    if (event->button() != Qt::LeftButton || !std::exchange(pressedOnForm_, false)) return;
+    if (!output || output->isMinimized() || run.hasContext == 0) return;
     const QPoint at = output->Client()->mapFromGlobal(event->globalPosition().toPoint());
     if (output->Client()->rect().contains(at)) run.timeRequest.Ask({RandomStartTime()});
 }

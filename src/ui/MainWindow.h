@@ -124,7 +124,8 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     FindReplace find_;
     LiveControls controls_;
     std::unique_ptr<Menus> menus_;
-    bool closesLater_ = false;  // asked to while a load was under way
+    bool closesLater_ = false;    // asked to while a load was under way
+    bool pressedOnForm_ = false;  // the left button, not let go since
 };
 
 }  // namespace pixelgrove

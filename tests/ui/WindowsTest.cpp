@@ -58,6 +58,19 @@ TEST_F(WindowsTest, TheFirstStartSharesTheScreen) {
     EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(WindowsTest, APressOnTheFormLetGoOverThePictureJumpsInTime) {
+    Run(kCmdAnimationWindow);
+    App()->run->hasContext = 1;
+    const QWidget& picture = *OutputFrame()->Client();
+    const QPoint over = picture.mapToGlobal(picture.rect().center());
+    for (const auto& [from, jumps] : {std::pair(QPoint(40, 12), false), {QPoint(40, 200), true}}) {
+        QTest::mousePress(window.get(), Qt::LeftButton, {}, from);
+        QTest::mouseRelease(window.get(), Qt::LeftButton, {}, window->mapFromGlobal(over));
+        EXPECT_EQ(App()->run->timeRequest.Take().has_value(), jumps)
+            << from.y() << ": the caption is no form";
+    }
+}
+
 TEST_F(WindowsTest, LayoutsAreSavedListedAndLoaded) {
     ShowLayout();
     const EdgeRect before = window->FrameRect(), outputBefore = Output().FrameRect();

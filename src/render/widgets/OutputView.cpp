@@ -61,8 +61,10 @@ void OutputView::UpdateClientSize() {
 }
 
 void OutputView::exposeEvent(QExposeEvent*) {
-    surface_->SetExposed(isExposed());
-    if (!isExposed()) return;
+    // One that was under way when the view was let go comes too, and nobody is asked anything then.
+    const bool isShown = isExposed() && !surface_->IsClosed();
+    surface_->SetExposed(isShown);
+    if (!isShown) return;
     // The window may have come to a screen of another pixel ratio.
     UpdateClientSize();
     // A run that started elsewhere, or failed to compile, never fills this window.

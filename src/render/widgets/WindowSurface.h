@@ -53,6 +53,7 @@ class WindowSurface : public OutputSurface {
     // The window goes. In use, the surface keeps its last size for the run; otherwise it is retired: client
     // size 0 by 0, no events, no new contexts from now on.
     void Close();
+    bool IsClosed() const { return closed_; }
     // The native window of a closed surface that is not retired, which is open again from now on; else null.
     QWindow* Reopen();
 
