@@ -19,6 +19,13 @@ bool PointsAt(const CompileMessages& messages, const Candidate& candidate) {
     });
 }
 
+// A name that the messages speak of came from this line. Numbers may come from anywhere.
+bool IsSpokenOf(const CompileMessages& messages, const QString& value) {
+    if (value.isEmpty() || !value[0].isLetter()) return false;
+    return std::ranges::any_of(messages,
+                               [&](const CompileMessage& message) { return message.text.contains(value); });
+}
+
 }  // namespace
 
 std::optional<CompileMessage> BakedNote(uint32_t stage, const BakedStages& baked,
@@ -28,9 +35,15 @@ std::optional<CompileMessage> BakedNote(uint32_t stage, const BakedStages& baked
         for (const BakedLine& line : baked[id])
             candidates.push_back({id, &line});
     if (candidates.empty()) return std::nullopt;
-    const auto named = std::ranges::find_if(candidates, [&](const Candidate& candidate) {
+    auto named = std::ranges::find_if(candidates, [&](const Candidate& candidate) {
         return PointsAt(errors[stage], candidate) || PointsAt(errors[kStageCommon], candidate);
     });
+    if (named == candidates.end()) {
+        named = std::ranges::find_if(candidates, [&](const Candidate& candidate) {
+            const QString& value = candidate.line->value;
+            return IsSpokenOf(errors[stage], value) || IsSpokenOf(errors[kStageCommon], value);
+        });
+    }
     const Candidate& shown = named == candidates.end() ? candidates.front() : *named;
     const QString place = StageName(shown.stage);
     QString text = QStringLiteral("%1(%2): note: the control %3 put its value in place of %4")

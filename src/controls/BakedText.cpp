@@ -78,7 +78,7 @@ BakedText BakeDefines(ControlSet& controls, const QString& stageText) {
         const QStringView between = source.sliced(done, begin - done);
         line += int(std::count_if(between.begin(), between.end(), EndsLine));
         text.append(between).append(BakedLineText(old, *at, *value));
-        baked.lines.push_back({line, control.displayName, old.toString()});
+        baked.lines.push_back({line, control.displayName, old.toString(), *value});
         done = begin + old.size();
     }
     text.append(source.sliced(done));

@@ -16,6 +16,7 @@ struct BakedLine {
     int line = 0;     // from 1
     QString control;  // the record's display name
     QString source;   // the line as the user wrote it, from the keyword on
+    QString value;
 };
 
 using BakedStages = std::array<std::vector<BakedLine>, kStageCount>;

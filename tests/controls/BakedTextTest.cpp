@@ -70,21 +70,24 @@ TEST(BakedText, AValueOutlivesTheScanWhereItsLabelDoes) {
 
 TEST(BakedText, AFailedStageNamesTheLineThatItsMessagesPointAt) {
     BakedStages baked;
-    baked[kStageImage] = {{4, QStringLiteral("width "), QStringLiteral("#define W 1 // width [0.0..1.0]")},
-                          {9, QStringLiteral("n"), QStringLiteral("#define N 1 // n [0..1]")}};
-    baked[kStageCommon] = {{2, QStringLiteral("c"), QStringLiteral("#define C 1 // c [0..1]")}};
+    baked[kStageImage] = {
+        {4, QStringLiteral("width "), QStringLiteral("#define W 1 // width [0.0..1.0]"), {}},
+        {9, QStringLiteral("n"), QStringLiteral("#define N 1 // n [p, q]"), QStringLiteral("oops")}};
+    baked[kStageCommon] = {{2, QStringLiteral("c"), QStringLiteral("#define C 1 // c [0..1]"), {}}};
     const struct {
         uint32_t stage;
         const char* place;
         int line;
         const char* named;
+        const char* text = "";
     } rows[] = {{kStageImage, "Image", 9, "Image(9): note: the control \"n\" "},
                 {kStageImage, "Common", 2, "Common(2): note: the control \"c\" "},
                 {kStageImage, "Common", 9, "Image(4): note: the control \"width \" "},
+                {kStageImage, "Image", 7, "Image(9): note: the control \"n\" ", "`oops' undeclared"},
                 {kStageBufferA, "Buffer A", 9, "Common(2): note: the control \"c\" "}};
     for (const auto& row : rows) {
         std::array<CompileMessages, kStageCount> errors;
-        errors[row.stage] = {{QString::fromLatin1(row.place), row.line, {}}};
+        errors[row.stage] = {{QString::fromLatin1(row.place), row.line, QString::fromLatin1(row.text)}};
         const auto note = BakedNote(row.stage, baked, errors);
         ASSERT_TRUE(note);
         EXPECT_TRUE(note->text.startsWith(QLatin1String(row.named))) << note->text.toStdString();
