@@ -211,7 +211,8 @@ bool WindowRegistry::IsPlainDrag(const FrameWindow& window, FrameZone zone, bool
 
 void WindowRegistry::LeaveDragToManager(FrameWindow& window, FrameZone zone) {
     ledByManager_ = &window;
-    snapsAtEnd_ = zone == FrameZone::Caption;
+    zone_ = zone;
+    lastProposal_.reset();
 }
 
 // False when the group doesn't act. A window that the manager leads is where the manager put it.
@@ -240,18 +241,22 @@ void WindowRegistry::DragTo(FrameWindow& window, FrameZone zone, const EdgeRect&
     ledByManager_ = nullptr;
     lastProposal_.reset();
     if (MoveGroup(window, proposed, leftShift)) return;
+    zone_ = zone;
+    lastProposal_ = proposed;
     EdgeRect rect = proposed;
-    if (zone == FrameZone::Caption) {
-        lastProposal_ = proposed;
+    if (zone == FrameZone::Caption)
         rect = SnapMoveStep(snap_, proposed, SnapTargets(window)).value_or(proposed);
-    }
     window.SetFrameRect(rect);
 }
 
 void WindowRegistry::EndDrag(FrameWindow& window) {
-    // The last step need not have been one of those that are snapped.
-    if (snap_.active && lastProposal_)
-        window.SetFrameRect(SnapRect(*lastProposal_, SnapTargets(window), snap_.distance));
+    // The last step need not have been one of those that are snapped, and a late report of a place that was
+    // only passed may stand for the window's.
+    if (snap_.active && lastProposal_) {
+        window.SetFrameRect(zone_ == FrameZone::Caption
+                                ? SnapRect(*lastProposal_, SnapTargets(window), snap_.distance)
+                                : *lastProposal_);
+    }
     pixelgrove::EndDrag(drag_, snap_);
     ledByManager_ = nullptr;
     ReadPlacements();
@@ -276,7 +281,8 @@ void WindowRegistry::NoteMoved(FrameWindow& window) {
     if (drag_.inProgress) {
         if (&window != ledByManager_) return;
         const bool alone = !MoveGroup(window, window.FrameRect(), IsLeftShiftDown());
-        lastProposal_ = snapsAtEnd_ && alone ? std::optional(window.FrameRect()) : std::nullopt;
+        lastProposal_ =
+            zone_ == FrameZone::Caption && alone ? std::optional(window.FrameRect()) : std::nullopt;
         return;
     }
     WindowRecord* row = RowOf(window);

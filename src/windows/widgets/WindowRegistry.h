@@ -89,9 +89,9 @@ class WindowRegistry {
     QHash<QString, QPointer<FrameWindow>> named_;
     SnapState snap_;
     WindowDrag drag_;
-    bool snapsAtEnd_ = false;                    // where the manager leads by the caption
+    FrameZone zone_ = FrameZone::Outside;        // of the last proposal
     const FrameWindow* ledByManager_ = nullptr;  // in the drag in progress
-    std::optional<EdgeRect> lastProposal_;       // of a caption drag, as long as the window goes alone
+    std::optional<EdgeRect> lastProposal_;       // as long as the window goes alone
     bool alignmentDue_ = false;  // once all windows are where they were asked to go, or refused to
     bool openStatesFrozen_ = false;
 };
