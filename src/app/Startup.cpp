@@ -4,11 +4,13 @@
 
 #include <QFileInfo>
 #include <cstdio>
+#include <memory>
 #include <new>
 #include <string>
 #include <utility>
 
 #include "audio/AudioParameters.h"
+#include "capture/AudioCapture.h"
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
 #include "core/SeedData.h"
@@ -52,6 +54,7 @@ std::unique_ptr<SharedMemory> OpenSharedPalette() {
 }
 
 void ShutDown(AppState& app, Settings& settings) {
+    StopAudioCapture();
     SaveWorkbenchSettings(settings);
     FreeDocuments(app.project);
     Windows().Clear();
@@ -75,11 +78,13 @@ int ApplicationMain(const FolderChoice& folders,
     MakeDataFolders();
     RecorderSettings recorder;
     RecorderTable keyCombos;
-    AudioParameters audio;
+    const auto audio = std::make_shared<AudioParameters>();
     UiColours colours;
+    // The program runs as well without sound.
+    StartAudioCapture(audio);
     Windows().RegisterDefaultWindows();
     AllocateRecentLists(app);
-    Settings settings({app, recorder, keyCombos, audio, Windows().Layout(), colours});
+    Settings settings({app, recorder, keyCombos, *audio, Windows().Layout(), colours});
     LoadWorkbenchSettings(settings);
     app.palette.shared = OpenSharedPalette();
     if (!app.palette.shared) return kExitNoSharedMemory;

@@ -1,6 +1,6 @@
 // How the spectrum is made of the sound, as the user set it.
 //
-// Main writes, the audio thread reads.
+// Main writes, the audio thread reads and holds it by shared pointer, as it may outlive a stuck shut-down.
 #pragma once
 
 #include <atomic>

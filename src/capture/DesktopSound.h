@@ -1,0 +1,61 @@
+// DesktopSound: what the machine is playing, as frames of the default output device in that device's own
+// form.
+//
+// By the PulseAudio client library, which PipeWire serves as well. The output is chosen once: neither another
+// default nor a server that comes back is followed. While nothing plays and the device sleeps, no frames
+// come. Listen is called once, by any thread; Stop by any other.
+#pragma once
+
+#include <pulse/pulseaudio.h>
+
+#include <atomic>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <span>
+
+#include "audio/SoundFrames.h"
+
+namespace pixelgrove {
+
+class DesktopSound {
+  public:
+    using TakeFunction = std::function<void(const SoundFormat&, std::span<const std::byte>)>;
+
+    // take gets whole frames, on the thread that listens.
+    explicit DesktopSound(TakeFunction take);
+    DesktopSound(const DesktopSound&) = delete;
+    DesktopSound& operator=(const DesktopSound&) = delete;
+
+    // Returns after Stop, and without a message when there is no server or no output, or once they are gone.
+    void Listen();
+    // Counts for good. Doesn't wait.
+    void Stop();
+
+  private:
+    template <auto Free>
+    struct Freer {
+        template <typename T>
+        void operator()(T* object) const {
+            Free(object);
+        }
+    };
+    static void EndContext(pa_context* context);
+    static void EndStream(pa_stream* stream);
+
+    void OnContextState();
+    void OnOutput(const pa_sink_info* output);
+    void OnStreamState();
+    void TakePackets();
+
+    const TakeFunction take_;
+    std::atomic<bool> isStopped_{false};
+    const std::unique_ptr<pa_mainloop, Freer<pa_mainloop_free>> loop_;
+    // The listening thread's.
+    std::unique_ptr<pa_context, Freer<EndContext>> context_;
+    std::unique_ptr<pa_stream, Freer<EndStream>> stream_;
+    SoundFormat format_;
+    bool isOver_ = false;
+};
+
+}  // namespace pixelgrove
