@@ -87,7 +87,10 @@ int ApplicationMain(const FolderChoice& folders,
     Settings settings({app, recorder, keyCombos, *audio, Windows().Layout(), colours});
     LoadWorkbenchSettings(settings);
     app.palette.shared = OpenSharedPalette();
-    if (!app.palette.shared) return kExitNoSharedMemory;
+    if (!app.palette.shared) {
+        StopAudioCapture();
+        return kExitNoSharedMemory;
+    }
     runMainWindow({app, settings, colours});
     ShutDown(app, settings);
     return 0;
