@@ -70,7 +70,8 @@ void TakeRange(UniformControl& control, const Bounds& bounds, QStringView label)
     control.kind = 0;
     control.type = bounds.isFloat ? kControlFloat : kControlInt;
     const QString name = label.left(kMaxControlName).toString();
-    if (control.range.name == name) return;
+    // A record that was never filled has no name either, and nothing to keep for a line without a label.
+    if (control.range.name == name && control.range.layoutRows != 0) return;
     InitialiseRange(control.range, false, bounds.isFloat, name, bounds.minimum, bounds.maximum,
                     bounds.defaultValue);
 }

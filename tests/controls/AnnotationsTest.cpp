@@ -116,6 +116,7 @@ constexpr struct {
     {"#define A 1 // 100%s [0..2]", "Defines!100%s |int 0..2=1|A 1"},
     {"  int i; #DeFiNe A 1 // a // b [0..2]", "Defines!a // b |int 0..2=1|A 1"},
     {"#define F(a, b) a // f [0..2]", "Defines!f |int 0..2=1|F(a, b)"},
+    {"#define N 8 // t [1..32]", "Defines!|int 1..32=16|N 8"},
     {"#define FAST // speed [SLOW, @FAST]", "Defines!speed |list SLOW,FAST=1|FAST "},
     {"#define A//a[0..2]\n\n \vB 7", "Defines!a|int 0..2=1|A//a[0..2] B"},
     {"#define A 1 // a [0..2]\n#define//b[0..1]", "Defines!a |int 0..2=1|A 1"},
