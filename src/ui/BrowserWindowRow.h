@@ -1,6 +1,8 @@
 // The shader browser's row in the table of windows, and its commands. Main thread.
 #pragma once
 
+#include <QString>
+
 namespace pixelgrove {
 
 class CommandRegistry;
