@@ -96,13 +96,12 @@ bool Unpack(const JsonArray& ids, SearchContext& context, const SearchProgress& 
 
 bool SearchService(SearchContext& context, const ShaderService& service, const SearchProgress& progress) {
     progress(0.0f);
-    const CachedAnswer answer = CachedFetch(service, SearchItem(service.address, context.text));
+    const ServiceItem item = SearchItem(service.address, context.text);
+    const CachedAnswer answer = CachedFetch(service, item);
     if (!answer.problem.isEmpty()) return Fail(context, SearchError::NoAnswer, answer.problem, progress);
     progress(0.5f);
     const std::optional<QByteArrayView> json = CheckJsonText(answer.bytes);
-    if (!json)
-        return Fail(context, SearchError::NoJson, QStringLiteral("the answer of the service is no JSON text"),
-                    progress);
+    if (!json) return Fail(context, SearchError::NoJson, RefusalIn(answer.bytes, item.path), progress);
     const std::optional<JsonObject> object = JsonObject::Parse(FromCodePage(*json));
     if (!object) return false;
     if (!object->HasKey(u"Results")) return Fail(context, SearchError::None, {}, progress);

@@ -52,15 +52,6 @@ CachedAnswer FetchAndStore(const ShaderService& service, const ServiceItem& item
     return {std::move(fetched.body), {}};
 }
 
-// What is wrong with an answer that is no JSON to work with: a clause for the user.
-QString RefusalIn(const QByteArray& answer, const QString& path) {
-    const QString kept = QStringLiteral("; that answer is kept in %1").arg(InQuotes(path));
-    const std::optional<JsonObject> object = JsonObject::Parse(FromCodePage(answer));
-    const std::optional<QString> error = object ? object->GetNamedString(u"Error") : std::nullopt;
-    if (error) return QStringLiteral("the service answers %1").arg(InQuotes(*error)) + kept;
-    return QStringLiteral("the answer of the service is no JSON text") + kept;
-}
-
 // True where asking again leads to the same end.
 bool IsDeadEnd(FetchFailure failure) {
     switch (failure) {
@@ -125,6 +116,14 @@ CachedAnswer CachedFetch(const ShaderService& service, const ServiceItem& item) 
     if (!bytes)
         return Problem(QStringLiteral("%1 can't be read: %2").arg(InQuotes(item.path), failure.reason));
     return {std::move(*bytes), {}};
+}
+
+QString RefusalIn(const QByteArray& answer, const QString& path) {
+    const QString kept = QStringLiteral("; that answer is kept in %1").arg(InQuotes(path));
+    const std::optional<JsonObject> object = JsonObject::Parse(FromCodePage(answer));
+    const std::optional<QString> error = object ? object->GetNamedString(u"Error") : std::nullopt;
+    if (error) return QStringLiteral("the service answers %1").arg(InQuotes(*error)) + kept;
+    return QStringLiteral("the answer of the service is no JSON text") + kept;
 }
 
 ProjectFileResult LoadProjectFromService(const ShaderService& service, const QString& idOrPath,

@@ -44,6 +44,9 @@ struct CachedAnswer {
 
 CachedAnswer CachedFetch(const ShaderService& service, const ServiceItem& item);
 
+// What is wrong with an answer, kept in path, that is no JSON to work with: a clause for the user.
+QString RefusalIn(const QByteArray& answer, const QString& path);
+
 // Loads the file of that name, or the shader with that id when there is none and it is an id (IsShaderId).
 // Channels get their media through the service too; after a fetch that found no way to it the load asks for
 // no more. The result is LoadProjectFile's; its message says what failed, and the project then stays as it

@@ -175,6 +175,10 @@ TEST_F(ShaderSearchTest, TheServiceNamesShadersOrSaysNothing) {
         EXPECT_EQ(reports_.front(), 0.0f);
         EXPECT_EQ(reports_.back() == kSearchEnded, row.isEndReported) << row.answer;
     }
+    SearchContext refused = Query();
+    Run(refused, "{\"Error\":\"no\"}");
+    EXPECT_TRUE(
+        refused.problem.startsWith(QStringLiteral("the service answers \"no\"; that answer is kept in \"")));
     SearchContext broken = Query();
     EXPECT_FALSE(Run(broken, "{\"Results\":[\"abc\",7,\"x\"]}"));
     EXPECT_EQ(IdsOf(broken), (QStringList{Text("abc"), QString(), QString()}));
