@@ -55,6 +55,12 @@ TEST_F(BackgroundFetchTest, GivesTheAnswerAndItsBytes) {
 
 // In these the server never answers: only what happens in an event can end the fetch.
 
+TEST_F(BackgroundFetchTest, OneThatBringsNothingIsToldToo) {
+    const FetchResult result =
+        fetch_.Fetch(service_.Http("/hang/hello"), [&](const QString&, qint64) { fetch_.Stop(); });
+    EXPECT_EQ(result.failure, FetchFailure::Stopped) << qPrintable(result.reason);
+}
+
 TEST_F(BackgroundFetchTest, WindowsArePaintedMeanwhile) {
     Watched window;
     Show(window);

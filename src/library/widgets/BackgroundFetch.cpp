@@ -60,7 +60,7 @@ class News : public QObject {
 
     QEventLoop& loop_;
     std::function<void(qint64)> tell_;
-    qint64 told_ = 0;
+    qint64 told_ = -1;
     std::atomic<qint64> bytes_ = 0;
     std::atomic<bool> isDone_ = false;
     std::atomic<bool> isPosted_ = false;

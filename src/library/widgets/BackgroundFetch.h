@@ -20,7 +20,8 @@ class BackgroundFetch {
   public:
     explicit BackgroundFetch(const FetchLimits& limits = {}) : client_(limits) {}
 
-    // Called now and then with the bytes of the answer so far, last of all with their full number.
+    // Called now and then with the bytes of the answer so far, first with 0, last of all with their full
+    // number.
     using Progress = std::function<void(const QString& url, qint64 bytes)>;
 
     // As WebClient::Fetch. At once Stopped when called from an event that came during another, which goes on,
