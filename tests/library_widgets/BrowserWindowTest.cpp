@@ -70,7 +70,11 @@ class BrowserWindowTest : public DisplayTest {
         const QString base = server_->Http() + u'/' + QLatin1String(mode);
         browser_ = std::make_unique<BrowserWindow>(
             ChooseService(base, {}), memory_, &recent_,
-            BrowserRoads{.load = [this](const QString& id) { told_ += "load " + id.toStdString() + ";"; },
+            BrowserRoads{.load =
+                             [this](const QString& id) {
+                                 told_ += "load " + id.toStdString() + ";";
+                                 if (closesInLoad_) browser_.reset();
+                             },
                          .runCommand = [this](int id) { told_ += "run " + std::to_string(id) + ";"; },
                          .say = [this](const QString& text) { told_ += "say " + text.toStdString() + ";"; }});
         browser_->setAttribute(Qt::WA_DeleteOnClose, false);
@@ -134,6 +138,7 @@ class BrowserWindowTest : public DisplayTest {
     StringList recent_;
     QString chosen_;
     std::string told_;
+    bool closesInLoad_ = false;
     std::unique_ptr<BrowserWindow> browser_;
 };
 
@@ -220,12 +225,18 @@ TEST_F(BrowserWindowTest, ADoubleClickLoadsAndAutoRunRestarts) {
     const auto doubleClick = [this](const QPoint& at) {
         QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, at);
         QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, at);
+        EXPECT_EQ(Told(), "");  // not from within the list
+        QCoreApplication::sendPostedEvents(browser_.get());
     };
     doubleClick(At(1));
     EXPECT_EQ(Told(), "load Sh01;");
     Control<QCheckBox>("autoRunCheck")->setChecked(true);
     doubleClick(At(2));
     EXPECT_EQ(Told(), "load Sh02;run " + std::to_string(kCmdRestart) + ";");
+    closesInLoad_ = true;
+    doubleClick(At(3));
+    EXPECT_EQ(Told(), "load Sh03;");
+    Open();
     Search("none");
     doubleClick({20, 20});
     EXPECT_EQ(Told(), "");

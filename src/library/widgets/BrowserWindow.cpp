@@ -226,10 +226,14 @@ void BrowserWindow::EndDetails() {
 
 void BrowserWindow::LoadRow(const QModelIndex& index) {
     if (!index.isValid()) return;
-    const QPointer<BrowserWindow> self(this);
-    roads_.load(context_.results[model_.PlaceOf(index.row())].id);
-    // It may have been closed meanwhile.
-    if (self && form_->autoRunCheck->isChecked()) roads_.runCommand(kCmdRestart);
+    // Posted: a load runs an event loop, in which the window may be closed, and the list goes on after this.
+    const auto load = [this, id = context_.results[model_.PlaceOf(index.row())].id] {
+        const QPointer<BrowserWindow> self(this);
+        const auto road = roads_.load;
+        road(id);
+        if (self && form_->autoRunCheck->isChecked()) roads_.runCommand(kCmdRestart);
+    };
+    QMetaObject::invokeMethod(this, load, Qt::QueuedConnection);
 }
 
 void BrowserWindow::RemoveSelected() {
