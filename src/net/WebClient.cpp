@@ -2,6 +2,7 @@
 
 #include <curl/curl.h>
 
+#include <QByteArrayView>
 #include <QUrl>
 #include <algorithm>
 #include <array>
@@ -10,6 +11,7 @@
 #include <optional>
 #include <utility>
 
+#include "net/GzipReader.h"
 #include "platform/TextScan.h"
 
 namespace pixelgrove {
@@ -124,7 +126,10 @@ class WebClient::Transfer {
     void Fail(FetchFailure failure) { failure_ = failure; }
     bool HasFailed() const { return failure_ != FetchFailure::None; }
 
+    void NoteHeader(QByteArrayView line);
     size_t TakeBody(const char* bytes, size_t count);
+    bool Append(const char* bytes, size_t count);
+    bool IsWhole() const { return !gzip_ || gzip_->IsAtEnd(); }
     bool Tell(qint64 bytes);
     bool AllowRequest();
     void NoteBytes(curl_off_t received);
@@ -134,6 +139,7 @@ class WebClient::Transfer {
     const std::stop_token& stop_;
     const Progress& progress_;
     QByteArray body_;
+    std::unique_ptr<GzipReader> gzip_;  // of an answer that comes so
     FetchFailure failure_ = FetchFailure::None;
     std::array<char, CURL_ERROR_SIZE> error_{};
 
@@ -157,7 +163,9 @@ bool WebClient::Transfer::SetOptions(const QByteArray& url) {
     set(CURLOPT_FOLLOWLOCATION, 1L);
     set(CURLOPT_MAXREDIRS, kMaxRedirects);
     set(CURLOPT_USERAGENT, kUserAgent);
-    set(CURLOPT_ACCEPT_ENCODING, "");  // all that the library can decode
+    // Decoded here: the library takes a stream that breaks off for a whole one.
+    set(CURLOPT_ACCEPT_ENCODING, "gzip");
+    set(CURLOPT_HTTP_CONTENT_DECODING, 0L);
     set(CURLOPT_CONNECTTIMEOUT_MS, long(limits_.connect.count()));
     set(CURLOPT_NOSIGNAL, 1L);
     set(CURLOPT_QUICK_EXIT, 1L);  // doesn't wait for a thread that looks up a host
@@ -173,8 +181,8 @@ bool WebClient::Transfer::SetOptions(const QByteArray& url) {
         });
     set(CURLOPT_HEADERDATA, this);
     set(
-        CURLOPT_HEADERFUNCTION, +[](char*, size_t, size_t count, void* self) {
-            static_cast<Transfer*>(self)->silentSince_ = Clock::now();
+        CURLOPT_HEADERFUNCTION, +[](char* bytes, size_t, size_t count, void* self) {
+            static_cast<Transfer*>(self)->NoteHeader({bytes, qsizetype(count)});
             return count;
         });
     set(CURLOPT_PREREQDATA, this);
@@ -192,18 +200,40 @@ bool WebClient::Transfer::SetOptions(const QByteArray& url) {
     return isGood;
 }
 
+// Of each answer on the way: a redirect has headers as well.
+void WebClient::Transfer::NoteHeader(QByteArrayView line) {
+    silentSince_ = Clock::now();
+    if (line.startsWith("HTTP/")) gzip_.reset();
+    const qsizetype colon = line.indexOf(':');
+    if (colon < 0 || line.first(colon).compare("Content-Encoding", Qt::CaseInsensitive) != 0) return;
+    const QByteArrayView encoding = line.sliced(colon + 1).trimmed();
+    const auto is = [&](const char* name) { return encoding.compare(name, Qt::CaseInsensitive) == 0; };
+    if (is("gzip") || is("x-gzip"))
+        gzip_ = std::make_unique<GzipReader>();
+    else if (!encoding.isEmpty() && !is("identity"))
+        Fail(FetchFailure::Broken);  // which nobody asked for
+}
+
 size_t WebClient::Transfer::TakeBody(const char* bytes, size_t count) {
+    const bool isTaken =
+        gzip_ ? gzip_->Take(bytes, count, [this](const char* at, size_t n) { return Append(at, n); })
+              : Append(bytes, count);
+    if (!isTaken && !HasFailed()) Fail(FetchFailure::Broken);
+    return isTaken && Tell(body_.size()) ? count : 0;
+}
+
+bool WebClient::Transfer::Append(const char* bytes, size_t count) {
     if (qint64(count) > limits_.bytes - body_.size()) {
         Fail(FetchFailure::TooLarge);
-        return 0;
+        return false;
     }
     try {
         body_.append(bytes, qsizetype(count));
     } catch (const std::bad_alloc&) {
         Fail(FetchFailure::TooLarge);
-        return 0;
+        return false;
     }
-    return Tell(body_.size()) ? count : 0;
+    return true;
 }
 
 bool WebClient::Transfer::Tell(qint64 bytes) {
@@ -293,6 +323,7 @@ FetchResult WebClient::Transfer::Run(const QString& url) {
 
     if (HasFailed()) return failure(failure_);
     if (code != CURLE_OK) return failure(FailureOf(code, handle), QString::fromUtf8(error_.data()).trimmed());
+    if (!IsWhole()) return failure(FetchFailure::Broken);
     return {FetchFailure::None, {}, std::move(body_)};
 }
 

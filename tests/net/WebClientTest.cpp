@@ -47,6 +47,8 @@ TEST_F(WebClientTest, TakesAnswersAsTheyCome) {
         {"/here/hello", Failure::None, "hello"},
         {"/cut/hello", Failure::Broken},
         {"/corrupt/hello", Failure::Broken},
+        {"/trimmed/hello", Failure::Broken},
+        {"/foreign/hello", Failure::Broken},
         {"/drop/hello", Failure::Broken},
         {"/garbage/hello", Failure::Broken},
         {"/circle/hello", Failure::Broken},

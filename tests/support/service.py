@@ -46,6 +46,12 @@ class Modes:
     def corrupt(h, status, body):
         h.send(status, gzip.compress(body)[:-8] + b"checksum", "Content-Encoding: gzip")
 
+    def trimmed(h, status, body):  # the stream ends early, the length is that of what comes
+        h.send(status, gzip.compress(body)[:-12], "Content-Encoding: gzip")
+
+    def foreign(h, status, body):
+        h.send(status, body, "Content-Encoding: br")
+
     def closing(h, status, body):  # without a length; the end of the connection is the end
         h.send(status, body, "Connection: close", length=None)
 
