@@ -43,7 +43,11 @@ BrowserWindow::BrowserWindow(const ServiceAddress& service, BrowserMemory& memor
     ShowPage();
 }
 
-BrowserWindow::~BrowserWindow() = default;
+BrowserWindow::~BrowserWindow() {
+    // The children go after the members, and still tell of sizes and of the focus then.
+    for (QObject* child : findChildren<QObject*>())
+        child->disconnect(this);
+}
 
 void BrowserWindow::SetUpForm() {
     Client()->setFont(FormFont());
