@@ -7,13 +7,11 @@
 #include <cmath>
 #include <span>
 
+#include "controls/ControlRecords.h"
+
 namespace pixelgrove {
 
 namespace {
-
-std::span<UniformControl> Records(std::array<UniformControl, kMaxControls>& records, int32_t count) {
-    return std::span(records).first(size_t(std::clamp(count, 0, kMaxControls)));
-}
 
 // The fewest digits that give the same value back.
 QString NumberText(float value) {
@@ -121,12 +119,12 @@ std::optional<double> ControlNumber(const QString& text) {
 
 ControlSetting SetControl(ControlSet& controls, const QString& name, const QString& value) {
     ControlSetting setting;
-    for (UniformControl& control : Records(controls.uniforms, controls.uniformCount)) {
+    for (UniformControl& control : UniformsOf(controls)) {
         if (control.displayName.trimmed() != name) continue;
         setting = {true, SetRecord(control, name, value, true)};
     }
     if (setting.isControl) return setting;
-    const std::span defines = Records(controls.defines, controls.defineCount);
+    const std::span defines = DefinesOf(controls);
     for (UniformControl& control : defines) {
         const bool byOption = IsFlag(control) && IsOption(control, name);
         if (byOption || control.name == name) return {true, SetRecord(control, name, value, !byOption)};
@@ -138,10 +136,9 @@ ControlSetting SetControl(ControlSet& controls, const QString& name, const QStri
 
 QString ControlLines(const ControlSet& controls) {
     QString lines;
-    for (const auto& [records, count] : {std::pair{&controls.defines, controls.defineCount},
-                                         std::pair{&controls.uniforms, controls.uniformCount}})
-        for (int i = 0; i < std::clamp(count, 0, kMaxControls); ++i)
-            lines += ControlLine((*records)[size_t(i)]);
+    for (const std::span records : {DefinesOf(controls), UniformsOf(controls)})
+        for (const UniformControl& control : records)
+            lines += ControlLine(control);
     return lines;
 }
 

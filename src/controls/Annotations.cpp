@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "controls/AnnotationLines.h"
+#include "controls/ControlRecords.h"
 #include "controls/RangeState.h"
 
 namespace pixelgrove {
@@ -32,13 +33,9 @@ std::vector<ControlOption> SplitOptionList(QStringView text, int32_t& defaultInd
 }
 
 void FreeControlOptions(ControlSet& controls) {
-    const auto free = [](auto& records, int32_t count) {
-        const size_t used = size_t(std::clamp(count, 0, kMaxControls));
-        for (UniformControl& control : std::span(records).first(used))
+    for (const std::span records : {UniformsOf(controls), DefinesOf(controls)})
+        for (UniformControl& control : records)
             std::vector<ControlOption>().swap(control.options);
-    };
-    free(controls.uniforms, controls.uniformCount);
-    free(controls.defines, controls.defineCount);
 }
 
 }  // namespace pixelgrove

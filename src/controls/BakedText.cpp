@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <optional>
-#include <span>
 
 #include "controls/Annotations.h"
+#include "controls/ControlRecords.h"
 #include "controls/Modulation.h"
 #include "platform/CodePage.h"
 #include "platform/TextScan.h"
@@ -68,8 +68,7 @@ BakedText BakeDefines(ControlSet& controls, const QString& stageText) {
     const QStringView source(stageText);
     qsizetype done = 0;  // of the source
     int line = 1;
-    for (const UniformControl& control :
-         std::span(controls.defines).first(size_t(std::clamp(controls.defineCount, 0, kMaxControls)))) {
+    for (const UniformControl& control : DefinesOf(controls)) {
         const qsizetype begin = qsizetype(control.sourcePos);
         const QStringView old = source.sliced(begin, EndOfLine(source, begin) - begin);
         const std::optional<qsizetype> at = ValuePosition(old);

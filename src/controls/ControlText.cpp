@@ -1,11 +1,11 @@
 #include "controls/ControlText.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 #include <span>
 
+#include "controls/ControlRecords.h"
 #include "platform/TextScan.h"
 
 namespace pixelgrove {
@@ -13,14 +13,6 @@ namespace pixelgrove {
 namespace {
 
 constexpr qsizetype kMostExported = 16384;
-
-std::span<const UniformControl> Defines(const ControlSet& controls) {
-    return std::span(controls.defines).first(size_t(std::clamp(controls.defineCount, 0, kMaxControls)));
-}
-
-std::span<const UniformControl> Uniforms(const ControlSet& controls) {
-    return std::span(controls.uniforms).first(size_t(std::clamp(controls.uniformCount, 0, kMaxControls)));
-}
 
 QString FloatText(float value) {
     return QString::number(double(value), 'f', 3);
@@ -63,8 +55,7 @@ QString DefineLine(const UniformControl& control) {
 
 bool SetUniforms(ControlSet& controls, QStringView name, float value) {
     bool found = false;
-    for (int i = 0; i < std::clamp(controls.uniformCount, 0, kMaxControls); ++i) {
-        UniformControl& control = controls.uniforms[size_t(i)];
+    for (UniformControl& control : UniformsOf(controls)) {
         if (control.displayName != name) continue;
         control.range.value = value;
         found = true;
@@ -98,8 +89,8 @@ void ImportLine(ControlSet& controls, QStringView line) {
     qsizetype within = 0;
     const float value = ScanFloat(third, within).value_or(0.0f);
     if (SetUniforms(controls, name, value)) return;
-    for (int i = 0; i < std::clamp(controls.defineCount, 0, kMaxControls); ++i)
-        if (SetDefine(controls.defines[size_t(i)], name, third.isEmpty() ? name : third, value)) return;
+    for (UniformControl& control : DefinesOf(controls))
+        if (SetDefine(control, name, third.isEmpty() ? name : third, value)) return;
 }
 
 }  // namespace
@@ -111,9 +102,9 @@ QString ExportDefinesToText(const ControlSet& controls) {
         if (fits) text += line;
         return fits;
     };
-    for (const UniformControl& control : Defines(controls))
+    for (const UniformControl& control : DefinesOf(controls))
         if (!add(DefineLine(control))) return text;
-    const std::span uniforms = Uniforms(controls);
+    const std::span uniforms = UniformsOf(controls);
     for (const UniformControl& control : uniforms.subspan(std::min<size_t>(1, uniforms.size())))
         if (control.type != kControlNone && !add(LineOf(control.displayName, FloatText(control.range.value))))
             return text;

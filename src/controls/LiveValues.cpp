@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <atomic>
 
+#include "controls/Annotations.h"
+#include "controls/ControlRecords.h"
 #include "controls/Modulation.h"
 #include "platform/SynchronizedValue.h"
 
@@ -55,10 +57,12 @@ void SetNumber(PublishedControl& control, float elapsedMs, ControlDice& dice, Un
 
 void PublishControlValues(ControlSet& controls, const RangeControlState* open) {
     const Hold snapshot(Published());
-    snapshot->count = std::clamp(controls.uniformCount, 0, kMaxControls);
-    for (size_t i = 0; i < size_t(snapshot->count); ++i) {
-        UniformControl& control = controls.uniforms[i];
-        if (open && open->name == control.displayName) control.range = *open;
+    const std::span records = UniformsOf(controls);
+    snapshot->count = int32_t(records.size());
+    for (size_t i = 0; i < records.size(); ++i) {
+        UniformControl& control = records[i];
+        // A state holds no more of a name than this.
+        if (open && open->name == control.displayName.left(kMaxControlName)) control.range = *open;
         snapshot->controls[i] = {control.displayName, control.kind, control.type, control.range,
                                  control.combo};
     }

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "controls/ControlRecords.h"
 #include "look/widgets/Theme.h"
 #include "windows/widgets/WindowSystem.h"
 
@@ -140,12 +141,9 @@ ControlTree::ControlTree(QWidget* parent) : QTreeWidget(parent) {
 
 void ControlTree::ShowControls(ControlSet& controls) {
     std::vector<std::pair<QString, UniformControl*>> wanted;
-    const auto add = [&wanted](std::array<UniformControl, kMaxControls>& records, int32_t count) {
-        for (size_t i = 0; i < size_t(std::clamp(count, 0, kMaxControls)); ++i)
-            wanted.emplace_back(records[i].treePath, &records[i]);
-    };
-    add(controls.uniforms, controls.uniformCount);
-    add(controls.defines, controls.defineCount);
+    for (const std::span records : {UniformsOf(controls), DefinesOf(controls)})
+        for (UniformControl& record : records)
+            wanted.emplace_back(record.treePath, &record);
     if (wanted == shown_) return;
     shown_ = std::move(wanted);
 
