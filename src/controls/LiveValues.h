@@ -18,7 +18,8 @@ struct UniformTable {
 };
 
 // Hands the uniform records over to the frames that follow. open, when given, is the state of the numeric
-// widget on screen; the records whose displayName is its name take it over first. Main thread.
+// widget on screen; the records whose displayName is its name, cut to what a state holds, take it over
+// first. Main thread.
 void PublishControlValues(ControlSet& controls, const RangeControlState* open = nullptr);
 
 // Fills the table from the last published snapshot: numbers as their modulation gives them, int and uint
