@@ -21,6 +21,7 @@
 #include "project/ProjectModel.h"
 #include "render/Player.h"
 #include "render/RenderThread.h"
+#include "support/OwnSettings.h"
 #include "ui/MainWindow.h"
 #include "windows/widgets/WindowRegistry.h"
 
@@ -116,7 +117,8 @@ void PumpFor(int milliseconds) {
 int Run() {
     Windows().RegisterDefaultWindows();
     Player player;
-    MainWindow window(*App(), player);
+    test::OwnSettings settings;
+    MainWindow window(*App(), player, settings);
     window.OpenInitialProject({});
     App()->project.documents[kStageImage].text = QString::fromLatin1(kHeavyShader);
     window.LoadDocument(App()->project.documents[kStageImage], StageSwitch::KeepsView);

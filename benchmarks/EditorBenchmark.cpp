@@ -21,6 +21,7 @@
 #include "platform/Files.h"
 #include "project/ProjectModel.h"
 #include "render/Player.h"
+#include "support/OwnSettings.h"
 #include "ui/MainWindow.h"
 #include "ui/editor/CodeHighlight.h"
 #include "ui/editor/CodeView.h"
@@ -184,7 +185,8 @@ int Run() {
     App()->recent.recentFiles = std::make_unique<StringList>();
     Windows().RegisterDefaultWindows();
     Player player;
-    MainWindow window(*App(), player);
+    test::OwnSettings settings;
+    MainWindow window(*App(), player, settings);
     window.OpenInitialProject({});
     window.show();
     Settle();

@@ -91,7 +91,7 @@ int ApplicationMain(const FolderChoice& folders,
         StopAudioCapture();
         return kExitNoSharedMemory;
     }
-    runMainWindow({app, settings, colours});
+    runMainWindow({app, settings, {recorder, keyCombos, *audio}, colours});
     ShutDown(app, settings);
     return 0;
 }

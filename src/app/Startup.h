@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "core/BaseFolders.h"
+#include "ui/WorkbenchSettings.h"
 
 namespace pixelgrove {
 
@@ -18,6 +19,7 @@ constexpr int kExitNoSharedMemory = -42;
 struct StartedWorkbench {
     AppState& app;
     Settings& settings;
+    WorkbenchSettings windowSettings;
     const UiColours& colours;  // as the settings have them
 };
 

@@ -66,9 +66,10 @@ bool OpenFiles(MainWindow& window, const QStringList& files) {
     return opened;
 }
 
-void RunMainWindow(const QStringList& files, AppState& app, Settings& settings) {
+void RunMainWindow(const QStringList& files, AppState& app, Settings& settings,
+                   const WorkbenchSettings& windowSettings) {
     Player player;
-    MainWindow window(app, player);
+    MainWindow window(app, player, windowSettings);
     QObject::connect(&window, &MainWindow::Closed, [] { QCoreApplication::exit(0); });
     window.OpenInitialProject({});
     window.StartRecovery(RecoveryFolder());
@@ -127,7 +128,7 @@ int main(int argc, char** argv) {
 
     const int result = ApplicationMain(ProgramFolders(), [&](const StartedWorkbench& started) {
         ApplyTheme(application, started.colours);
-        RunMainWindow(options.files, started.app, started.settings);
+        RunMainWindow(options.files, started.app, started.settings, started.windowSettings);
     });
     if (result == kExitNoSharedMemory) {
         PrintError(QStringLiteral("the shared palette memory cannot be made"));

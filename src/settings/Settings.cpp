@@ -85,8 +85,11 @@ void ReadPath(const XmlStore& store, const QString& element, QString& field) {
 }
 
 void ReadRecorder(const XmlStore& store, AppState& app, RecorderSettings& recorder) {
-    ReadPath(store, kFormat, recorder.format);
-    ReadPath(store, kFolder, recorder.folder);
+    {
+        const Hold path(*recorder.framePath);
+        ReadPath(store, kFormat, path->format);
+        ReadPath(store, kFolder, path->folder);
+    }
     if (const auto width = ReadUnsigned(store, kWidth)) app.run->recordWidth = uint32_t(*width);
     if (const auto height = ReadUnsigned(store, kHeight)) app.run->recordHeight = uint32_t(*height);
     if (const auto delay = ReadUpTo(store, kDelay, kMaxRecordFrameDelayMs))
@@ -146,9 +149,10 @@ QString DefaultRecordFolder() {
 }
 
 void WriteRecorder(XmlStore& store, const AppState& app, const RecorderSettings& recorder) {
-    XmlWritePath(store, kFormat, recorder.format);
-    if (IsStorablePath(recorder.folder) || recorder.folder != DefaultRecordFolder())
-        XmlWritePath(store, kFolder, recorder.folder);
+    const FramePathTemplate path = recorder.framePath->Copy();
+    XmlWritePath(store, kFormat, path.format);
+    if (IsStorablePath(path.folder) || path.folder != DefaultRecordFolder())
+        XmlWritePath(store, kFolder, path.folder);
     XmlWriteInt(store, kWidth, int32_t(app.run->recordWidth));
     XmlWriteInt(store, kHeight, int32_t(app.run->recordHeight));
     XmlWriteInt(store, kDelay, int32_t(app.run->recordFrameDelayMs));
@@ -198,7 +202,7 @@ QString SettingsPath() {
 }
 
 bool Settings::Load(const QString& settingsPath, const QString& coloursPath) {
-    records_.recorder.folder = DefaultRecordFolder();
+    Hold(*records_.recorder.framePath)->folder = DefaultRecordFolder();
     const SettingsFile file = ReadSettingsFile(settingsPath);
     leaveAlone_ = file.state == SettingsFileState::Unreadable;
     notice_ = SettingsNotice(file, settingsPath);

@@ -3,13 +3,17 @@
 
 #include "commands/Commands.h"
 #include "core/AppState.h"
+#include "ui/AudioWindowRow.h"
 #include "ui/BrowserWindowRow.h"
 #include "ui/ControlCommands.h"
+#include "ui/HelpCommands.h"
 #include "ui/KeyCommands.h"
 #include "ui/MainWindow.h"
 #include "ui/OutputWindowRow.h"
+#include "ui/PaletteCommands.h"
 #include "ui/PlaybackCommands.h"
 #include "ui/ProjectMenu.h"
+#include "ui/RecordingCommands.h"
 #include "ui/channels/StageCommands.h"
 #include "ui/editor/EditorCommands.h"
 #include "ui/editor/EditorMenu.h"
@@ -34,9 +38,13 @@ void MainWindow::RegisterCommands() {
     RegisterLayoutCommands(
         commands_, app_, layouts_, [this](int id) { return menus_->LayoutName(id); },
         [this] { RefreshLayoutMenu(); });
+    RegisterRecordingCommands(commands_, app_, settings_, *this);
+    RegisterPaletteCommands(commands_, app_, *this);
+    RegisterHelpCommands(commands_, *this);
     // In the order in which a layout opens them.
     AddOutputWindow(*windows_, commands_, app_, player_, *this, playback_);
     AddBrowserWindow(*windows_, commands_, app_.recent, *this, projects_, pane_);
+    AddAudioWindow(*windows_, commands_, settings_.audio);
 }
 
 void MainWindow::SendCommand(int id) {

@@ -79,9 +79,10 @@ bool IsLoadable(const QMimeData& data, const ServiceAddress& service) {
 
 }  // namespace
 
-MainWindow::MainWindow(AppState& app, Player& player)
+MainWindow::MainWindow(AppState& app, Player& player, const WorkbenchSettings& settings)
     : app_(app),
       player_(player),
+      settings_(settings),
       form_(MakeForm(Client())),
       posted_(this),
       pane_(*form_->statusText),

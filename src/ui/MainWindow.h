@@ -18,6 +18,7 @@
 #include "ui/Playback.h"
 #include "ui/ProjectCommands.h"
 #include "ui/RecoveryKeeper.h"
+#include "ui/WorkbenchSettings.h"
 #include "ui/channels/ChannelPanel.h"
 #include "ui/editor/FindReplace.h"
 #include "windows/widgets/FrameWindow.h"
@@ -36,8 +37,8 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     Q_OBJECT
 
   public:
-    // Both records outlive this object.
-    MainWindow(AppState& app, Player& player);
+    // The records outlive this object.
+    MainWindow(AppState& app, Player& player, const WorkbenchSettings& settings);
     // Ends the run if there is one.
     ~MainWindow() override;
 
@@ -111,6 +112,7 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
 
     AppState& app_;
     Player& player_;
+    const WorkbenchSettings settings_;
     std::unique_ptr<Ui::EditWindow> form_;
     CommandQueue posted_;
     CommandRegistry commands_;

@@ -59,7 +59,7 @@ class SettingsTest : public ImageFileTest {
 };
 
 TEST_F(SettingsTest, WritesEveryElementInOrder) {
-    records->recorder.folder = S("/shots");
+    Hold(*records->recorder.framePath)->folder = S("/shots");
     records->layout.desktop = {-1, 0, 1920, 1080};
     records->layout.windows = {{S("EditWin"), false, {44, 0, 1, -1, -1, -1, -1, {16, 32, 800, 600}}}};
     ASSERT_TRUE(PushRecent(App()->recent.recentFiles.get(), dir.path()));
@@ -125,7 +125,7 @@ TEST_F(SettingsTest, ReadsBackWhatItWrote) {
     App()->run->recordHeight = 480;
     records->recorder.method = 1;
     App()->display.snapToEdges = 1;
-    records->recorder.format = S("a-%d.bmp");
+    Hold(*records->recorder.framePath)->format = S("a-%d.bmp");
     App()->run->recordFrameDelayMs = 10000;
     records->recorder.friendlyName = S("Mine");
     records->recorder.start = S("F1");
@@ -209,9 +209,9 @@ TEST_F(SettingsTest, DamagedFilesLeaveDefaults) {
     LoadGlobals("<FPSTarget>20</FPSTarget><FrameRecordFormat>" + QByteArray(260, 'x') +
                 "</FrameRecordFormat><FriendlyName>" + QByteArray(42, 'x') +
                 "</FriendlyName><FrameRecordFolder>" + QByteArray(259, 'x') + "</FrameRecordFolder>");
-    EXPECT_EQ(records->recorder.format, S("Untitled-%04d.png"));
+    EXPECT_EQ(records->recorder.framePath->Copy().format, S("Untitled-%04d.png"));
     EXPECT_EQ(records->recorder.friendlyName, QString());
-    EXPECT_EQ(records->recorder.folder, QString(259, u'x'));
+    EXPECT_EQ(records->recorder.framePath->Copy().folder, QString(259, u'x'));
     EXPECT_EQ(App()->run->fpsTarget, 20u);
 }
 
@@ -232,10 +232,10 @@ TEST_F(SettingsTest, FileThatCannotBeReadIsLeftAlone) {
 }
 
 TEST_F(SettingsTest, PathsThatTheCodePageLacksAreNotStored) {
-    const QString folder = records->recorder.folder, format = records->recorder.format;
+    const FramePathTemplate before = records->recorder.framePath->Copy();
     const QString path = dir.filePath(QStringLiteral(u"\u03c9.glsl"));
-    records->recorder.folder = QStringLiteral(u"/shots/\u03c9");
-    records->recorder.format = QStringLiteral(u"\u03c9-%d.png");
+    Hold(*records->recorder.framePath)->folder = QStringLiteral(u"/shots/\u03c9");
+    Hold(*records->recorder.framePath)->format = QStringLiteral(u"\u03c9-%d.png");
     ASSERT_TRUE(WriteBytes(path, ""));
     ASSERT_TRUE(PushRecent(App()->recent.recentFiles.get(), path) &&
                 PushRecent(App()->recent.recentFiles.get(), dir.path()));
@@ -244,8 +244,8 @@ TEST_F(SettingsTest, PathsThatTheCodePageLacksAreNotStored) {
     EXPECT_TRUE(saved.contains("<File_00></File_00>\n\t<File_01>/"));
     EXPECT_FALSE(saved.contains('?' + QByteArray("-%d")));
     Load("saved.xml");
-    EXPECT_EQ(records->recorder.folder, folder);
-    EXPECT_EQ(records->recorder.format, format);
+    EXPECT_EQ(records->recorder.framePath->Copy().folder, before.folder);
+    EXPECT_EQ(records->recorder.framePath->Copy().format, before.format);
     EXPECT_EQ(App()->recent.recentFiles->entries, QStringList({dir.path()}));
 }
 

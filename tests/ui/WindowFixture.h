@@ -15,6 +15,7 @@
 #include "project/ProjectModel.h"
 #include "render/Player.h"
 #include "support/DisplayTest.h"
+#include "support/OwnSettings.h"
 #include "support/ScratchFolders.h"
 #include "ui/MainWindow.h"
 #include "ui/editor/CodeView.h"
@@ -52,7 +53,7 @@ class WindowTest : public DisplayTest {
     void MakeWindow(const QString& projectFile) {
         window.reset();
         ClearProject(App()->project, false);
-        window = std::make_unique<MainWindow>(*App(), player);
+        window = std::make_unique<MainWindow>(*App(), player, settings);
         UserDialogs& dialogs = window->Projects().dialogs;
         dialogs.confirm = [this](const QString& caption, const QString& text) {
             ++questions;
@@ -114,6 +115,7 @@ class WindowTest : public DisplayTest {
 
     test::ScratchFolders dataFolders;
     Player player;
+    test::OwnSettings settings;
     std::unique_ptr<MainWindow> window;
     bool answer = false;
     int questions = 0;

@@ -1,0 +1,7 @@
+#include "ui/AudioWindowRow.h"
+
+namespace pixelgrove {
+
+void AddAudioWindow(WindowTable&, CommandRegistry&, AudioParameters&) {}
+
+}  // namespace pixelgrove

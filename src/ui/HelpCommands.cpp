@@ -1,0 +1,7 @@
+#include "ui/HelpCommands.h"
+
+namespace pixelgrove {
+
+void RegisterHelpCommands(CommandRegistry&, MainWindow&) {}
+
+}  // namespace pixelgrove

@@ -1,0 +1,12 @@
+// The commands of the Help menu. Main thread.
+#pragma once
+
+namespace pixelgrove {
+
+class CommandRegistry;
+class MainWindow;
+
+// What is handed in outlives the registry.
+void RegisterHelpCommands(CommandRegistry& commands, MainWindow& mainWindow);
+
+}  // namespace pixelgrove
