@@ -12,8 +12,9 @@
 namespace pixelgrove {
 
 // The number in place of the format's one number field: '%', flags among "-+ #0", a width, a precision, and
-// one of d, i, u, x, X, o, c. "%%" is a percent sign. A format without a field is its own result. Nothing
-// when there is more than one field, when anything else follows a '%', or when the text would pass
+// one of d, i, u, x, X, o, c, as in the C library; the number is never negative, and c is the character of
+// that code. "%%" is a percent sign. A format without a field is its own result. Nothing when there is more
+// than one field, when anything else follows a '%', when c has no character, or when the text would pass
 // RecorderSettings::kMaxPathLength.
 std::optional<QString> FormatNumber(const QString& format, uint32_t number);
 
