@@ -124,6 +124,8 @@ int main(int argc, char** argv) {
     QGuiApplication::setApplicationDisplayName(QString());
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setWindowIcon(ProgramIcon());
+    // By this desktops find the installed icon, and put the program's windows together.
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.pixelgrove.pixelgrove"));
     new KeyPositions(&application);
 
     const int result = ApplicationMain(ProgramFolders(), [&](const StartedWorkbench& started) {
