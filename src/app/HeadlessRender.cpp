@@ -249,6 +249,8 @@ int Render(AppState& app, ControlSet& controls, const RenderOptions& options) {
     for (const auto& [name, value] : otherValues)
         if (const int code = SetUniform(name, value, context); code != kExitDone) return code;
     if (options.checkOnly) return kExitDone;
+    if (context.webcamTexture != 0)
+        PrintError(QStringLiteral("pixelgrove-render: no camera is used; the webcam's channel stays blank."));
     PublishControlValues(controls);
     return WriteFrames(run, options);
 }

@@ -10,11 +10,13 @@
 #include <utility>
 
 #include "audio/AudioParameters.h"
+#include "camera/CameraCapture.h"
 #include "capture/AudioCapture.h"
 #include "core/AppState.h"
 #include "core/BaseFolders.h"
 #include "core/SeedData.h"
 #include "look/UiColours.h"
+#include "media/LiveFeeds.h"
 #include "platform/SharedMemory.h"
 #include "project/ProjectModel.h"
 #include "recording/RecorderSettings.h"
@@ -55,6 +57,8 @@ std::unique_ptr<SharedMemory> OpenSharedPalette() {
 
 void ShutDown(AppState& app, Settings& settings) {
     StopAudioCapture();
+    SetCameraOpener({});
+    StopCamera();
     SaveWorkbenchSettings(settings);
     FreeDocuments(app.project);
     Windows().Clear();
@@ -82,6 +86,8 @@ int ApplicationMain(const FolderChoice& folders,
     UiColours colours;
     // The program runs as well without sound.
     StartAudioCapture(audio);
+    // Opened by the first project that reads it.
+    SetCameraOpener(StartCamera);
     Windows().RegisterDefaultWindows();
     AllocateRecentLists(app);
     Settings settings({app, recorder, keyCombos, *audio, Windows().Layout(), colours});

@@ -11,6 +11,8 @@ namespace {
 struct LiveFeeds {
     SynchronizedValue<AudioBlock> audio;
     SynchronizedValue<BitmapRef> camera;
+    SynchronizedValue<QString> cameraNote;
+    SynchronizedValue<std::function<void()>> cameraOpener;
 };
 
 // Never destroyed: a capture thread may outlive the end of main.
@@ -36,6 +38,22 @@ void PublishCameraPicture(BitmapRef picture) {
 
 BitmapRef LatestCameraPicture() {
     return Feeds().camera.Copy();
+}
+
+void PublishCameraNote(QString note) {
+    Feeds().cameraNote.Exchange(std::move(note));
+}
+
+QString CameraNote() {
+    return Feeds().cameraNote.Copy();
+}
+
+void SetCameraOpener(std::function<void()> open) {
+    Feeds().cameraOpener.Exchange(std::move(open));
+}
+
+void OpenCamera() {
+    if (const std::function<void()> open = Feeds().cameraOpener.Copy()) open();
 }
 
 }  // namespace pixelgrove

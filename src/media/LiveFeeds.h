@@ -4,8 +4,10 @@
 // Any thread. Each delivery is copied or handed over whole under a lock that is never held longer than that.
 #pragma once
 
+#include <QString>
 #include <array>
 #include <cstdint>
+#include <functional>
 
 #include "media/Bitmap.h"
 
@@ -30,5 +32,16 @@ constexpr int kCameraHeight = 480;
 void PublishCameraPicture(BitmapRef picture);
 // Null while there is none. Stays what it is until the next delivery.
 BitmapRef LatestCameraPicture();
+
+// Why there is no picture, as a sentence for the user; empty when there is one or nobody has asked.
+void PublishCameraNote(QString note);
+QString CameraNote();
+
+// What opens the camera, so that who draws needs not link it: a program with a camera gives this at its start
+// and takes it back, as an empty function, at its end. It is called from any thread, perhaps often and from
+// several at once, and must not wait.
+void SetCameraOpener(std::function<void()> open);
+// Says that pictures are needed. Nothing in a program without a camera.
+void OpenCamera();
 
 }  // namespace pixelgrove

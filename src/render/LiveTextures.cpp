@@ -104,6 +104,7 @@ void CreateLiveTexture(RenderContext& context, uint32_t kind) {
         }
         case kChannelWebcam: {
             if (context.webcamTexture != 0) return;
+            OpenCamera();
             glGenTextures(1, &context.webcamTexture);
             glBindTexture(GL_TEXTURE_2D, context.webcamTexture);
             const std::vector<uint8_t> black(size_t(kWebcamWidth) * kWebcamHeight * 4);

@@ -80,6 +80,18 @@ TEST_F(HeadlessRender, WritesNumberedFramesOfTheAskedSize) {
     EXPECT_EQ(image.pixelColor(7, 0), QColor(239, 223, 102));
 }
 
+TEST_F(HeadlessRender, TheCameraIsLeftAloneAndThatIsSaid) {
+    qputenv("PIXELGROVE_CAMERA", "videotestsrc");
+    Write("a.json", Project(Pass("image", "Image",
+                                 "void mainImage(out vec4 c, in vec2 p) { c = texture(iChannel0, p); }",
+                                 Input("webcam", ""))));
+    const Outcome outcome = Run("a.json --size 4x4 --frames 40");
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.err.count(QStringLiteral("webcam")), 1) << outcome.err.toStdString();
+    EXPECT_EQ(QImage(Path("frame-0040.png")).pixelColor(1, 1), QColor(0, 0, 0));
+    qunsetenv("PIXELGROVE_CAMERA");
+}
+
 TEST_F(HeadlessRender, TimeStartsOneStepAfterStart) {
     Write("a.json", Project(Pass("image", "Image",
                                  "void mainImage(out vec4 c, in vec2 p) { c = vec4(abs(iTime - 0.75) < 1e-6, "

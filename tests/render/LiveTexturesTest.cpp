@@ -55,6 +55,7 @@ class Webcam : public testing::Test {
   protected:
     void SetUp() override {
         PublishCameraPicture(nullptr);
+        SetCameraOpener([this] { ++openings; });
         engine.SetText(kStageImage,
                        "void mainImage(out vec4 c, in vec2 p) { ivec2 at[4] = ivec2[4](ivec2(0), "
                        "ivec2(1279, 719), ivec2(7, 4), ivec2(640, 360)); c = texelFetch(iChannel0, "
@@ -64,7 +65,10 @@ class Webcam : public testing::Test {
         SetKind(engine.Channel(kStageBufferA, 1), kChannelWebcam);
         ASSERT_EQ(engine.Start(4, 1).result, CompileResult::Good);
     }
-    void TearDown() override { PublishCameraPicture(nullptr); }
+    void TearDown() override {
+        SetCameraOpener({});
+        PublishCameraPicture(nullptr);
+    }
     std::array<int, 4> Shown(size_t place) {
         std::array<int, 4> bytes{};
         const Pixel pixel = engine.Read(kStageImage)[place];
@@ -82,12 +86,14 @@ class Webcam : public testing::Test {
     }
 
     Engine engine;
+    int openings = 0;
     using Bytes = std::array<int, 4>;
 };
 
 TEST_F(Webcam, TakesAPictureEvery16FramesAndKeepsItBetween) {
     EXPECT_EQ(engine.Context().project.stages[kStageImage].channelResolution[0],
               (std::array<float, 3>{1280, 720, 1}));
+    EXPECT_EQ(openings, 1) << "one camera for both channels";
     engine.Draw(20);
     EXPECT_EQ(Shown(0), (Bytes{0, 0, 0, 0})) << "blank without a camera";
 

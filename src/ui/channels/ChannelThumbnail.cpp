@@ -6,6 +6,7 @@
 #include <QToolTip>
 
 #include "core/EditingForm.h"
+#include "media/LiveFeeds.h"
 #include "ui/channels/ChannelPictures.h"
 #include "ui/text/ChannelTooltip.h"
 
@@ -72,7 +73,9 @@ const QImage& ChannelThumbnail::PictureOf(const BitmapRef& bitmap) {
 
 bool ChannelThumbnail::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QWidget::event(event);
-    const QString text = ChannelTooltip(project_->currentStage, channel_, Channel()).trimmed();
+    QString text = ChannelTooltip(project_->currentStage, channel_, Channel());
+    if (Channel().kind == kChannelWebcam) text += CameraNote();
+    text = text.trimmed();
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
                        Broken(text, QFontMetrics(QToolTip::font()), kTooltipWidth), this);
     return true;
