@@ -1,5 +1,7 @@
 #include "recording/RecorderTable.h"
 
+#include "recording/RecorderSettings.h"
+
 namespace pixelgrove {
 
 RecorderTable::RecorderTable() {
@@ -11,17 +13,44 @@ RecorderTable::RecorderTable() {
     current = rows.front();
 }
 
-bool MergeKeyCombo(RecorderTable& table, const KeyCombo& combo) {
-    if (combo.name.isEmpty()) return false;
-    for (KeyCombo& row : table.rows) {
-        if (row.name.compare(combo.name, Qt::CaseInsensitive) != 0) continue;
-        row.start = combo.start;
-        row.stop = combo.stop;
-        return true;
-    }
+const KeyCombo* FindKeyCombo(const RecorderTable& table, const QString& name) {
+    for (const KeyCombo& row : table.rows)
+        if (row.name.compare(name, Qt::CaseInsensitive) == 0) return &row;
+    return nullptr;
+}
+
+bool AddKeyCombo(RecorderTable& table, const KeyCombo& combo) {
     if (table.rows.size() >= RecorderTable::kCapacity) return false;
     table.rows.push_back(combo);
     return true;
+}
+
+bool MergeKeyCombo(RecorderTable& table, const KeyCombo& combo) {
+    if (combo.name.isEmpty()) return false;
+    const KeyCombo* found = FindKeyCombo(table, combo.name);
+    if (!found) return AddKeyCombo(table, combo);
+    KeyCombo& row = table.rows[size_t(found - table.rows.data())];
+    row.start = combo.start;
+    row.stop = combo.stop;
+    return true;
+}
+
+bool DeleteKeyCombo(RecorderTable& table, const QString& name, RecorderSettings& chosen) {
+    const KeyCombo* found = FindKeyCombo(table, name);
+    if (!found) return false;
+    const bool wasChosen = found->name == chosen.friendlyName;
+    table.rows.erase(table.rows.begin() + (found - table.rows.data()));
+    if (!wasChosen) return true;
+    const KeyCombo first = table.rows.empty() ? KeyCombo() : table.rows.front();
+    chosen.friendlyName = first.name;
+    chosen.start = first.start;
+    chosen.stop = first.stop;
+    PutInForce(table, first.start, first.stop);
+    return true;
+}
+
+void PutInForce(RecorderTable& table, const QString& start, const QString& stop) {
+    table.current = {QStringLiteral("Current"), start, stop};
 }
 
 }  // namespace pixelgrove

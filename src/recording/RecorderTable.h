@@ -8,6 +8,8 @@
 
 namespace pixelgrove {
 
+struct RecorderSettings;
+
 // Of a name, a start or a stop combination, in code units.
 constexpr int kMaxKeyComboLength = 41;
 
@@ -27,5 +29,18 @@ struct RecorderTable {
 // A row of the same name, ignoring case, takes the combinations; another name becomes a new row. False, with
 // no change, when the table is full or the name is empty.
 bool MergeKeyCombo(RecorderTable& table, const KeyCombo& combo);
+
+// The row of that name, ignoring case; null when there is none. Valid until a row is added or removed.
+const KeyCombo* FindKeyCombo(const RecorderTable& table, const QString& name);
+
+// A new row. False, with no change, when the table is full.
+bool AddKeyCombo(RecorderTable& table, const KeyCombo& combo);
+
+// Removes the row of that name. When it is by its exact name the chosen one, the first row that is left is
+// chosen in its place and put in force; with no row left that is an empty one. False without such a row.
+bool DeleteKeyCombo(RecorderTable& table, const QString& name, RecorderSettings& chosen);
+
+// These are pressed from now on.
+void PutInForce(RecorderTable& table, const QString& start, const QString& stop);
 
 }  // namespace pixelgrove

@@ -119,7 +119,7 @@ void ReconcileCurrentCombo(RecorderSettings& recorder, RecorderTable& table) {
         recorder.start = table.current.start;
         recorder.stop = table.current.stop;
     } else {
-        table.current = {QStringLiteral("Current"), recorder.start, recorder.stop};
+        PutInForce(table, recorder.start, recorder.stop);
     }
 }
 
