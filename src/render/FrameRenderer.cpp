@@ -45,16 +45,18 @@ void FollowSize(RenderContext& context) {
     }
 }
 
-void UpdateDate(std::array<float, 4>& date) {
+std::array<float, 4> DateOf(const RenderContext& context) {
+    if (context.fixedDate) return *context.fixedDate;
     const time_t now = std::time(nullptr);
     tm local{};
     localtime_r(&now, &local);
-    date = {float(local.tm_year + 1900), float(local.tm_mon + 1), float(local.tm_mday),
+    return {float(local.tm_year + 1900), float(local.tm_mon + 1), float(local.tm_mday),
             float((local.tm_hour * 60 + local.tm_min) * 60 + local.tm_sec)};
 }
 
 // An average over the run, compile time included.
 float FrameRate(const RenderContext& context) {
+    if (context.fixedFrameRate) return *context.fixedFrameRate;
     const uint64_t elapsedMs = TickCountMs() - context.runStartMs;
     if (elapsedMs == 0) return 60.0f;
     return float(double(context.frameCounter) * 1000.0 / double(elapsedMs));
@@ -262,7 +264,7 @@ bool RenderStages(RenderContext* context, const SharedPalette* palette) {
     if (context->resizable) FollowSize(*context);
     context->playTime += context->uniforms.values[0].floatValue;
     context->mouse = TakeMouse();
-    UpdateDate(context->date);
+    context->date = DateOf(*context);
     context->frameRate = FrameRate(*context);
     FeedLiveTextures(*context, palette);
     for (ShaderStage& stage : context->project.stages)
@@ -272,6 +274,13 @@ bool RenderStages(RenderContext* context, const SharedPalette* palette) {
     }
     ++context->frameCounter;
     return true;
+}
+
+void SkipStages(RenderContext& context) {
+    context.playTime += context.uniforms.values[0].floatValue;
+    for (ShaderStage& stage : context.project.stages)
+        if (IsRenderedStage(stage.kind)) stage.writeIndex = (stage.writeIndex + 1) % 2;
+    ++context.frameCounter;
 }
 
 }  // namespace pixelgrove

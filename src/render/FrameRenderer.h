@@ -11,6 +11,10 @@ namespace pixelgrove {
 // context.
 bool RenderStages(RenderContext* context, const SharedPalette* palette);
 
+// Time, frame count and targets go on as in RenderStages, and nothing is drawn: for a run whose size stays
+// and whose stages don't miss the frame (render/PastFrames.h).
+void SkipStages(RenderContext& context);
+
 // The size that the next frame will have: the forced size, or the surface's client area.
 SurfaceSize WantedSize(const RenderContext& context);
 

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "controls/LiveValues.h"
@@ -45,6 +46,10 @@ struct RenderContext {
     uint32_t audioTexture = 0;
     uint32_t webcamTexture = 0;
     const bool resizable = true;
+
+    // iFrameRate and iDate of a run that is to be the same every time; else the machine's clocks give them.
+    std::optional<float> fixedFrameRate;
+    std::optional<std::array<float, 4>> fixedDate;
 
     UniformTable uniforms;                  // this frame's live values; entry 0 is the time step
     std::vector<UniformValue> fixedValues;  // sent to every stage as they are, behind the live ones

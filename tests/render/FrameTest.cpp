@@ -6,6 +6,7 @@
 #include "render/FrameRenderer.h"
 #include "render/GlSetup.h"
 #include "render/InputState.h"
+#include "render/PastFrames.h"
 #include "support/Engine.h"
 
 namespace pixelgrove {
@@ -181,6 +182,61 @@ TEST(Frame, MultisampledTargetsAreResolvedOnReadBack) {
     const auto wrongSize = CreateFrameBitmap(5, 2);
     EXPECT_FALSE(ReadBackStage(engine.Context(), kStageImage, *wrongSize));
     EXPECT_FALSE(ReadBackStage(engine.Context(), kStageBufferA, *bitmap));
+}
+
+TEST(Frame, FramesThatNoStageMissesMayBeLeftOut) {
+    const auto play = [](int frames, bool skips) {
+        Engine engine;
+        engine.SetText(kStageBufferA,
+                       "void mainImage(out vec4 c, in vec2 p) { c = vec4(sin(p * iTime), iFrame, 1.0); }");
+        // Two stages set one texture's sampler otherwise, and its smaller levels stay those of the first
+        // frames.
+        engine.Connect(kStageBufferA, 0, kStageBufferA);
+        engine.Connect(kStageImage, 0, kStageBufferA);
+        engine.Channel(kStageImage, 0).filter = gl::kLinearMipmapLinear;
+        engine.SetText(kStageImage,
+                       "void mainImage(out vec4 c, in vec2 p) { c = texture(iChannel0, p / 5.0) + "
+                       "textureLod(iChannel0, vec2(0.3), 2.0); }");
+        EXPECT_EQ(engine.Start(8, 8).result, CompileResult::Good);
+        const std::optional<PastUse> past = FindPastUse(engine.Context());
+        EXPECT_TRUE(past && past->stage == kStageNone && past->sharesTextures);
+        for (int frame = 1; frame <= frames; ++frame) {
+            if (skips && frame > 2 && frame < frames)
+                SkipStages(engine.Context());
+            else
+                EXPECT_TRUE(engine.Draw(1));
+        }
+        return engine.Read(kStageImage);
+    };
+    for (const int frames : {3, 6, 7})
+        EXPECT_EQ(play(frames, true), play(frames, false)) << frames;
+}
+
+TEST(Frame, StagesThatNeedPastFramesAreFound) {
+    const struct {
+        const char* image;
+        uint32_t stage;
+        bool shares;
+    } rows[] = {
+        {"c = vec4(iTime);", kStageNone, false},
+        {"c = texture(iChannel0, p);", kStageNone, true},
+        {"c = texture(iChannel1, p);", kStageImage, true},  // its own
+        {"if (p.x < 1.0) discard; c = vec4(1.0);", kStageImage, false},
+        {"c = vec4(1.0); // discards", kStageNone, false},
+    };
+    for (const auto& row : rows) {
+        Engine engine;
+        engine.SetText(kStageBufferA, "void mainImage(out vec4 c, in vec2 p) { c = vec4(iTime); }");
+        engine.Connect(kStageBufferA, 0, kStageImage);  // a later stage, but not looked at
+        engine.Connect(kStageImage, 0, kStageBufferA);
+        engine.SetText(kStageImage,
+                       (std::string("void mainImage(out vec4 c, in vec2 p) { ") + row.image + "\n}").c_str());
+        ASSERT_EQ(engine.Start(4, 4).result, CompileResult::Good) << row.image;
+        const std::optional<PastUse> past = FindPastUse(engine.Context());
+        ASSERT_TRUE(past) << row.image;
+        EXPECT_EQ(past->stage, row.stage) << row.image;
+        EXPECT_EQ(past->sharesTextures, row.shares) << row.image;
+    }
 }
 
 }  // namespace
