@@ -24,6 +24,9 @@
 #include "ui/MainWindow.h"
 #include "windows/widgets/KeyPositions.h"
 
+// Made with the program (cmake/BuildStamp.cmake).
+extern const char kBuildStamp[];
+
 namespace {
 
 using namespace pixelgrove;
@@ -121,6 +124,7 @@ int main(int argc, char** argv) {
     }
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("pixelgrove"));
+    QCoreApplication::setApplicationVersion(QString::fromLatin1(kBuildStamp));
     QGuiApplication::setApplicationDisplayName(QString());
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setWindowIcon(ProgramIcon());

@@ -114,8 +114,9 @@ enum CommandId : int {
     kCmdPreviousPane = 45008,
     kCmdNextStage = 45009,
     kCmdPreviousStage = 45010,
-    kCmdPlayAnew = 45011,     // whatever runs is ended first
-    kCmdFullScreen = 45012,   // of the output window
+    kCmdPlayAnew = 45011,    // whatever runs is ended first
+    kCmdFullScreen = 45012,  // of the output window
+    kCmdHelp = 45020,
     kCmdOpenWindows = 45013,  // posted by a layout: those that it has open and that aren't there
 };
 

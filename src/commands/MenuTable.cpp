@@ -111,6 +111,7 @@ constexpr MenuRow kMenuBar[] = {
     {End},
 
     {Menu, 0, u"&Help"},
+    {Entry, kCmdHelp, u"&Help", "F1"},
     {Entry, kCmdLicense, u"&License"},
     {Entry, kCmdAbout, u"&About"},
     {End},

@@ -11,20 +11,25 @@
 
 namespace pixelgrove {
 
-void SeedDataFolder() {
-    const QString to = PathOf(PathId::DatBase);
-    if (to.isEmpty()) return;
-    // As cmake --install lays them out: bin beside share.
+QString InstalledDataFolder() {
+    // As cmake --install lays it out: bin beside share.
     const QString prefix = QFileInfo(QFileInfo(ProgramPath()).path()).path();
-    CopyMissingFiles(prefix + QStringLiteral("/share/orrisfield/moirelane"), to);
+    return prefix + QStringLiteral("/share/orrisfield/moirelane");
 }
 
-void CopyMissingFiles(const QString& from, const QString& to) {
+void SeedDataFolder() {
+    const QString to = PathOf(PathId::DatBase);
+    if (!to.isEmpty()) CopyMissingFiles(InstalledDataFolder(), to, kHelpFolder);
+}
+
+void CopyMissingFiles(const QString& from, const QString& to, const QString& except) {
     const QDir source(from), target(to);
     QDirIterator files(from, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString file = files.next();
-        const QString copy = target.filePath(source.relativeFilePath(file));
+        const QString name = source.relativeFilePath(file);
+        if (!except.isEmpty() && name.startsWith(except + u'/')) continue;
+        const QString copy = target.filePath(name);
         const QFileInfo there(copy);
         if (there.exists() || there.isSymbolicLink()) continue;
         const std::optional<QByteArray> bytes = ReadWholeFile(file);

@@ -5,8 +5,9 @@ namespace pixelgrove {
 
 class CommandRegistry;
 class MainWindow;
+struct UserDialogs;
 
 // What is handed in outlives the registry.
-void RegisterHelpCommands(CommandRegistry& commands, MainWindow& mainWindow);
+void RegisterHelpCommands(CommandRegistry& commands, MainWindow& mainWindow, const UserDialogs& dialogs);
 
 }  // namespace pixelgrove

@@ -40,7 +40,7 @@ void MainWindow::RegisterCommands() {
         [this] { RefreshLayoutMenu(); });
     RegisterRecordingCommands(commands_, app_, settings_, *this);
     RegisterPaletteCommands(commands_, app_, *this);
-    RegisterHelpCommands(commands_, *this);
+    RegisterHelpCommands(commands_, *this, projects_.dialogs);
     // In the order in which a layout opens them.
     AddOutputWindow(*windows_, commands_, app_, player_, *this, playback_);
     AddBrowserWindow(*windows_, commands_, app_.recent, *this, projects_, pane_);

@@ -62,8 +62,10 @@ TEST(SeedData, CopiesOnlyWhatIsMissing) {
                 write(from, "a/b/z", "installed"));
     ASSERT_TRUE(write(to, "a/y", "edited") &&
                 QFile::link(QStringLiteral("/gone"), to.filePath(QStringLiteral("x"))));
-    CopyMissingFiles(from.path(), to.path());
+    ASSERT_TRUE(QDir(from.path()).mkdir(kHelpFolder) && write(from, "Help/h", "stays"));
+    CopyMissingFiles(from.path(), to.path(), kHelpFolder);
     CopyMissingFiles(from.filePath(QStringLiteral("missing")), to.path());
+    EXPECT_FALSE(QFileInfo::exists(to.filePath(kHelpFolder)));
     EXPECT_TRUE(QFileInfo(to.filePath(QStringLiteral("x"))).isSymbolicLink());
     EXPECT_EQ(ReadWholeFile(to.filePath(QStringLiteral("a/y"))), QByteArray("edited"));
     EXPECT_EQ(ReadWholeFile(to.filePath(QStringLiteral("a/b/z"))), QByteArray("installed"));

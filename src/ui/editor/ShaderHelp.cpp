@@ -24,11 +24,14 @@ QUrl SiteUrl(int commandId) {
     return QUrl(QString::fromLatin1(kSites[commandId - kCmdSiteBookOfShaders]));
 }
 
+QUrl GlossaryUrl() {
+    return QUrl(QLatin1String(kSites[0]) + QStringLiteral("/glossary/"));
+}
+
 std::optional<QUrl> ShaderHelpUrl(const QString& selection) {
     if (selection.size() > kMaxHelpSelection) return std::nullopt;
     if (selection.isEmpty()) return SiteUrl(kCmdSiteBookOfShaders);
-    return QUrl::fromEncoded(QByteArray(kSites[0]) +
-                             "/glossary/?search=" + QUrl::toPercentEncoding(selection));
+    return QUrl::fromEncoded(GlossaryUrl().toEncoded() + "?search=" + QUrl::toPercentEncoding(selection));
 }
 
 }  // namespace pixelgrove

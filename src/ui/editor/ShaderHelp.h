@@ -10,6 +10,9 @@ namespace pixelgrove {
 // others.
 QUrl SiteUrl(int commandId);
 
+// The glossary of GLSL's words.
+QUrl GlossaryUrl();
+
 // The glossary's page about the selected text, the glossary's site for no text, and nothing for a selection
 // of more than 125 code units.
 std::optional<QUrl> ShaderHelpUrl(const QString& selection);

@@ -12,10 +12,7 @@
 
 namespace pixelgrove {
 
-namespace {
-
-// The middle of the owner, or of the screen, kept inside the work area; the caption wins over the lower edge.
-QRect PlaceFor(const QWidget* owner, const QSize& size) {
+QRect PlaceOver(const QWidget* owner, const QSize& size) {
     const QWidget* window = owner ? owner->window() : nullptr;
     if (window && (!window->isVisible() || window->isMinimized())) window = nullptr;
     const QScreen* screen = window ? window->screen() : QGuiApplication::primaryScreen();
@@ -29,8 +26,6 @@ QRect PlaceFor(const QWidget* owner, const QSize& size) {
     return rect;
 }
 
-}  // namespace
-
 FrameDialog::FrameDialog(QWidget* owner, Kind kind) : FrameWindow(kind, owner ? owner->window() : nullptr) {
     setWindowModality(Qt::ApplicationModal);
 }
@@ -42,7 +37,7 @@ bool FrameDialog::Exec() {
     accepted_ = false;
     connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
     const QPointer<FrameDialog> self = this;
-    SetFrameRect(FromQRect(PlaceFor(parentWidget(), size())));
+    SetFrameRect(FromQRect(PlaceOver(parentWidget(), size())));
     if (registryName_.isEmpty())
         show();
     else

@@ -14,6 +14,10 @@ class QPushButton;
 
 namespace pixelgrove {
 
+// The middle of the owner's window, or of the screen where that isn't seen, kept inside the work area; the
+// caption wins over the lower edge.
+QRect PlaceOver(const QWidget* owner, const QSize& size);
+
 // A modal window: Exec shows it in the middle of its owner, inside the work area, and waits. Escape and the
 // caption's close end it with false; Enter presses the button that has the focus, else the default one. It
 // can be shown again.

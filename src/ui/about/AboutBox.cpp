@@ -1,0 +1,147 @@
+#include "ui/about/AboutBox.h"
+
+#include <QKeyEvent>
+#include <utility>
+
+#include "core/BaseFolders.h"
+#include "look/widgets/Theme.h"
+#include "platform/LoadedLibraries.h"
+#include "ui/about/PageView.h"
+#include "ui_AboutBox.h"
+#include "windows/widgets/DialogScaler.h"
+#include "windows/widgets/Dialogs.h"
+
+namespace pixelgrove {
+
+namespace {
+
+constexpr int kRaiseAfterMs = 100;
+constexpr int kUpdatePollMs = 200;
+
+std::unique_ptr<Ui::AboutBox> MakeForm(QWidget* client) {
+    auto form = std::make_unique<Ui::AboutBox>();
+    client->setFont(FormFont());
+    form->setupUi(client);
+    return form;
+}
+
+// By AboutPage.
+std::array<QPushButton*, size_t(AboutPage::Count)> PageButtons(const Ui::AboutBox& form) {
+    return {form.aboutButton,   form.helpButton,   form.updatesButton,   form.licenseButton,
+            form.foldersButton, form.thanksButton, form.propertiesButton};
+}
+
+bool IsDocument(AboutPage page) {
+    return page == AboutPage::About || page == AboutPage::Help || page == AboutPage::License ||
+           page == AboutPage::Thanks;
+}
+
+}  // namespace
+
+AboutBox::AboutBox(QWidget* owner, AboutSources sources)
+    : FrameWindow(Kind::Dialog, owner), form_(MakeForm(Client())), sources_(std::move(sources)) {
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(Client()->windowTitle());
+    const QSize base = Client()->size();
+    SetMinimumClientSize(base / 2);
+    ResizeClient(base);
+    AttachScaling(*Client());
+    SetUpPageView(*form_->pageText);
+    ConnectButtons();
+    StartUpdateCheck();
+    QTimer::singleShot(kRaiseAfterMs, this, &QWidget::raise);
+}
+
+AboutBox::~AboutBox() = default;
+
+void AboutBox::ConnectButtons() {
+    const auto pages = PageButtons(*form_);
+    for (size_t i = 0; i < pages.size(); ++i)
+        connect(pages[i], &QAbstractButton::clicked, this, [this, i] { ShowPage(AboutPage(i)); });
+    form_->propertiesButton->setVisible(!sources_.properties.isEmpty());
+    SiteButton* const siteButtons[] = {form_->siteButton0, form_->siteButton1, form_->siteButton2,
+                                       form_->siteButton3, form_->siteButton4};
+    for (size_t i = 0; i < sources_.sites.size(); ++i) {
+        const AboutSite& site = sources_.sites[i];
+        siteButtons[i]->SetPicture(site.picture);
+        siteButtons[i]->setToolTip(QString::fromUtf16(site.toolTip));
+        siteButtons[i]->setAccessibleName(siteButtons[i]->toolTip());
+        connect(siteButtons[i], &QAbstractButton::clicked, this,
+                [this, i] { sources_.openUrl(sources_.sites[i].address); });
+    }
+    connect(form_->pageText, &QTextBrowser::anchorClicked, this, &AboutBox::FollowLink);
+    connect(form_->okButton, &QAbstractButton::clicked, this, &QWidget::close);
+}
+
+void AboutBox::StartUpdateCheck() {
+    if (sources_.updateAddress.isEmpty()) {
+        updateText_ = QStringLiteral("No update address is set.");
+        return;
+    }
+    if (!update_.Start(sources_.updateAddress, sources_.buildStamp)) return;
+    updateText_ = QStringLiteral("Checking for a newer build...");
+    connect(&updateTimer_, &QTimer::timeout, this, &AboutBox::TakeUpdateText);
+    updateTimer_.start(kUpdatePollMs);
+}
+
+void AboutBox::TakeUpdateText() {
+    const std::optional<QString> text = update_.TakeText();
+    if (!text) return;
+    updateTimer_.stop();
+    updateText_ = *text;
+    if (page_ == AboutPage::Updates) ShowPage(page_);
+}
+
+QString AboutBox::PlainText(AboutPage page) const {
+    switch (page) {
+        case AboutPage::Updates:
+            return updateText_;
+        case AboutPage::Folders:
+            return FolderListing(PathOf(PathId::DllBase), LoadedLibraries());
+        case AboutPage::Properties:
+            return sources_.properties;
+        default:
+            return {};
+    }
+}
+
+void AboutBox::ShowPage(AboutPage page) {
+    page_ = page;
+    PageButtons(*form_)[size_t(page)]->setChecked(true);
+    if (IsDocument(page))
+        ShowDocument(*form_->pageText, DocumentText(page, sources_.documents));
+    else
+        ShowPlainText(*form_->pageText, PlainText(page));
+}
+
+void AboutBox::FollowLink(const QUrl& link) {
+    if (link.scheme().isEmpty())
+        ScrollToHeading(*form_->pageText, link.fragment());
+    else
+        sources_.openUrl(link);
+}
+
+void AboutBox::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Cancel)) {
+        close();
+    } else if (QPushButton* button = ButtonOfKey(*this, *event)) {
+        button->click();
+    } else {
+        FrameWindow::keyPressEvent(event);
+    }
+}
+
+AboutBox& ShowAboutBox(QWidget& owner, const AboutSources& sources, QPointer<AboutBox>& slot,
+                       AboutPage page) {
+    if (!slot) {
+        slot = new AboutBox(&owner, sources);
+        slot->SetFrameRect(FromQRect(PlaceOver(&owner, slot->size())));
+        slot->show();
+    }
+    slot->ShowPage(page);
+    slot->raise();
+    slot->activateWindow();
+    return *slot;
+}
+
+}  // namespace pixelgrove

@@ -1,0 +1,25 @@
+// The texts of the About box: documents read from files, and the listing of folders and modules.
+//
+// Main thread, after SetBaseFolders.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace pixelgrove {
+
+// In the order of the box's buttons.
+enum class AboutPage { About, Help, Updates, License, Folders, Thanks, Properties, Count };
+
+// The folder with the documents: beside the program, or where it was installed.
+QString HelpFolder();
+
+// The Markdown text of a page that is a document; of one whose file can't be read "Missing file: " and the
+// file's name. Not for other pages.
+QString DocumentText(AboutPage page, const QString& folder);
+
+// Where the program's files live, and which libraries it has loaded: of those below libraryFolder and of the
+// system's a list each. No libraries at all are told as a failure.
+QString FolderListing(const QString& libraryFolder, const QStringList& libraries);
+
+}  // namespace pixelgrove

@@ -1,0 +1,22 @@
+// How the About box's texts look: documents with headings, tables and links, and plain texts whose addresses
+// are links. Main thread.
+#pragma once
+
+#include <QString>
+
+class QTextBrowser;
+
+namespace pixelgrove {
+
+// The window's two colours, and narrow tabs.
+void SetUpPageView(QTextBrowser& view);
+
+void ShowDocument(QTextBrowser& view, const QString& markdown);
+// Letter for letter: whatever stands in it, it is no markup.
+void ShowPlainText(QTextBrowser& view, const QString& text);
+
+// Scrolls to the heading that a link in the document names: its words in small letters with '-' between them.
+// False without such a heading.
+bool ScrollToHeading(QTextBrowser& view, const QString& name);
+
+}  // namespace pixelgrove
