@@ -2,8 +2,10 @@
 // reaches a run.
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDragEnterEvent>
 #include <QImage>
 #include <QMenu>
+#include <QMimeData>
 
 #include "OutputFixture.h"
 #include "shadertoy/ProjectFile.h"
@@ -195,6 +197,36 @@ TEST_F(ChannelPanelTest, PicturesAreChosenByTheirFiles) {
     EXPECT_EQ(Channel().wrap, gl::kClampToEdge);
     for (const BitmapRef& face : Channel().faces)
         EXPECT_NE(face, nullptr);
+}
+
+TEST_F(ChannelPanelTest, ThePictureTakesClicksAndDrops) {
+    const auto drop = [this](const QString& path) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(path)});
+        const QPoint middle = Thumbnail()->rect().center();
+        QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(Thumbnail(), &enter);
+        ASSERT_TRUE(enter.isAccepted());
+        QDropEvent event(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(Thumbnail(), &event);
+        QCoreApplication::sendPostedEvents();
+    };
+    QStringList problems;
+    window->Projects().dialogs.inform = [&problems](QWidget&, const QString&, const QString& text) {
+        problems.append(text);
+    };
+    drop(PictureFile());
+    EXPECT_EQ(Channel().kind, kChannelTexture);
+    EXPECT_TRUE(Title().startsWith(u'*'));
+    drop(FileWith("no picture", QStringLiteral("png")));
+    EXPECT_EQ(problems.size(), 1);
+    EXPECT_EQ(Channel().kind, kChannelTexture) << "what can't be read changes nothing";
+    EXPECT_TRUE(Channel().faces[0]);
+
+    QTest::mouseClick(Thumbnail(), Qt::LeftButton);
+    auto* menu = window->findChild<QMenu*>(QStringLiteral("channelMenu"));
+    ASSERT_NE(menu, nullptr);
+    menu->close();
 }
 
 TEST_F(ChannelPanelTest, AVolumeFillsOnlyAnUnusedChannel) {

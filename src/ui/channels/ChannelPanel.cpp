@@ -17,6 +17,7 @@
 #include "project/ProjectModel.h"
 #include "render/Player.h"
 #include "render/RenderThread.h"
+#include "ui/channels/ChannelDrop.h"
 #include "ui/channels/ChannelMenu.h"
 #include "ui/channels/ChannelThumbnail.h"
 
@@ -130,6 +131,12 @@ void ChannelPanel::Connect(uint32_t channel) {
     group.vflip->setChecked(false);
     connect(group.button, &QPushButton::clicked, this,
             [this, channel] { runCommand_(kCmdChannelFirst + int(channel)); });
+    connect(group.thumbnail, &ChannelThumbnail::Clicked, this,
+            [this, channel] { runCommand_(kCmdChannelFirst + int(channel)); });
+    // The program that it comes from waits for the drop to end; a message may stand for long.
+    connect(
+        group.thumbnail, &ChannelThumbnail::MediumDropped, this,
+        [this, channel](const QString& path) { TakeMedium(channel, path); }, Qt::QueuedConnection);
     connect(group.filter, &QComboBox::activated, this, [this, channel] {
         ShownChannel(channel).filter = SelectedData(*groups_[channel].filter);
         WriteThrough(channel);
@@ -189,6 +196,16 @@ void ChannelPanel::PopUpMenu(uint32_t channel) {
         Refresh();
     });
     menu->popup(QCursor::pos());
+}
+
+void ChannelPanel::TakeMedium(uint32_t channel, const QString& path) {
+    const QString problem = UseDroppedMedium(path, ShownChannel(channel));
+    if (!problem.isEmpty()) {
+        dialogs_.inform(form_, QStringLiteral("Channel %1").arg(channel), problem + u'.');
+        return;
+    }
+    OnStageChanged(app_.project, app_.project.currentStage);
+    Refresh();
 }
 
 void ChannelPanel::Watch(RenderRun& run) {

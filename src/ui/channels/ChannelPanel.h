@@ -65,6 +65,7 @@ class ChannelPanel : public QObject {
     void Connect(uint32_t channel);
     void ShowGroup(const Group& group, const ChannelInput& channel, bool hasInputs);
     void WriteThrough(uint32_t channel);
+    void TakeMedium(uint32_t channel, const QString& path);
     void ShowPreviews();
     ChannelInput& ShownChannel(uint32_t channel) const;
 

@@ -1,12 +1,15 @@
 #include "ui/channels/ChannelThumbnail.h"
 
+#include <QDragEnterEvent>
 #include <QHelpEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QToolTip>
 
 #include "core/EditingForm.h"
 #include "media/LiveFeeds.h"
+#include "ui/channels/ChannelDrop.h"
 #include "ui/channels/ChannelPictures.h"
 #include "ui/text/ChannelTooltip.h"
 
@@ -46,6 +49,7 @@ void PaintLetter(QPainter& painter, const QRect& area, uint32_t bufferStage) {
 
 ChannelThumbnail::ChannelThumbnail(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
+    setAcceptDrops(true);
 }
 
 void ChannelThumbnail::SetUp(const EditingForm& project, uint32_t channel) {
@@ -86,9 +90,45 @@ void ChannelThumbnail::mousePressEvent(QMouseEvent* event) {
     event->accept();
 }
 
+void ChannelThumbnail::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && rect().contains(event->pos())) Q_EMIT Clicked();
+}
+
+void ChannelThumbnail::ShowDrag(bool isOver) {
+    isDraggedOver_ = isOver;
+    update();
+}
+
+// What it has no use for goes to the window behind it, which opens projects.
+void ChannelThumbnail::dragEnterEvent(QDragEnterEvent* event) {
+    if (DroppedMedium(*event->mimeData()).isEmpty()) {
+        event->ignore();
+        return;
+    }
+    event->acceptProposedAction();
+    ShowDrag(true);
+}
+
+void ChannelThumbnail::dragLeaveEvent(QDragLeaveEvent*) {
+    ShowDrag(false);
+}
+
+void ChannelThumbnail::dropEvent(QDropEvent* event) {
+    ShowDrag(false);
+    event->acceptProposedAction();
+    Q_EMIT MediumDropped(DroppedMedium(*event->mimeData()));
+}
+
 void ChannelThumbnail::paintEvent(QPaintEvent*) {
-    const ChannelInput& channel = Channel();
     QPainter painter(this);
+    PaintChannel(painter);
+    if (!isDraggedOver_) return;
+    painter.setPen(QPen(palette().highlight(), 2));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+}
+
+void ChannelThumbnail::PaintChannel(QPainter& painter) {
+    const ChannelInput& channel = Channel();
     painter.fillRect(rect(), QColor(kGround));
     const bool isPicture = channel.kind == kChannelTexture || channel.kind == kChannelCubemap;
     const bool isBuffer = channel.kind == kChannelBuffer;

@@ -1,11 +1,13 @@
 // ChannelThumbnail: the picture of what a channel of the shown stage reads, with a tooltip that tells more.
-// Main thread.
+// It can be pressed, and takes a picture or a volume that is dropped on it. Main thread.
 #pragma once
 
 #include <QImage>
 #include <QWidget>
 
 #include "media/Bitmap.h"
+
+class QPainter;
 
 namespace pixelgrove {
 
@@ -24,14 +26,25 @@ class ChannelThumbnail : public QWidget {
     void ShowPreview(BitmapRef frame);
     bool HasPreview() const { return preview_ != nullptr; }
 
+  Q_SIGNALS:
+    void Clicked();
+    void MediumDropped(const QString& path);
+
   protected:
     bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:
     const ChannelInput& Channel() const;
     const QImage& PictureOf(const BitmapRef& bitmap);
+
+    void ShowDrag(bool isOver);
+    void PaintChannel(QPainter& painter);
 
     const EditingForm* project_ = nullptr;
     uint32_t channel_ = 0;
@@ -39,6 +52,7 @@ class ChannelThumbnail : public QWidget {
     // The last bitmap that was scaled, as it was painted.
     BitmapRef scaledBitmap_;
     QImage scaled_;
+    bool isDraggedOver_ = false;
 };
 
 }  // namespace pixelgrove
