@@ -1,5 +1,5 @@
-// The data files that are installed with the program (layouts, colours, examples) and the user's copies of
-// them.
+// The data files that are installed with the program (layouts, palettes, colours, examples) and the user's
+// copies of them.
 //
 // Main thread, after SetBaseFolders.
 #pragma once
