@@ -138,5 +138,57 @@ TEST_F(Webcam, ScalesAFixedAreaOfEveryPictureToTheTexture) {
     EXPECT_EQ(LatestCameraPicture(), nullptr);
 }
 
+// The colours of the palette's texture from its left end, 0x00RRGGBB, and what it is set to.
+std::vector<uint32_t> PaletteColours(const RenderContext& context, std::vector<GLint>& parameters) {
+    glBindTexture(GL_TEXTURE_2D, context.paletteTexture);
+    GLint width = 0, height = 0;
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_HEIGHT, &height);
+    std::vector<uint32_t> colours(size_t(width) * size_t(height));
+    glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, colours.data());
+    parameters.clear();
+    for (const GLenum name :
+         {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T, GL_TEXTURE_MIN_FILTER, GL_TEXTURE_MAG_FILTER}) {
+        GLint value = 0;
+        glGetTexParameteriv(GL_TEXTURE_2D, name, &value);
+        parameters.push_back(value);
+    }
+    glBindTexture(GL_TEXTURE_2D, 0);
+    for (uint32_t& colour : colours)
+        colour &= 0xFFFFFF;
+    return colours;
+}
+
+TEST(LiveTextures, ThePaletteIsATextureOfItsColoursInEveryFrame) {
+    Engine engine;
+    ASSERT_TRUE(engine.Play("void mainImage(out vec4 c, in vec2 p) { c = vec4(1); }", 4, 4));
+    EXPECT_EQ(engine.Context().paletteTexture, 0u) << "none without colours";
+    // The count grows, stays, shrinks, falls to none, which leaves the texture, and comes back.
+    uint32_t step = 0x010305;
+    for (const int count : {2048, 2048, 1, 236, 0, 236, 2048}) {
+        SCOPED_TRACE(count);
+        auto block = std::make_unique<PaletteBlock>();
+        block->count = count;
+        std::vector<uint32_t> wanted;
+        for (uint32_t i = 0; i < uint32_t(count); ++i) {
+            const uint32_t colour = (i * step + step) & 0xFFFFFF;
+            wanted.push_back(colour);
+            block->red[i] = uint8_t(colour >> 16);
+            block->green[i] = uint8_t(colour >> 8);
+            block->blue[i] = uint8_t(colour);
+        }
+        step += 0x040201;
+        std::vector<GLint> parameters;
+        const std::vector<uint32_t> before = PaletteColours(engine.Context(), parameters);
+        UnpackPalette(*block, *Hold(*App()->palette.table));
+        ASSERT_TRUE(engine.Draw(2));
+        EXPECT_EQ(PaletteColours(engine.Context(), parameters), count > 0 ? wanted : before);
+        EXPECT_EQ(parameters,
+                  (std::vector<GLint>{GL_MIRRORED_REPEAT, GL_CLAMP_TO_EDGE, GL_LINEAR, GL_LINEAR}));
+        EXPECT_EQ(engine.Context().paletteWidth, uint32_t(count > 0 ? count : 236));
+    }
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+}
+
 }  // namespace
 }  // namespace pixelgrove
