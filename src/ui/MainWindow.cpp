@@ -23,6 +23,7 @@
 #include "ui/editor/EditorMenu.h"
 #include "ui_EditWindow.h"
 #include "windows/widgets/DialogScaler.h"
+#include "windows/widgets/DroppedFiles.h"
 #include "windows/widgets/WindowRegistry.h"
 
 namespace pixelgrove {
@@ -56,14 +57,6 @@ bool IsStageName(const QString& name) {
 // this one marks a line here too.
 bool Names(const CompileMessage& message, uint32_t stage) {
     return message.text.left(kMarkedLineLength).contains(StageName(stage), Qt::CaseInsensitive);
-}
-
-// The local files among what is being dropped; other addresses are nothing that can be loaded.
-QStringList DroppedFiles(const QMimeData& data) {
-    QStringList paths;
-    for (const QUrl& url : data.urls())
-        if (url.isLocalFile()) paths.append(url.toLocalFile());
-    return paths;
 }
 
 // The shader whose page is dropped; empty when it is none.

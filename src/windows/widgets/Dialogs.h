@@ -76,4 +76,10 @@ struct FileQuestion {
 // opening the file exists, and a name that fits a file as it was typed stays; for saving its folder exists.
 QString AskForFile(QWidget* owner, const FileQuestion& question);
 
+// Several files of one folder, to open; all of them exist. Empty when cancelled.
+QStringList AskForFiles(QWidget* owner, const FileQuestion& question);
+
+// A folder that exists, by the question's caption and folder; empty when cancelled.
+QString AskForFolder(QWidget* owner, const FileQuestion& question);
+
 }  // namespace pixelgrove

@@ -18,14 +18,15 @@ constexpr QSize kSmallestFileChoice{480, 300};
 // Messages that the toolkit's file dialog would show come in the program's own frame.
 class FileChoice : public QFileDialog {
   public:
-    FileChoice(FrameDialog& frame, const FileQuestion& question)
+    FileChoice(FrameDialog& frame, const FileQuestion& question, FileMode mode)
         : QFileDialog(frame.Client()), frame_(frame), question_(question) {
         setOption(QFileDialog::DontUseNativeDialog);
         setOption(QFileDialog::DontConfirmOverwrite);
         setWindowFlags(Qt::Widget);
         setSizeGripEnabled(false);
         setAcceptMode(question.forSaving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-        setFileMode(question.forSaving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+        setFileMode(mode);
+        if (mode == QFileDialog::Directory) setOption(QFileDialog::ShowDirsOnly);
         setViewMode(QFileDialog::Detail);
         if (!question.filters.isEmpty()) setNameFilters(question.filters);
         if (question.filterIndex > 0 && question.filterIndex < question.filters.size())
@@ -43,11 +44,20 @@ class FileChoice : public QFileDialog {
         if (!question.fileName.isEmpty()) selectFile(question.fileName);
     }
 
-    QString Path() const { return completed_.isEmpty() ? selectedFiles().value(0) : completed_; }
+    QStringList Paths() const { return completed_.isEmpty() ? selectedFiles() : QStringList(completed_); }
+    QString Path() const { return Paths().value(0); }
 
   protected:
     void accept() override {
-        const QFileInfo chosen(Path());
+        const QStringList paths = Paths();
+        if (paths.size() > 1) {
+            for (const QString& path : paths) {
+                if (QFileInfo::exists(path)) continue;
+                SayNotFound(QFileInfo(path).fileName());
+                return;
+            }
+        }
+        const QFileInfo chosen(paths.value(0));
         // A folder's name leads into that folder.
         if (chosen.exists() || chosen.fileName().isEmpty()) {
             QFileDialog::accept();
@@ -106,21 +116,35 @@ class FileChoice : public QFileDialog {
     QString completed_;  // the path of a file that was typed without its suffix
 };
 
-}  // namespace
-
-QString AskForFile(QWidget* owner, const FileQuestion& question) {
+// The chosen paths; empty when cancelled.
+QStringList Choose(QWidget* owner, const FileQuestion& question, QFileDialog::FileMode mode) {
     auto* dialog = new FrameDialog(owner, FrameWindow::Kind::Dialog);
     dialog->setWindowTitle(question.caption);
     dialog->Client()->setObjectName(QStringLiteral("fileForm"));
     auto* rows = new QVBoxLayout(dialog->Client());
     rows->setContentsMargins(0, 0, 0, 0);
-    auto* choice = new FileChoice(*dialog, question);
+    auto* choice = new FileChoice(*dialog, question, mode);
     rows->addWidget(choice);
     dialog->SetMinimumClientSize(kSmallestFileChoice);
     dialog->ResizeClient(kFileChoiceSize);
-    QString path;
-    ExecOnce(dialog, [&] { path = choice->Path(); });
-    return path;
+    QStringList paths;
+    ExecOnce(dialog, [&] { paths = choice->Paths(); });
+    return paths;
+}
+
+}  // namespace
+
+QString AskForFile(QWidget* owner, const FileQuestion& question) {
+    const auto mode = question.forSaving ? QFileDialog::AnyFile : QFileDialog::ExistingFile;
+    return Choose(owner, question, mode).value(0);
+}
+
+QStringList AskForFiles(QWidget* owner, const FileQuestion& question) {
+    return Choose(owner, question, QFileDialog::ExistingFiles);
+}
+
+QString AskForFolder(QWidget* owner, const FileQuestion& question) {
+    return Choose(owner, question, QFileDialog::Directory).value(0);
 }
 
 }  // namespace pixelgrove

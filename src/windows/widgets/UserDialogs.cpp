@@ -19,6 +19,8 @@ UserDialogs MakeUserDialogs(QWidget* window) {
         ShowInformation(&owner, caption, text);
     };
     dialogs.askForFile = [window](const FileQuestion& question) { return AskForFile(window, question); };
+    dialogs.askForFiles = [window](const FileQuestion& question) { return AskForFiles(window, question); };
+    dialogs.askForFolder = [window](const FileQuestion& question) { return AskForFolder(window, question); };
     // Nothing is said when the desktop has no program for it.
     dialogs.openUrl = [](const QUrl& url) { OpenAddress(url.toString(QUrl::FullyEncoded)); };
     dialogs.openTextEditor = [](const QString& path, int line) { OpenInTextEditor(path, line); };

@@ -21,6 +21,8 @@ struct UserDialogs {
     std::function<void(QWidget& owner, const QString& caption, const QString& text)> inform;
     // The chosen path, empty when cancelled.
     std::function<QString(const FileQuestion& question)> askForFile;
+    std::function<QStringList(const FileQuestion& question)> askForFiles;
+    std::function<QString(const FileQuestion& question)> askForFolder;
     // The user's web browser.
     std::function<void(const QUrl& url)> openUrl;
     // The user's text editor; lines count from 1, 0 asks for none.

@@ -1,0 +1,15 @@
+#include "windows/widgets/DroppedFiles.h"
+
+#include <QMimeData>
+#include <QUrl>
+
+namespace pixelgrove {
+
+QStringList DroppedFiles(const QMimeData& data) {
+    QStringList paths;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile()) paths.append(url.toLocalFile());
+    return paths;
+}
+
+}  // namespace pixelgrove
