@@ -49,6 +49,7 @@ AboutBox::AboutBox(QWidget* owner, AboutSources sources)
     SetUpPageView(*form_->pageText);
     ConnectButtons();
     StartUpdateCheck();
+    form_->pageText->setFocus();
     QTimer::singleShot(kRaiseAfterMs, this, &QWidget::raise);
 }
 

@@ -1,8 +1,12 @@
 #include "ui/about/PageView.h"
 
+#include <QAbstractTextDocumentLayout>
+#include <QFontInfo>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextList>
 #include <QTextTable>
 
 #include "look/widgets/Theme.h"
@@ -14,10 +18,10 @@ namespace {
 
 constexpr qreal kTabWidth = 16;
 constexpr qreal kCellPadding = 4;
+constexpr qreal kParagraphGap = 8;
 constexpr qreal kDocumentMargin = 12;
 
-// What the toolkit leaves to the view: tables without lines, and code like all else.
-void Dress(QTextDocument& document) {
+void DressTables(QTextDocument& document) {
     for (QTextFrame* frame : document.rootFrame()->childFrames()) {
         auto* table = qobject_cast<QTextTable*>(frame);
         if (!table) continue;
@@ -29,17 +33,54 @@ void Dress(QTextDocument& document) {
         format.setCellSpacing(0);
         format.setCellPadding(kCellPadding);
         format.setTopMargin(kCellPadding);
-        format.setBottomMargin(2 * kCellPadding);
+        format.setBottomMargin(kParagraphGap);
         table->setFormat(format);
     }
+}
+
+bool IsCode(const QTextBlock& block) {
+    const QTextBlockFormat format = block.blockFormat();
+    return format.hasProperty(QTextFormat::BlockCodeLanguage) ||
+           format.hasProperty(QTextFormat::BlockCodeFence);
+}
+
+// Room below each paragraph, list and piece of code, and above each heading.
+void DressBlock(const QTextBlock& block) {
+    QTextCursor cursor(block);
+    if (cursor.currentTable()) return;
+    QTextBlockFormat format = block.blockFormat();
+    const QTextBlock next = block.next();
+    const bool goesOn =
+        (block.textList() && next.textList() == block.textList()) || (IsCode(block) && IsCode(next));
+    format.setBottomMargin(goesOn ? 0 : kParagraphGap);
+    if (format.headingLevel() > 1) format.setTopMargin(kParagraphGap);
+    if (IsCode(block)) format.setBackground(Theme().panel);
+    cursor.setBlockFormat(format);
+}
+
+void Underline(QTextDocument& document) {
+    QList<QTextCursor> links;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        if (!block.blockFormat().hasProperty(QTextFormat::BlockCodeLanguage) &&
-            !block.blockFormat().hasProperty(QTextFormat::BlockCodeFence))
-            continue;
-        QTextBlockFormat format = block.blockFormat();
-        format.setBackground(Theme().panel);
-        QTextCursor(block).setBlockFormat(format);
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            if (!part.fragment().charFormat().isAnchor()) continue;
+            QTextCursor cursor(block);
+            cursor.setPosition(part.fragment().position());
+            cursor.setPosition(cursor.position() + part.fragment().length(), QTextCursor::KeepAnchor);
+            links.append(cursor);
+        }
     }
+    QTextCharFormat format;
+    format.setFontUnderline(true);
+    for (QTextCursor& link : links)
+        link.mergeCharFormat(format);
+}
+
+// What the toolkit leaves to the view.
+void Dress(QTextDocument& document) {
+    DressTables(document);
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+        DressBlock(block);
+    Underline(document);
 }
 
 QString HeadingName(const QString& heading) {
@@ -87,6 +128,16 @@ void SetUpPageView(QTextBrowser& view) {
     palette.setColor(QPalette::Text, Theme().text);
     view.setPalette(palette);
     view.setTabStopDistance(kTabWidth);
+    // In points: the view zooms no others.
+    QFont font = view.font();
+    font.setPointSizeF(QFontInfo(font).pointSizeF());
+    view.setFont(font);
+    const auto addKey = [&view](QKeySequence::StandardKey key, void (QTextBrowser::*run)(int)) {
+        QObject::connect(new QShortcut(key, &view, nullptr, nullptr, Qt::WidgetShortcut),
+                         &QShortcut::activated, &view, [&view, run] { (view.*run)(1); });
+    };
+    addKey(QKeySequence::ZoomIn, &QTextBrowser::zoomIn);
+    addKey(QKeySequence::ZoomOut, &QTextBrowser::zoomOut);
 }
 
 void ShowDocument(QTextBrowser& view, const QString& markdown) {
