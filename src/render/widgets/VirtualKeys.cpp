@@ -3,6 +3,8 @@
 #include <QKeyEvent>
 #include <string_view>
 
+#include "platform/KeyPlaces.h"
+
 namespace pixelgrove {
 namespace {
 
@@ -102,61 +104,17 @@ int MetaKey(quint32 keySymbol) {
     return keySymbol == kSuperRight ? 92 : 91;
 }
 
-// Position in `keys` looked up in `codes` of the same length.
-int LookUp(std::string_view keys, const int* codes, int key) {
-    if (key <= 0 || key > 127) return -1;
-    size_t place = keys.find(char(key));
-    return place == std::string_view::npos ? -1 : codes[place];
-}
-
-constexpr int kPunctuationCodes[] = {186, 187, 188, 189, 190, 191, 192, 219, 220, 221, 222};
-
-// X key codes number the keys of a PC keyboard by place; these are the rows as a US keyboard has them.
-constexpr int kDigitRow = 10;
-
-int PunctuationByPlace(quint32 scanCode) {
-    switch (scanCode) {
-        case 47:
-            return 186;
-        case 21:
-            return 187;
-        case 59:
-            return 188;
-        case 20:
-            return 189;
-        case 60:
-            return 190;
-        case 61:
-            return 191;
-        case 49:
-            return 192;
-        case 34:
-            return 219;
-        case 51:
-            return 220;
-        case 35:
-            return 221;
-        case 48:
-            return 222;
-        case 94:
-            return 226;  // the extra key beside the left Shift
-        default:
-            return -1;
-    }
-}
-
-int LetterByPlace(quint32 scanCode) {
-    struct Row {
-        quint32 first;
-        std::string_view letters;
-    };
-    constexpr Row kRows[] = {{24, "QWERTYUIOP"}, {38, "ASDFGHJKL"}, {52, "ZXCVBNM"}};
-    for (const Row& row : kRows) {
-        if (scanCode >= row.first && scanCode < row.first + row.letters.size()) {
-            return row.letters[scanCode - row.first];
-        }
-    }
+// By what a US keyboard has on its marks, without Shift or with it.
+int KeyOfMark(int key, char16_t MarkKey::*side) {
+    for (const MarkKey& mark : kMarkKeys)
+        if (key == mark.*side) return mark.virtualKey;
     return -1;
+}
+
+int DigitUnderShift(int key) {
+    const size_t place =
+        key > 0 && key <= 127 ? std::string_view(")!@#$%^&*(").find(char(key)) : std::string_view::npos;
+    return place == std::string_view::npos ? -1 : '0' + int(place);
 }
 
 }  // namespace
@@ -170,17 +128,14 @@ int VirtualKeyOf(const QKeyEvent& event) {
     if (event.modifiers() & Qt::KeypadModifier) code = KeypadKey(key);
     if (code < 0) code = NamedKey(key);
     if (code >= 0) return code;
-    if (scanCode >= kDigitRow && scanCode < kDigitRow + 10) return '0' + int(scanCode - kDigitRow + 1) % 10;
+    if (const auto digit = DigitKeyAt(scanCode)) return *digit;
     if (key >= Qt::Key_0 && key <= Qt::Key_9) return key;
-    code = LookUp(";=,-./`[\\]'", kPunctuationCodes, key);
-    if (code < 0) code = PunctuationByPlace(scanCode);
-    if (code < 0) code = LookUp(":+<_>?~{|}\"", kPunctuationCodes, key);
-    if (code < 0) {
-        constexpr int kDigitCodes[] = {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9'};
-        code = LookUp(")!@#$%^&*(", kDigitCodes, key);
-    }
+    code = KeyOfMark(key, &MarkKey::character);
+    if (code < 0) code = MarkKeyAt(scanCode).value_or(-1);
+    if (code < 0) code = KeyOfMark(key, &MarkKey::shifted);
+    if (code < 0) code = DigitUnderShift(key);
     // Layouts without Latin letters.
-    if (code < 0) code = LetterByPlace(scanCode);
+    if (code < 0) code = LetterKeyAt(scanCode).value_or(-1);
     return code;
 }
 
