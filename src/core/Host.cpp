@@ -8,6 +8,7 @@ class NoHost final : public Host {
   public:
     void PostCommand(int, intptr_t) override {}
     void CancelPostedCommand(int) override {}
+    void PostStatus(const QString&) override {}
     void Beep() override {}
 };
 

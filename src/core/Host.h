@@ -4,6 +4,7 @@
 // Each function says which thread may call it.
 #pragma once
 
+#include <QString>
 #include <cstdint>
 
 namespace pixelgrove {
@@ -16,6 +17,9 @@ class Host {
     virtual void PostCommand(int commandId, intptr_t data) = 0;
     // Drops commands of this id that were posted and not yet handled. Main thread.
     virtual void CancelPostedCommand(int commandId) = 0;
+    // Shows a text in place of what the user was told last. Texts come in the order in which they are posted,
+    // and in their place among the commands. Any thread; returns at once.
+    virtual void PostStatus(const QString& text) = 0;
     // A short sound. Any thread.
     virtual void Beep() = 0;
 };

@@ -27,7 +27,14 @@ std::optional<TimeRequest::Place> TimeRequest::Take() {
 
 void RunControls::RequestRecording() {
     if (++recordingRequests_ == 0) ++recordingRequests_;
+    recordFramesLost = 0;
     recordingActive = recordingRequests_;
+}
+
+void RunControls::DropRecording() {
+    const std::scoped_lock hold(recordingLock);
+    recordingActive = 0;
+    recordFrameTotal = 0;
 }
 
 }  // namespace pixelgrove

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
+#include <mutex>
 #include <optional>
 
 #include "core/Stages.h"
@@ -23,6 +24,10 @@ constexpr uint32_t ClampedFps(int64_t fps) {
 
 constexpr int32_t kMaxRecordFrameDelayMs = 10000;
 
+// The recordFrameTotal of a recording that goes on until it is ended by hand.
+constexpr uint32_t kManualStopSeconds = 0xFFFFFF;
+constexpr uint32_t kManualStopFrames = kManualStopSeconds * 60;
+
 // An atomic whose value goes over to a copy of its record.
 template <typename T>
 struct SharedField : std::atomic<T> {
@@ -31,6 +36,13 @@ struct SharedField : std::atomic<T> {
     SharedField() = default;
     SharedField(const SharedField& other) : std::atomic<T>(other.load()) {}
     SharedField& operator=(const SharedField&) = delete;
+};
+
+// A lock that is open in a copy of its record.
+struct OwnLock : std::mutex {
+    OwnLock() = default;
+    OwnLock(const OwnLock&) {}
+    OwnLock& operator=(const OwnLock&) = delete;
 };
 
 // A new place in time that waits for the next frame. Of several the last counts, but a frame count that was
@@ -58,24 +70,31 @@ struct RunControls {
     SharedField<uint32_t> frameBufferFormat{gl::kRgba32f};  // M; read when targets are made
     SharedField<uint32_t> recordWidth{1920};                // M
     SharedField<uint32_t> recordHeight{1080};               // M
-    SharedField<uint32_t> recordFrameTotal{0};              // M
     SharedField<uint32_t> recordFrameDelayMs{500};          // M; the rest after a recorded frame
+    SharedField<uint32_t> captureRequested{0};              // M sets, R takes
+    SharedField<uint32_t> restartRequested{0};              // M sets, R takes
+    TimeRequest timeRequest;                                // M asks (and drops at Play), R takes
+
+    // What is reported.
+    SharedField<uint32_t> hasContext{0};     // R sets, M clears once the run has ended
+    SharedField<float> playTime{0.0f};       // R; the time that is shown
+    SharedField<uint32_t> fpsCurrent{0};     // R (and M before the thread starts)
+    SharedField<uint32_t> compileFailed{0};  // R, before it reports
+
+    // The recording, which both sides begin, advance and end (render/FrameRecorder.h): each of its changes,
+    // and the text that goes with it, is made as a whole under the lock.
+    OwnLock recordingLock;
     // The number of the request to record, 0 for none. M by RequestRecording and sets 0; R sets 0 in place of
     // the number that it has seen.
     SharedField<uint32_t> recordingActive{0};
-    SharedField<uint32_t> captureRequested{0};  // M sets, R takes
-    SharedField<uint32_t> restartRequested{0};  // M sets, R takes
-    TimeRequest timeRequest;                    // M asks (and drops at Play), R takes
-
-    // What is reported.
-    SharedField<uint32_t> hasContext{0};        // R sets, M clears once the run has ended
-    SharedField<float> playTime{0.0f};          // R; the time that is shown
-    SharedField<uint32_t> fpsCurrent{0};        // R (and M before the thread starts)
-    SharedField<uint32_t> recordFrameIndex{0};  // R (and M before the thread starts)
-    SharedField<uint32_t> compileFailed{0};     // R, before it reports
+    SharedField<uint32_t> recordFrameTotal{0};  // kManualStopFrames without an end; 0 for a single frame
+    SharedField<uint32_t> recordFrameIndex{0};  // the number of the next file
+    SharedField<uint32_t> recordFramesLost{0};  // numbers whose files could not be written
 
     // Recording is wanted, by a request that is told from all before it. Main thread.
     void RequestRecording();
+    // The recording, if any, ends without a word.
+    void DropRecording();
 
   private:
     uint32_t recordingRequests_ = 0;  // main thread

@@ -6,6 +6,7 @@
 
 #include "commands/Commands.h"
 #include "platform/Clock.h"
+#include "render/FrameRecorder.h"
 #include "render/FrameRenderer.h"
 #include "render/GlSetup.h"
 #include "render/RenderContext.h"
@@ -17,18 +18,11 @@ namespace {
 
 bool ShowReadBack(RenderRun& run, int width, int height) {
     // A new bitmap each time: the main thread may still be painting the last one.
-    const std::shared_ptr<Bitmap> frame = CreateFrameBitmap(width, height);
+    std::shared_ptr<Bitmap> frame = CreateFrameBitmap(width, height);
     if (!frame || !ReadBackStage(*run.context, kStageImage, *frame)) return false;
     run.context->surface->ShowBitmap(frame);
+    run.frame = std::move(frame);
     return true;
-}
-
-void SetForcedSize(RenderRun& run) {
-    RenderContext& context = *run.context;
-    context.forcedSizeOn = run.recording != 0;
-    context.forcedSize = {};
-    if (context.forcedSizeOn)
-        context.forcedSize = {int(run.controls->recordWidth), int(run.controls->recordHeight)};
 }
 
 void ShowChannelPreviews(RenderRun& run) {
@@ -120,17 +114,29 @@ bool RenderAndPresent(RenderRun& run, int width, int height) {
 
 bool RenderFrameTick(RenderRun& run) {
     RunControls& controls = *run.controls;
-    if (const uint32_t asked = controls.recordingActive; asked != run.recording) {
-        run.recording = asked;
-        SetForcedSize(run);
+    RenderContext& context = *run.context;
+    run.frame.reset();
+    FollowRecording(run);
+    const bool captures = controls.captureRequested.exchange(0) != 0;
+    if (!captures && run.recording == 0) {
+        const SurfaceSize size = context.surface->ClientSize();
+        return RenderAndPresent(run, size.width, size.height);
     }
-    if (controls.captureRequested.exchange(0) != 0 || run.recording) {
-        const bool drawn = RenderAndPresent(run, int(controls.recordWidth), int(controls.recordHeight));
-        if (!drawn) run.WithGate([](Host& host) { host.Beep(); });
-        return drawn;
+    if (run.recording == 0) ForceSize(context, RecordSize(controls));
+    const SurfaceSize size = context.forcedSize;
+    const bool drawn = RenderAndPresent(run, size.width, size.height);
+    if (!drawn) {
+        run.WithGate([](Host& host) { host.Beep(); });
+        if (run.recording != 0) NoteUndrawnFrame(run);
+    } else if (controls.captureRequested != 0) {
+        // Asked for once more while the frame was drawn: a single request draws a frame and leaves no file.
+        SaveCapture(run);
     }
-    const SurfaceSize size = run.context->surface->ClientSize();
-    return RenderAndPresent(run, size.width, size.height);
+    if (run.recording == 0)
+        ForceSize(context, std::nullopt);
+    else if (drawn && run.frame)
+        RecordFrame(run);
+    return drawn;
 }
 
 }  // namespace pixelgrove

@@ -13,6 +13,7 @@
 #include "project/RunningForm.h"
 #include "render/ChannelTextures.h"
 #include "render/FramePacing.h"
+#include "render/FrameRecorder.h"
 #include "render/Player.h"
 #include "render/Presentation.h"
 #include "render/ProjectCompiler.h"
@@ -90,9 +91,7 @@ void RunProject(RenderRun& run) {
     }
     run.WithGate([](Host& host) { host.PostCommand(kCmdCompileResult, 0); });
     FrameLoop(run);
-    run.context->forcedSizeOn = false;
-    run.context->forcedSize = {};
-    controls.recordingActive.compare_exchange_strong(run.recording, 0);  // a newer request stays
+    LeaveRecording(run);
 }
 
 }  // namespace
@@ -127,7 +126,10 @@ bool RenderRun::Start(const std::shared_ptr<RenderRun>& run) {
 
 bool RenderRun::EndOrAbandon(int timeoutMs) {
     std::unique_lock lock(gate_);
-    if (endSignal_.wait_for(lock, std::chrono::milliseconds(timeoutMs), [this] { return ended_; })) {
+    const auto waitFor = [&](int ms) {
+        return endSignal_.wait_for(lock, std::chrono::milliseconds(ms), [this] { return ended_; });
+    };
+    if (waitFor(timeoutMs) || (isSavingFrame && waitFor(kFrameFileWaitMs))) {
         lock.unlock();
         thread_.Join();
         return true;
@@ -188,7 +190,7 @@ bool StopRenderThread(AppState& app, Player& player) {
     // What the abandoned thread still writes goes into a record that nobody else looks at.
     if (!ended) app.run = std::make_shared<RunControls>(*app.run);
     app.run->hasContext = 0;
-    app.run->recordingActive = 0;
+    app.run->DropRecording();
     app.host->CancelPostedCommand(kCmdCompileResult);
     app.host->CancelPostedCommand(kCmdRestart);
     return ended;

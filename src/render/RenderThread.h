@@ -16,6 +16,7 @@
 #include "core/AppState.h"
 #include "core/CompileMessage.h"
 #include "platform/Thread.h"
+#include "recording/RecorderSettings.h"
 #include "render/OutputSurface.h"
 #include "render/SamplerMailbox.h"
 
@@ -47,6 +48,8 @@ struct ChannelPreview {
 };
 
 constexpr int kStopWaitMs = 4000;
+// And then for a frame's file, which can take long to become whole.
+constexpr int kFrameFileWaitMs = 30'000;
 
 // Shared by the main thread and the run's thread; whoever lets go last frees it.
 struct RenderRun {
@@ -77,7 +80,14 @@ struct RenderRun {
 
     std::atomic<uint64_t> framesDrawn{0};  // render thread writes
 
-    uint32_t recording = 0;  // the request to record that the frame follows; the thread's
+    // Where recorded frames go; null for nowhere. Set before the thread starts.
+    std::shared_ptr<const SharedFramePath> framePath;
+    std::atomic<bool> isSavingFrame{false};  // the thread writes
+
+    // The thread's.
+    uint32_t recording = 0;         // the request to record that the frame follows
+    QString recordingTrouble;       // what went wrong first in that recording; or empty
+    std::shared_ptr<Bitmap> frame;  // what this frame was read back into; null when it wasn't
 
     // The gate: held while the thread calls what the main thread owns, f(Host&). A run that was abandoned,
     // stuck in the driver, finds it closed and touches nothing that lives. False then, and f didn't run.
@@ -93,8 +103,8 @@ struct RenderRun {
     void Finish();
     // Starts the thread; false when the system gives none. Main thread.
     static bool Start(const std::shared_ptr<RenderRun>& run);
-    // Waits for Finish and joins the thread. When it takes longer, closes the gate for good, lets the thread
-    // go on without anything it could touch, and returns false. Main thread.
+    // Waits for Finish, and longer for a frame's file, and joins the thread. When it takes longer, closes the
+    // gate for good, lets the thread go on without anything it could touch, and returns false. Main thread.
     bool EndOrAbandon(int timeoutMs);
     // The errors and the failure sentence, after command 122. Main thread.
     std::array<CompileMessages, kStageCount> ReportedErrors();

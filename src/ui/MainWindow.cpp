@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScopedValueRollback>
 #include <QSplitter>
 #include <utility>
 
@@ -19,6 +20,7 @@
 #include "render/widgets/OffscreenOutput.h"
 #include "ui/BrowserWindowRow.h"
 #include "ui/KeyCommands.h"
+#include "ui/OutputWindowRow.h"
 #include "ui/OutsideCommand.h"
 #include "ui/editor/EditorMenu.h"
 #include "ui_EditWindow.h"
@@ -100,10 +102,16 @@ MainWindow::MainWindow(AppState& app, Player& player, const WorkbenchSettings& s
         recovery_.Update();
         channelPanel_.Watch(run);
         controls_.Publish();
+        run.framePath = settings_.recorder.framePath;
     };
     controls_.restartAsked = [this] { playback_.RestartFailedRun(); };
     // Thumbnails may show what the run drew.
-    playback_.runEnded = [this] { channelPanel_.Refresh(); };
+    playback_.runEnded = [this] {
+        channelPanel_.Refresh();
+        ShowRecordedPercent(*app_.run);
+    };
+    playback_.refreshed = [this] { ShowRecordedPercent(*app_.run); };
+    pane_.sayWaiting = [this] { SayWaitingStatus(); };
     setAcceptDrops(true);
     ProbeOutput();
     playback_.SetUp();
@@ -261,6 +269,31 @@ void MainWindow::CancelPostedCommand(int commandId) {
     posted_.CancelPostedCommand(commandId);
 }
 
+void MainWindow::PostStatus(const QString& text) {
+    Hold(postedStatus_)->push_back(text);
+    PostCommand(kCmdStatus, 0);
+}
+
+void MainWindow::SayOldestStatus() {
+    QString text;
+    {
+        const Hold waiting(postedStatus_);
+        if (waiting->empty()) return;
+        text = waiting->front();
+        waiting->pop_front();
+    }
+    pane_.Say(text);
+}
+
+// What is said now is newer than all that waits, and what runs a posted command as old as its post.
+void MainWindow::SayWaitingStatus() {
+    if (runsPosted_) return;
+    const QScopedValueRollback isPosted(runsPosted_, true);
+    posted_.CancelPostedCommand(kCmdStatus);
+    const std::deque<QString> waiting = postedStatus_.Exchange({});
+    if (!waiting.empty()) pane_.Say(waiting.back());
+}
+
 void MainWindow::Beep() {
     PostCommand(kCmdBeep, 0);
 }
@@ -305,7 +338,13 @@ void MainWindow::RefreshCaretStatus() {
 
 bool MainWindow::event(QEvent* event) {
     if (event->type() != CommandQueue::EventType()) return FrameWindow::event(event);
-    if (const std::optional<PostedCommand> command = posted_.Take()) SendCommand(command->id);
+    const std::optional<PostedCommand> command = posted_.Take();
+    if (!command) return true;
+    const QScopedValueRollback isPosted(runsPosted_, true);
+    if (command->id == kCmdStatus)
+        SayOldestStatus();
+    else
+        SendCommand(command->id);
     return true;
 }
 

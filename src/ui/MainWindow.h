@@ -2,14 +2,16 @@
 // gesture becomes a command, the Host that the engine reports to, and the observer of the project.
 //
 // Registers itself as AppState::host and EditingForm::observer until it is destroyed, which must not be
-// before the run has ended. Main thread, but for PostCommand and Beep.
+// before the run has ended. Main thread, but for PostCommand, PostStatus and Beep.
 #pragma once
 
+#include <deque>
 #include <memory>
 
 #include "commands/CommandQueue.h"
 #include "commands/CommandRegistry.h"
 #include "core/Host.h"
+#include "platform/SynchronizedValue.h"
 #include "project/ProjectObserver.h"
 #include "ui/LayoutCommands.h"
 #include "ui/LiveControls.h"
@@ -73,6 +75,7 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     // Host
     void PostCommand(int commandId, intptr_t data) override;
     void CancelPostedCommand(int commandId) override;
+    void PostStatus(const QString& text) override;
     void Beep() override;
 
     // Runs a command now.
@@ -98,8 +101,9 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     bool nativeEvent(const QByteArray& eventType, void* message, qintptr* result) override;
 
   private:
-    // Of this window alone: the sound that another thread asked for.
+    // Of this window alone: the sound, and the text, that another thread asked for.
     static constexpr int kCmdBeep = -1;
+    static constexpr int kCmdStatus = -2;
 
     void ConnectControls();
     void ConnectEditor();
@@ -109,12 +113,16 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     void PopUpEditorMenu(const QPoint& globalPosition);
     void RefreshLayoutMenu();
     void RefreshCaretStatus();
+    void SayOldestStatus();
+    void SayWaitingStatus();
 
     AppState& app_;
     Player& player_;
     const WorkbenchSettings settings_;
     std::unique_ptr<Ui::EditWindow> form_;
     CommandQueue posted_;
+    SynchronizedValue<std::deque<QString>> postedStatus_;  // for each kCmdStatus its text
+    bool runsPosted_ = false;                              // a posted command
     CommandRegistry commands_;
     std::unique_ptr<WindowTable> windows_ = std::make_unique<WindowTable>();
     MessagePane pane_;

@@ -8,6 +8,7 @@
 namespace pixelgrove {
 
 void MessagePane::Say(const QString& text) {
+    if (sayWaiting) sayWaiting();
     messages_.clear();
     view_.setPlainText(text);
 }
@@ -32,6 +33,7 @@ const CompileMessage* MessagePane::MessageAt(const QPoint& at) const {
 
 void MessagePane::Add(const QString& text) {
     if (text.isEmpty()) return;
+    if (sayWaiting) sayWaiting();
     view_.appendPlainText(text);
     view_.verticalScrollBar()->setValue(view_.verticalScrollBar()->maximum());
 }

@@ -5,6 +5,7 @@
 
 #include <QPoint>
 #include <QString>
+#include <functional>
 
 #include "core/CompileMessage.h"
 
@@ -16,6 +17,9 @@ class MessagePane {
   public:
     // The view outlives this object.
     explicit MessagePane(QPlainTextEdit& view) : view_(view) {}
+
+    // Called before each change of what it says, with what was told earlier and waits; may be empty.
+    std::function<void()> sayWaiting;
 
     // In place of what it says.
     void Say(const QString& text);

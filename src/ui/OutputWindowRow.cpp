@@ -1,6 +1,7 @@
 #include "ui/OutputWindowRow.h"
 
 #include "commands/Commands.h"
+#include "render/FrameRecorder.h"
 #include "render/widgets/OutputCommands.h"
 #include "render/widgets/OutputWindow.h"
 #include "ui/MainWindow.h"
@@ -26,6 +27,11 @@ void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, AppState& 
     const QString name = QString::fromUtf16(kOutputWin);
     windows.Add({name, kCmdAnimationWindow, make}, commands);
     RegisterOutputCommands(commands, [name] { return static_cast<OutputWindow*>(Windows().Find(name)); });
+}
+
+void ShowRecordedPercent(const RunControls& controls) {
+    if (FrameWindow* output = Windows().Find(QString::fromUtf16(kOutputWin)))
+        static_cast<OutputWindow*>(output)->ShowPercent(RecordedPercent(controls));
 }
 
 }  // namespace pixelgrove

@@ -9,9 +9,13 @@ class Playback;
 class WindowTable;
 struct AppState;
 struct Player;
+struct RunControls;
 
 // What is handed in outlives the table.
 void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, AppState& app, Player& player,
                      MainWindow& mainWindow, Playback& playback);
+
+// In the window's caption, while a recording with a known end goes on.
+void ShowRecordedPercent(const RunControls& controls);
 
 }  // namespace pixelgrove

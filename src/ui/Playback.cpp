@@ -8,6 +8,7 @@
 #include "core/PlayTime.h"
 #include "platform/Clock.h"
 #include "project/ProjectModel.h"
+#include "render/FrameRecorder.h"
 #include "render/widgets/OffscreenOutput.h"
 #include "render/widgets/WindowSurface.h"
 #include "ui/MessagePane.h"
@@ -53,7 +54,7 @@ void Playback::SetButtonState(ButtonState state) {
     const bool active = state != ButtonState::Idle;
     const QWidget* focus = form_.playButton->window()->focusWidget();
     form_.playButton->setEnabled(state == ButtonState::Idle && openGlOk);
-    form_.recordButton->setEnabled(false);  // there is no recorder in this version
+    form_.recordButton->setEnabled(state != ButtonState::Paused && openGlOk);
     form_.pauseButton->setEnabled(active);
     form_.stopButton->setEnabled(active);
     form_.startButton->setEnabled(state == ButtonState::Running && openGlOk);
@@ -127,6 +128,12 @@ void Playback::ToggleRun() {
         pane_.Say(QStringLiteral("The system gives no thread to play on."));
 }
 
+void Playback::Record() {
+    ToggleFrameCapture(*app_.run);
+    // A run that failed to compile stays until it is cleared by Play.
+    if (!player_.currentRun) Play();
+}
+
 void Playback::Pause() {
     app_.run->paused = app_.run->paused ? 0 : 1;
     SetButtonState(app_.run->paused ? ButtonState::Paused : ButtonState::Running);
@@ -177,7 +184,7 @@ void Playback::OnCompileResult() {
         // shows.
         if (const CompileMessages failure = player_.currentRun->ReportedFailure(); !failure.empty())
             pane_.Show(failure, QString());
-        app_.run->recordingActive = 0;
+        app_.run->DropRecording();
         failed_ = player_.currentRun;
         RestartFailedRun();
     }
@@ -215,6 +222,7 @@ void Playback::RefreshDisplays() {
     }
     app_.run->fpsTarget = ClampedFps(app_.run->fpsTarget);
     if (!form_.fpsTarget->IsBeingChanged()) form_.fpsTarget->setValue(int(app_.run->fpsTarget));
+    if (refreshed) refreshed();
 }
 
 void Playback::NoteOutputSize(SurfaceSize size) {

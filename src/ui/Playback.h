@@ -35,6 +35,9 @@ class Playback {
     // After each run's end; may be empty.
     std::function<void()> runEnded;
 
+    // After each refresh of the displays; may be empty.
+    std::function<void()> refreshed;
+
     // First state of the displays: the start time is shown and "Randomize" ticked, with its edit left
     // enabled.
     void SetUp();
@@ -46,6 +49,8 @@ class Playback {
     void Play();
     // Ends whatever runs, compiles or failed, and starts a run. Nothing without OpenGL.
     void PlayAnew();
+    // Asks for a single frame in a file, and plays when nothing does; ends a recording that goes on.
+    void Record();
     // Pause and release.
     void Pause();
     // Ends the run; nothing while the run has no context yet.

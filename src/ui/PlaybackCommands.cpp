@@ -64,6 +64,7 @@ void TakeSharedPalette(const PaletteRecord& palette) {
 void RegisterPlaybackCommands(CommandRegistry& commands, Playback& playback) {
     commands.Add(kCmdPlay, [&playback] { playback.Play(); });
     commands.Add(kCmdPlayAnew, [&playback] { playback.PlayAnew(); });
+    commands.Add(kCmdRecord, [&playback] { playback.Record(); });
     commands.Add(kCmdPause, [&playback] { playback.Pause(); });
     commands.Add(kCmdStop, [&playback] { playback.Stop(); });
     commands.Add(kCmdStart, [&playback] { playback.Start(); });
@@ -92,6 +93,7 @@ void RegisterPictureCommands(CommandRegistry& commands, AppState& app, ChannelPa
          .isTicked =
              [&app](int id) { return uint32_t(id - kCmdMultisampleNone) == app.display.multisampleIndex; }});
     RegisterFormats(commands, app);
+    commands.Add(kCmdScreenCapture8k, [&app] { app.run->captureRequested = 1; });
     commands.Add(kCmdPaletteChanged, [&app] { TakeSharedPalette(app.palette); });
 }
 

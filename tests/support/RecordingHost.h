@@ -1,9 +1,12 @@
-// A Host that keeps the commands that are posted. Register it in AppState::host for the length of a test.
+// A Host that keeps the commands and texts that are posted. Register it in AppState::host for the length of a
+// test.
 #pragma once
 
+#include <QStringList>
 #include <atomic>
 #include <mutex>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "core/Host.h"
@@ -31,6 +34,15 @@ class RecordingHost final : public Host {
         }
         return std::nullopt;
     }
+    void PostStatus(const QString& text) override {
+        const std::lock_guard hold(lock_);
+        texts_.append(text);
+    }
+    // What was posted since the last call, in its order. Any thread.
+    QStringList TakeTexts() {
+        const std::lock_guard hold(lock_);
+        return std::exchange(texts_, {});
+    }
     void Beep() override { ++beeps; }
 
     std::atomic<int> beeps{0};
@@ -38,6 +50,7 @@ class RecordingHost final : public Host {
   private:
     std::mutex lock_;
     std::vector<std::pair<int, intptr_t>> queue_;  // posted commands that wait
+    QStringList texts_;
 };
 
 }  // namespace pixelgrove

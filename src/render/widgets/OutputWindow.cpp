@@ -48,7 +48,7 @@ QIcon MakeIcon() {
 OutputWindow::OutputWindow(AppState& app, Player& player, const CommandRegistry& commands,
                            std::function<void(int commandId)> runCommand)
     : app_(app), commands_(commands), runCommand_(std::move(runCommand)) {
-    setWindowTitle(QStringLiteral("Shader Output"));
+    ShowPercent(std::nullopt);
     setWindowIcon(MakeIcon());
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -147,6 +147,11 @@ void OutputWindow::ResizePicture(const QSize& pixels) {
     const qreal ratio = devicePixelRatioF();
     const QSize client(int(std::lround(pixels.width() / ratio)), int(std::lround(pixels.height() / ratio)));
     ResizeClient(client);
+}
+
+void OutputWindow::ShowPercent(std::optional<int> percent) {
+    const QString title = QStringLiteral("Shader Output");
+    setWindowTitle(percent ? QStringLiteral("%1 - %2%").arg(title).arg(*percent) : title);
 }
 
 bool OutputWindow::IsAlwaysOnTop() const {

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "render/widgets/WindowSurface.h"
 #include "windows/widgets/FrameWindow.h"
@@ -35,6 +36,8 @@ class OutputWindow : public FrameWindow {
 
     // Gives the picture that many pixels, out of full screen and of the maximised state.
     void ResizePicture(const QSize& pixels);
+    // Beside the title, or the title alone.
+    void ShowPercent(std::optional<int> percent);
     // A setting that outlives the window.
     bool IsAlwaysOnTop() const;
     void SetAlwaysOnTop(bool onTop);
