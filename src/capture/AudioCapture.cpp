@@ -25,13 +25,17 @@ class Capture {
         : parameters_(std::move(parameters)),
           analysis_(*parameters_),
           frames_([this](SampleBlock& block) { PublishAudioBlock(analysis_.Analyze(block, binsFor20k_)); }),
-          sound_([this](const SoundFormat& format, std::span<const std::byte> packet) {
-              binsFor20k_ = BinsFor20k(format.rate);
-              frames_.Take(format, packet);
-          }) {}
+          sound_(
+              [this](const SoundFormat& format, std::span<const std::byte> packet) {
+                  binsFor20k_ = BinsFor20k(format.rate);
+                  frames_.Take(format, packet);
+              },
+              [] { PublishSoundState(SoundState::Listening); }) {}
 
     void Run() {
+        PublishSoundState(SoundState::None);
         sound_.Listen();
+        if (LatestSoundReport().state == SoundState::Listening) PublishSoundState(SoundState::Lost);
         const std::lock_guard lock(endLock_);
         hasEnded_ = true;
         ended_.notify_all();

@@ -23,7 +23,8 @@ bool HoldsInt16(pa_sample_format_t format) {
 
 }  // namespace
 
-DesktopSound::DesktopSound(TakeFunction take) : take_(std::move(take)), loop_(pa_mainloop_new()) {}
+DesktopSound::DesktopSound(TakeFunction take, std::function<void()> onConnected)
+    : take_(std::move(take)), onConnected_(std::move(onConnected)), loop_(pa_mainloop_new()) {}
 
 void DesktopSound::EndContext(pa_context* context) {
     pa_context_set_state_callback(context, nullptr, nullptr);
@@ -112,6 +113,7 @@ void DesktopSound::OnOutput(const pa_sink_info* output) {
 
 void DesktopSound::OnStreamState() {
     const pa_stream_state_t state = pa_stream_get_state(stream_.get());
+    if (state == PA_STREAM_READY && onConnected_) onConnected_();
     if (state == PA_STREAM_FAILED || state == PA_STREAM_TERMINATED) isOver_ = true;
 }
 

@@ -22,8 +22,9 @@ class DesktopSound {
   public:
     using TakeFunction = std::function<void(const SoundFormat&, std::span<const std::byte>)>;
 
-    // take gets whole frames, on the thread that listens.
-    explicit DesktopSound(TakeFunction take);
+    // Both on the thread that listens: take gets whole frames; onConnected, which may be empty, is called
+    // once an output is listened to.
+    explicit DesktopSound(TakeFunction take, std::function<void()> onConnected = {});
     DesktopSound(const DesktopSound&) = delete;
     DesktopSound& operator=(const DesktopSound&) = delete;
 
@@ -49,6 +50,7 @@ class DesktopSound {
     void TakePackets();
 
     const TakeFunction take_;
+    const std::function<void()> onConnected_;
     std::atomic<bool> isStopped_{false};
     const std::unique_ptr<pa_mainloop, Freer<pa_mainloop_free>> loop_;
     // The listening thread's.

@@ -10,6 +10,7 @@ namespace {
 
 struct LiveFeeds {
     SynchronizedValue<AudioBlock> audio;
+    SynchronizedValue<SoundReport> sound;
     SynchronizedValue<BitmapRef> camera;
     SynchronizedValue<QString> cameraNote;
     SynchronizedValue<std::function<void()>> cameraOpener;
@@ -25,10 +26,19 @@ LiveFeeds& Feeds() {
 
 void PublishAudioBlock(const AudioBlock& block) {
     *Hold(Feeds().audio) = block;
+    ++Hold(Feeds().sound)->blocks;
 }
 
 AudioBlock LatestAudioBlock() {
     return Feeds().audio.Copy();
+}
+
+void PublishSoundState(SoundState state) {
+    Hold(Feeds().sound)->state = state;
+}
+
+SoundReport LatestSoundReport() {
+    return Feeds().sound.Copy();
 }
 
 void PublishCameraPicture(BitmapRef picture) {

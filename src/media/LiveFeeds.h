@@ -23,6 +23,20 @@ using AudioBlock = std::array<uint8_t, size_t(kAudioColumns) * kAudioRows>;
 void PublishAudioBlock(const AudioBlock& block);
 AudioBlock LatestAudioBlock();
 
+enum class SoundState : uint8_t {
+    None,       // no output of sound was found so far
+    Listening,  // one is listened to, whether anything plays on it or not
+    Lost,       // it was, and is gone for good
+};
+
+struct SoundReport {
+    SoundState state = SoundState::None;
+    uint64_t blocks = 0;  // published so far
+};
+
+void PublishSoundState(SoundState state);
+SoundReport LatestSoundReport();
+
 // The part of a camera's picture that is used, from the first row and column in memory.
 constexpr int kCameraWidth = 640;
 constexpr int kCameraHeight = 480;
