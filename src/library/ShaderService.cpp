@@ -148,6 +148,23 @@ ProjectFileResult LoadProjectFromService(const ShaderService& service, const QSt
     return result;
 }
 
+ProjectFileResult LoadFoundWithService(const ShaderService& service, const FoundShader& shader,
+                                       const QString& whatItIs, const QString& folder,
+                                       ShaderProject& project) {
+    MediaRoad road(service);
+    return LoadFoundShader(shader, whatItIs, folder, project,
+                           [&road](const QString& name) { return road(name); });
+}
+
+QString KeepShader(const FoundShader& shader) {
+    if (shader.id.isEmpty()) return QStringLiteral("it has no id");
+    if (!EncodeCacheName(shader.id))
+        return QStringLiteral("%1 is no id of the service").arg(InQuotes(shader.id));
+    const QString path = ShaderItem({}, shader.id).path;
+    if (path.isEmpty()) return QStringLiteral("the cache has no room for a name of that length");
+    return Store(path, shader.json);
+}
+
 bool FetchShaderInfo(const ShaderService& service, const QString& id, ShaderInfo& info, QString* problem) {
     const ServiceItem item = ShaderItem(service.address, id);
     CachedAnswer answer = CachedFetch(service, item);

@@ -54,6 +54,16 @@ QString RefusalIn(const QByteArray& answer, const QString& path);
 ProjectFileResult LoadProjectFromService(const ShaderService& service, const QString& idOrPath,
                                          ShaderProject& project);
 
+// The same for one of several shaders, whose relative media are sought below folder. whatItIs names it in
+// messages, as for LoadProjectBytes.
+ProjectFileResult LoadFoundWithService(const ShaderService& service, const FoundShader& shader,
+                                       const QString& whatItIs, const QString& folder,
+                                       ShaderProject& project);
+
+// Puts the shader into the cache under its id, in place of what is there, as if the service had answered it.
+// Empty, or a clause for the user that says why it can't be kept: its id is none for EncodeCacheName, say.
+QString KeepShader(const FoundShader& shader);
+
 // Fills what describes a shader, as much of it as the answer has; the id stays where it has none. False when
 // there is no such answer or it is no JSON (problem then gets a clause for the user); an answer that is no
 // JSON is deleted from the cache.

@@ -27,6 +27,14 @@ inline constexpr std::array<JsonName, 2> kWrapNames{{
     {u"repeat", gl::kRepeat},
 }};
 
+// What passes of buffers and cubes are called.
+inline constexpr JsonName kPassNames[] = {
+    {u"Buffer A", kStageBufferA}, {u"Buffer B", kStageBufferB}, {u"Buffer C", kStageBufferC},
+    {u"Buffer D", kStageBufferD}, {u"Buf A", kStageBufferA},    {u"Buf B", kStageBufferB},
+    {u"Buf C", kStageBufferC},    {u"Buf D", kStageBufferD},    {u"Cube A", kStageCubeA},
+    {u"Cubemap A", kStageCubeA},
+};
+
 // The numbers by which an input names its source.
 constexpr int kBufferInputOffset = 255;  // plus the StageId of Buffer A to D
 constexpr int kCubeAInputId = 41;

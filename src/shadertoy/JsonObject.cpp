@@ -34,28 +34,32 @@ std::optional<QByteArray> ToParserText(QStringView text) {
     return escaped.toUtf8();
 }
 
-bool StartsAsObject(QStringView text) {
+bool StartsWith(char16_t bracket, QStringView text) {
     for (const QChar unit : text) {
-        if (unit == u'{') return true;
+        if (unit == bracket) return true;
         if (unit != u' ' && unit != u'\t' && unit != u'\r' && unit != u'\n') return false;
     }
     return false;
 }
 
+// Null unless the text, which begins with the bracket, is a document.
+QJsonDocument ParseDocument(char16_t bracket, QStringView text) {
+    // Asked first because it refuses most junk without converting it.
+    if (text.size() > kMaxJsonUnits || !StartsWith(bracket, text)) return {};
+    try {
+        const std::optional<QByteArray> bytes = ToParserText(text);
+        return bytes ? QJsonDocument::fromJson(*bytes) : QJsonDocument();
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+}
+
 }  // namespace
 
 std::optional<JsonObject> JsonObject::Parse(QStringView text) {
-    // Asked first because it refuses most junk without converting it.
-    if (text.size() > kMaxJsonUnits || !StartsAsObject(text)) return std::nullopt;
-    try {
-        const std::optional<QByteArray> bytes = ToParserText(text);
-        if (!bytes) return std::nullopt;
-        const QJsonDocument document = QJsonDocument::fromJson(*bytes);
-        if (!document.isObject()) return std::nullopt;
-        return JsonObject(document.object());
-    } catch (const std::bad_alloc&) {
-        return std::nullopt;
-    }
+    const QJsonDocument document = ParseDocument(u'{', text);
+    if (!document.isObject()) return std::nullopt;
+    return JsonObject(document.object());
 }
 
 std::optional<JsonObject> JsonObject::GetNamedObject(QStringView key) const {
@@ -82,6 +86,12 @@ std::optional<double> JsonObject::GetNamedNumber(QStringView key) const {
     return value.toDouble();
 }
 
+std::optional<bool> JsonObject::GetNamedBool(QStringView key) const {
+    const QJsonValue value = object_.value(key);
+    if (!value.isBool()) return std::nullopt;
+    return value.toBool();
+}
+
 bool JsonObject::HasKey(QStringView key) const {
     return object_.contains(key);
 }
@@ -104,6 +114,12 @@ void JsonObject::SetNamedValue(const QString& key, double value) {
 
 QString JsonObject::Stringify() const {
     return QString::fromUtf8(QJsonDocument(object_).toJson(QJsonDocument::Compact));
+}
+
+std::optional<JsonArray> JsonArray::Parse(QStringView text) {
+    const QJsonDocument document = ParseDocument(u'[', text);
+    if (!document.isArray()) return std::nullopt;
+    return JsonArray(document.array());
 }
 
 void JsonArray::Append(const JsonObject& value) {

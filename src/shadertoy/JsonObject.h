@@ -31,6 +31,7 @@ class JsonObject {
     std::optional<JsonArray> GetNamedArray(QStringView key) const;
     std::optional<QString> GetNamedString(QStringView key) const;
     std::optional<double> GetNamedNumber(QStringView key) const;  // always finite
+    std::optional<bool> GetNamedBool(QStringView key) const;
 
     bool HasKey(QStringView key) const;
 
@@ -53,6 +54,9 @@ class JsonObject {
 class JsonArray {
   public:
     JsonArray() = default;
+
+    // The array that the whole text holds, as JsonObject::Parse.
+    static std::optional<JsonArray> Parse(QStringView text);
 
     void Append(const JsonObject& value);
     void Append(const QString& value);

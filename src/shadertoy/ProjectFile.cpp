@@ -16,7 +16,7 @@ namespace pixelgrove {
 namespace {
 
 ProjectFileResult Failure(ProjectFileStatus status, const QString& sentence, const QString& path) {
-    return {status, sentence.arg(path), {}, true};
+    return {status, sentence.arg(path), {}, true, {}};
 }
 
 bool HasStage(const ShaderProject& project) {
@@ -24,20 +24,19 @@ bool HasStage(const ShaderProject& project) {
                        [](const ShaderStage& stage) { return stage.kind != kStageNone; });
 }
 
-}  // namespace
-
-ProjectFileResult LoadProjectBytes(QByteArrayView bytes, const QString& whatItIs, const QString& folder,
-                                   ShaderProject& project, const FetchMedium& fetchMedium) {
+// The service's form alone. The warnings come before its own.
+ProjectFileResult LoadServiceForm(QByteArrayView bytes, LoadWarnings warnings, const QString& whatItIs,
+                                  const QString& folder, ShaderProject& project,
+                                  const FetchMedium& fetchMedium) {
     const ProjectFileResult notAProject =
         Failure(ProjectFileStatus::NotAProject, QStringLiteral("The %1 is not a shader project."), whatItIs);
     const std::optional<QByteArrayView> text = CheckJsonText(bytes);
     if (!text) return notAProject;
     ShaderProject read;
-    LoadWarnings warnings;
     const bool isWhole = ReadProjectJson(FromCodePage(*text), read, &warnings);
     if (!isWhole && !HasStage(read)) return notAProject;
 
-    ProjectFileResult result{ProjectFileStatus::Loaded, {}, {}, isWhole && warnings.IsEmpty()};
+    ProjectFileResult result{ProjectFileStatus::Loaded, {}, {}, isWhole && warnings.IsEmpty(), {}};
     if (!isWhole) {
         result.warnings +=
             QStringLiteral("The project is damaged; the stages behind the damage are missing.");
@@ -50,6 +49,32 @@ ProjectFileResult LoadProjectBytes(QByteArrayView bytes, const QString& whatItIs
         result.status = ProjectFileStatus::NoImageStage;
         result.message = QStringLiteral("The %1 has no Image stage.").arg(whatItIs);
     }
+    return result;
+}
+
+}  // namespace
+
+ProjectFileResult LoadProjectBytes(QByteArrayView bytes, const QString& whatItIs, const QString& folder,
+                                   ShaderProject& project, const FetchMedium& fetchMedium) {
+    FoundShaders found = FindShaders(bytes);
+    if (found.form == TextForm::None || found.form == TextForm::Service)
+        return LoadServiceForm(bytes, {}, whatItIs, folder, project, fetchMedium);
+    if (found.shaders.size() == 1)
+        return LoadFoundShader(found.shaders.front(), whatItIs, folder, project, fetchMedium);
+    ProjectFileResult result{ProjectFileStatus::ManyShaders, {}, {}, true, std::move(found)};
+    result.message = QStringLiteral("The %1 holds %2 shaders.")
+                         .arg(whatItIs)
+                         .arg(qsizetype(result.choices.shaders.size()) + result.choices.leftOut);
+    return result;
+}
+
+ProjectFileResult LoadFoundShader(const FoundShader& shader, const QString& whatItIs, const QString& folder,
+                                  ShaderProject& project, const FetchMedium& fetchMedium) {
+    LoadWarnings warnings;
+    warnings.Add(shader.warnings);
+    ProjectFileResult result =
+        LoadServiceForm(shader.json, std::move(warnings), whatItIs, folder, project, fetchMedium);
+    result.isComplete = false;
     return result;
 }
 

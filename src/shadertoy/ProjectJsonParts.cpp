@@ -1,5 +1,7 @@
 #include "shadertoy/ProjectJsonParts.h"
 
+#include "platform/CodePage.h"
+
 namespace pixelgrove {
 
 void Warn(LoadWarnings* warnings, const QString& sentence) {
@@ -19,6 +21,19 @@ QString FittingText(const QString& text, qsizetype capacity, const QString& what
                        .arg(result.size())
                        .arg(capacity - 1));
     return {};
+}
+
+QString WithEscapes(const QString& json) {
+    QString text;
+    text.reserve(json.size());
+    for (const QChar unit : json) {
+        if (unit.unicode() >= 0x80 && CountLackingCharacters(QStringView(&unit, 1)) > 0) {
+            text += QStringLiteral("\\u%1").arg(uint(unit.unicode()), 4, 16, QChar(u'0'));
+        } else {
+            text += unit;
+        }
+    }
+    return text;
 }
 
 std::optional<int64_t> Truncated(double number) {

@@ -1,5 +1,6 @@
-// What the files of the project reader share: ProjectJsonReader.cpp reads a project and its passes,
-// ProjectInfoReader.cpp its info, ProjectInputReader.cpp the inputs of a pass.
+// What the files of the project reader share with each other, the writer and the converter:
+// ProjectJsonReader.cpp reads a project and its passes, ProjectInfoReader.cpp its info,
+// ProjectInputReader.cpp the inputs of a pass.
 //
 // For this folder alone. Pure functions; any thread.
 #pragma once
@@ -32,6 +33,10 @@ QString UntilZero(const QString& text);
 // Empty, with a warning, when it doesn't fit; what says which text it is. capacity counts the terminating
 // zero.
 QString FittingText(const QString& text, qsizetype capacity, const QString& what, LoadWarnings* warnings);
+
+// JSON text with what the code page lacks written as escapes, which every reader resolves: it can only stand
+// in strings. Names of local files would lead nowhere otherwise.
+QString WithEscapes(const QString& json);
 
 // Nothing for a number that 64 bits don't hold.
 std::optional<int64_t> Truncated(double number);

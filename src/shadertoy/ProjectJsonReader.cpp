@@ -12,13 +12,6 @@
 namespace pixelgrove {
 namespace {
 
-constexpr JsonName kStageNames[] = {
-    {u"Buffer A", kStageBufferA}, {u"Buffer B", kStageBufferB}, {u"Buffer C", kStageBufferC},
-    {u"Buffer D", kStageBufferD}, {u"Buf A", kStageBufferA},    {u"Buf B", kStageBufferB},
-    {u"Buf C", kStageBufferC},    {u"Buf D", kStageBufferD},    {u"Cube A", kStageCubeA},
-    {u"Cubemap A", kStageCubeA},
-};
-
 // As std::stof converts, whatever the process's locale: leading white space, any form of number, anything
 // behind it. Nothing when there is no number or it is outside float's range.
 std::optional<float> LeadingFloat(const QString& text) {
@@ -48,7 +41,7 @@ std::optional<uint32_t> StageOfPass(const JsonObject& pass, const QString& type,
         Warn(warnings, QStringLiteral("A %1 pass without a name was left out.").arg(type));
         return std::nullopt;
     }
-    const uint32_t kind = ValueOf(kStageNames, *name);
+    const uint32_t kind = ValueOf(kPassNames, *name);
     if (kind == kStageNone)
         Warn(warnings,
              QStringLiteral("The pass %1 was left out; no stage has that name.").arg(InQuotes(*name)));

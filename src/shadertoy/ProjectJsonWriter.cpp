@@ -5,6 +5,7 @@
 #include "platform/Files.h"
 #include "shadertoy/JsonNames.h"
 #include "shadertoy/ProjectJson.h"
+#include "shadertoy/ProjectJsonParts.h"
 
 namespace pixelgrove {
 namespace {
@@ -52,21 +53,6 @@ QString NameOf(const Table& table, uint32_t value) {
 
 QString Truth(uint32_t value) {
     return value ? QStringLiteral("true") : QStringLiteral("false");
-}
-
-// The text with what the code page lacks written as JSON escapes, which every reader resolves: it can only
-// stand in strings. Names of local files would lead nowhere otherwise.
-QString WithEscapes(const QString& json) {
-    QString text;
-    text.reserve(json.size());
-    for (const QChar unit : json) {
-        if (unit.unicode() >= 0x80 && CountLackingCharacters(QStringView(&unit, 1)) > 0) {
-            text += QStringLiteral("\\u%1").arg(uint(unit.unicode()), 4, 16, QChar(u'0'));
-        } else {
-            text += unit;
-        }
-    }
-    return text;
 }
 
 // Six decimals, whatever the process's locale.

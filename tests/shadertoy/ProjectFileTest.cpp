@@ -213,5 +213,36 @@ TEST_F(ProjectFileTest, StatusTellsWhatAFileIs) {
     EXPECT_EQ(LoadProjectFile(large, project).status, Status::Loaded);
 }
 
+TEST_F(ProjectFileTest, OtherFormsLoadButAreNotTheProjectsOwnFile) {
+    using Status = ProjectFileStatus;
+    const QString shader = Json(
+        "{'info':{'id':'%1','name':'n'},'renderpass':[{'type':'image','code':'i',"
+        "'inputs':[{'type':'texture','channel':1,'filepath':'/media/a/t.png'}]}]}");
+    ASSERT_TRUE(WritePicture(At("t.png"), 12, 5));
+    const QString one = QString(shader).replace(QStringLiteral("%1"), QStringLiteral("one111"));
+    const QString two = QString(shader).replace(QStringLiteral("%1"), QStringLiteral("two222"));
+
+    ShaderProject project;
+    ProjectFileResult result = LoadProjectFile(WriteProject(one), project);
+    EXPECT_EQ(result.status, Status::Loaded);
+    EXPECT_FALSE(result.isComplete);
+    EXPECT_TRUE(result.warnings.isEmpty()) << qPrintable(result.warnings.join(u'\n'));
+    EXPECT_TRUE(project.stages[kStageImage].channels[1].faces[0]);
+
+    EXPECT_EQ(LoadProjectFile(WriteProject(QStringLiteral("void mainImage(\n")), project).status,
+              Status::Loaded);
+    EXPECT_EQ(project.stages[kStageImage].source, QByteArray("void mainImage(\n"));
+
+    result = LoadProjectFile(WriteProject(QStringLiteral("{\"shaders\":[%1,%2]}").arg(one, two)), project);
+    EXPECT_EQ(result.status, Status::ManyShaders);
+    EXPECT_TRUE(project.info.id.isEmpty());  // left alone
+    ASSERT_EQ(result.choices.shaders.size(), 2u);
+    result = LoadFoundShader(result.choices.shaders[1], QStringLiteral("shader"), folder_.path(), project);
+    EXPECT_EQ(result.status, Status::Loaded);
+    EXPECT_FALSE(result.isComplete);
+    EXPECT_EQ(project.info.id, QStringLiteral("two222"));
+    EXPECT_TRUE(project.stages[kStageImage].channels[1].faces[0]);
+}
+
 }  // namespace
 }  // namespace pixelgrove
