@@ -163,7 +163,9 @@ void MainWindow::ConnectControls() {
     // A click sends the control's own number as the command.
     for (QAbstractButton* button :
          {static_cast<QAbstractButton*>(form_->startButton), static_cast<QAbstractButton*>(form_->playButton),
-          static_cast<QAbstractButton*>(form_->stopButton), static_cast<QAbstractButton*>(form_->pauseButton),
+          static_cast<QAbstractButton*>(form_->stopButton),
+          static_cast<QAbstractButton*>(form_->recordButton),
+          static_cast<QAbstractButton*>(form_->pauseButton),
           static_cast<QAbstractButton*>(form_->randomizeCheck),
           static_cast<QAbstractButton*>(form_->setStartButton)}) {
         connect(button, &QAbstractButton::clicked, this,

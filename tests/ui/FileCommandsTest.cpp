@@ -194,7 +194,7 @@ TEST_F(FileCommandsTest, SavingWritesWhatIsEditedToTheProjectsOwnFile) {
     ReplaceText(kRunning);
     if (App()->display.openGlOk) {
         Run(kCmdPlay);
-        ASSERT_TRUE(PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); }));
+        ASSERT_TRUE(PumpUntil([this] { return Enabled() == QStringLiteral("RpSs"); }));
         EXPECT_EQ(player.currentRun->request.project.stages[kStageImage].kind, kStageImage);
     }
     ReplaceText(QStringLiteral("// edited during the run"));

@@ -107,7 +107,7 @@ class LiveControlsTest : public OutputTest {
         return -1;
     }
     bool WaitRunning() const {
-        return PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); });
+        return PumpUntil([this] { return Enabled() == QStringLiteral("RpSs"); });
     }
 };
 
@@ -325,7 +325,7 @@ TEST_F(LiveControlsTest, ADefinesLastValueAlwaysArrives) {
         EXPECT_TRUE(PumpUntil([] { return App()->run->restartRequested == 0; }));
     }
     ASSERT_TRUE(PumpUntil([&] {
-        return Enabled() == QStringLiteral("pSs") && sourceHas("#define GAIN 0.5");
+        return Enabled() == QStringLiteral("RpSs") && sourceHas("#define GAIN 0.5");
     })) << player.currentRun->request.project.stages[kStageImage].source.toStdString();
 
     // A value that doesn't compile; the next one does.

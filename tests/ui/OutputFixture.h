@@ -26,7 +26,7 @@ class OutputTest : public WindowTest {
     }
     bool PlayUntilRunning() {
         Run(kCmdPlay);
-        return PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); });
+        return PumpUntil([this] { return Enabled() == QStringLiteral("RpSs"); });
     }
     OutputWindow& Output() const { return static_cast<OutputWindow&>(*OutputFrame()); }
     QImage Screenshot() const { return Output().screen()->grabWindow(Output().View()->winId()).toImage(); }

@@ -1,6 +1,7 @@
 // What stands on the screen while a project plays: both present paths, several sizes, windows that come and
 // go, a shader that hangs.
 #include "OutputFixture.h"
+#include "render/FrameRecorder.h"
 #include "support/Memory.h"
 
 namespace pixelgrove {
@@ -109,6 +110,28 @@ TEST_F(PictureTest, OutputWindowsComeAndGoWhileProjectsPlay) {
     EXPECT_LT(test::ResidentMiB() - settledMiB, 12.0);
 }
 
+TEST_F(PictureTest, TheCaptionShowsHowMuchIsRecorded) {
+    *Hold(*settings.recorder.framePath) = {folder.path(), QStringLiteral("f-%d.png")};
+    App()->run->recordWidth = App()->run->recordHeight = 20;
+    App()->run->recordFrameDelayMs = 10;
+    const QString plain = Output().windowTitle();
+    const auto isPercent = [&] { return Output().windowTitle().startsWith(plain + QStringLiteral(" - ")); };
+    SetRecordingState(*App(), 10);
+    ASSERT_TRUE(PlayUntilRunning());
+    ASSERT_TRUE(PumpUntil(isPercent));
+    EXPECT_TRUE(Output().windowTitle().endsWith(u'%'));
+    Output().close();
+    ASSERT_TRUE(PumpUntil([this] { return !OutputFrame(); }));
+    OpenOutput();
+    ASSERT_TRUE(PumpUntil(isPercent)) << "of a window opened meanwhile too";
+    SetRecordingState(*App(), 10);
+    EXPECT_TRUE(PumpUntil([&] { return Output().windowTitle() == plain; }));
+    SetRecordingState(*App(), 10);
+    ASSERT_TRUE(PumpUntil(isPercent));
+    Run(kCmdStop);
+    EXPECT_EQ(Output().windowTitle(), plain);
+}
+
 TEST_F(PictureTest, AShaderThatHangsLeavesTheWindowsAnswering) {
     ReplaceText(kDoubling);
     ASSERT_TRUE(PlayUntilRunning());
@@ -125,7 +148,7 @@ TEST_F(PictureTest, AShaderThatHangsLeavesTheWindowsAnswering) {
         return isLong;
     }));
     Click("stopButton");
-    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    EXPECT_EQ(Enabled(), QStringLiteral("PR"));
     EXPECT_EQ(AbandonedRuns(), 1);
     ReplaceText(kQuarters);
     Run(kCmdPlay);

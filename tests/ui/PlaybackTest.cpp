@@ -2,6 +2,8 @@
 #include <sys/resource.h>
 
 #include <QCheckBox>
+#include <QDir>
+#include <QImage>
 
 #include "WindowFixture.h"
 #include "render/RenderContext.h"
@@ -25,7 +27,7 @@ class PlaybackTest : public WindowTest {
         ReplaceText(kPlain);
     }
     bool WaitRunning() {
-        return PumpUntil([this] { return Enabled() == QStringLiteral("pSs"); });
+        return PumpUntil([this] { return Enabled() == QStringLiteral("RpSs"); });
     }
     bool PlayUntilRunning() {
         Click("playButton");
@@ -41,9 +43,9 @@ class PlaybackTest : public WindowTest {
 };
 
 TEST_F(PlaybackTest, ButtonsFollowTheRun) {
-    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    EXPECT_EQ(Enabled(), QStringLiteral("PR"));
     Click("playButton");
-    EXPECT_EQ(Enabled(), QStringLiteral("P")) << "compiling changes no button";
+    EXPECT_EQ(Enabled(), QStringLiteral("PR")) << "compiling changes no button";
     ASSERT_TRUE(WaitRunning());
     EXPECT_EQ(Status(), QStringLiteral("Compilation successful."));
     EXPECT_TRUE(PumpUntil([this] { return player.currentRun->framesDrawn > 2; }));
@@ -52,10 +54,38 @@ TEST_F(PlaybackTest, ButtonsFollowTheRun) {
     EXPECT_EQ(Enabled(), QStringLiteral("pS"));
     EXPECT_EQ(App()->run->paused, 1u);
     Click("stopButton");
-    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    EXPECT_EQ(Enabled(), QStringLiteral("PR"));
     EXPECT_EQ(App()->run->paused, 0u);
     EXPECT_EQ(player.currentRun, nullptr);
     EXPECT_EQ(App()->run->hasContext, 0u);
+}
+
+TEST_F(PlaybackTest, RecordStartsTheProjectWritesOneFrameAndPlaysOn) {
+    *Hold(*settings.recorder.framePath) = {folder.path(), QStringLiteral("f-%d.png")};
+    App()->run->recordWidth = App()->run->recordHeight = 20;
+    App()->run->recordFrameDelayMs = 0;
+    Click("recordButton");
+    ASSERT_TRUE(WaitRunning());
+    ASSERT_TRUE(PumpUntil([this] { return Status() == QStringLiteral("Recording complete: 1 frames."); }));
+    EXPECT_EQ(QImage(folder.filePath(QStringLiteral("f-1.png"))).width(), 20);
+    Click("recordButton");
+    ASSERT_TRUE(PumpUntil([this] { return Status() == QStringLiteral("Recording complete: 2 frames."); }));
+    EXPECT_EQ(Enabled(), QStringLiteral("RpSs"));
+    EXPECT_EQ(QDir(folder.path()).entryList({QStringLiteral("f-*")}).size(), 2);
+}
+
+TEST_F(PlaybackTest, WhatIsPostedIsSaidInItsOrder) {
+    window->PostStatus(QStringLiteral("first"));
+    window->PostStatus(QStringLiteral("second"));
+    window->SetStatusText(QStringLiteral("newer"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Status(), QStringLiteral("newer"));
+    window->PostStatus(QStringLiteral("third"));
+    window->AddStatusLine(QStringLiteral("below"));
+    EXPECT_EQ(Status(), QStringLiteral("third\nbelow"));
+    App()->host->PostCommand(kCmdStop, 0);
+    window->PostStatus(QStringLiteral("last"));
+    EXPECT_TRUE(PumpUntil([this] { return Status() == QStringLiteral("last"); }));
 }
 
 TEST_F(PlaybackTest, ARunWithoutAThreadIsTold) {
@@ -77,7 +107,7 @@ TEST_F(PlaybackTest, AfterAFailedCompileTheFirstPlayOnlyClears) {
     window->SetStatusText(QString());
     Click("playButton");
     ASSERT_TRUE(PumpUntil([this] { return !Status().isEmpty(); }));
-    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    EXPECT_EQ(Enabled(), QStringLiteral("PR"));
     EXPECT_TRUE(Status().contains(QStringLiteral("Image(4)"))) << qPrintable(Status());
     EXPECT_TRUE(Editor()->IsErrorLine(4));
     EXPECT_FALSE(Editor()->IsErrorLine(3));
@@ -87,7 +117,7 @@ TEST_F(PlaybackTest, AfterAFailedCompileTheFirstPlayOnlyClears) {
     Click("playButton");
     EXPECT_EQ(player.currentRun, nullptr);
     EXPECT_EQ(App()->run->hasContext, 0u);
-    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    EXPECT_EQ(Enabled(), QStringLiteral("PR"));
     EXPECT_EQ(Status(), log + QStringLiteral("\nPress Play again to compile.")) << "the log stays";
     EXPECT_FALSE(Editor()->IsErrorLine(4)) << "the marks go with the press";
     EXPECT_TRUE(PlayUntilRunning());
@@ -174,7 +204,7 @@ TEST_F(PlaybackTest, RestartCompilesTheTextOfTheMoment) {
     window->SetStatusText(QString());
     EXPECT_TRUE(restarted(kBroken));
     ASSERT_TRUE(PumpUntil([this] { return !Status().isEmpty(); }));
-    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    EXPECT_EQ(Enabled(), QStringLiteral("PR"));
     EXPECT_TRUE(restarted(kPlain)) << "needs no second press after a failure";
     EXPECT_TRUE(WaitRunning());
 
@@ -231,7 +261,7 @@ TEST_F(PlaybackTest, F5PlaysTheTextAsItStands) {
     window->SetStatusText(QString());
     press(Qt::Key_F5);
     ASSERT_TRUE(PumpUntil([this] { return !Status().isEmpty(); }));
-    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    EXPECT_EQ(Enabled(), QStringLiteral("PR"));
     ReplaceText(kPlain);
     press(Qt::Key_Return, Qt::ControlModifier);
     EXPECT_TRUE(WaitRunning()) << "with no second press";
@@ -240,11 +270,11 @@ TEST_F(PlaybackTest, F5PlaysTheTextAsItStands) {
         ReplaceText(text);
         press(Qt::Key_F5);
         EXPECT_EQ(SourceOfRun(), text);
-        EXPECT_EQ(Enabled(), QStringLiteral("P"));
+        EXPECT_EQ(Enabled(), QStringLiteral("PR"));
     }
     EXPECT_TRUE(WaitRunning());
     press(Qt::Key_F5, Qt::ShiftModifier);
-    EXPECT_EQ(Enabled(), QStringLiteral("P"));
+    EXPECT_EQ(Enabled(), QStringLiteral("PR"));
 }
 
 TEST_F(PlaybackTest, TheFocusStaysThroughPlayAndStop) {
