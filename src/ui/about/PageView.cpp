@@ -58,21 +58,25 @@ void DressBlock(const QTextBlock& block) {
     cursor.setBlockFormat(format);
 }
 
-void Underline(QTextDocument& document) {
-    QList<QTextCursor> links;
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        for (auto part = block.begin(); !part.atEnd(); ++part) {
-            if (!part.fragment().charFormat().isAnchor()) continue;
-            QTextCursor cursor(block);
-            cursor.setPosition(part.fragment().position());
-            cursor.setPosition(cursor.position() + part.fragment().length(), QTextCursor::KeepAnchor);
-            links.append(cursor);
-        }
+// Links underlined, and code in letters as large as all others.
+void DressParts(QTextDocument& document) {
+    // Fragments may be joined by a change, so none is kept beyond one.
+    struct Part {
+        int position, length;
+        QTextCharFormat format;
+    };
+    QList<Part> parts;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+        for (auto at = block.begin(); !at.atEnd(); ++at)
+            parts.append({at.fragment().position(), at.fragment().length(), at.fragment().charFormat()});
+    QTextCursor cursor(&document);
+    for (auto& [position, length, format] : parts) {
+        format.clearProperty(QTextFormat::FontPointSize);
+        format.setFontUnderline(format.isAnchor());
+        cursor.setPosition(position);
+        cursor.setPosition(position + length, QTextCursor::KeepAnchor);
+        cursor.setCharFormat(format);
     }
-    QTextCharFormat format;
-    format.setFontUnderline(true);
-    for (QTextCursor& link : links)
-        link.mergeCharFormat(format);
 }
 
 // What the toolkit leaves to the view.
@@ -80,7 +84,7 @@ void Dress(QTextDocument& document) {
     DressTables(document);
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
         DressBlock(block);
-    Underline(document);
+    DressParts(document);
 }
 
 QString HeadingName(const QString& heading) {
