@@ -118,6 +118,7 @@ enum CommandId : int {
     kCmdFullScreen = 45012,  // of the output window
     kCmdHelp = 45020,
     kCmdOpenWindows = 45013,  // posted by a layout: those that it has open and that aren't there
+    kCmdPasteProject = 45030,
 };
 
 // Entries of the menu of a stage's button.

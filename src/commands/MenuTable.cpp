@@ -46,6 +46,7 @@ constexpr MenuRow kMenuBar[] = {
     {FocusEntry, kCmdEditCut, u"Cut", "Ctrl+X"},
     {FocusEntry, kCmdEditCopy, u"Copy", "Ctrl+C"},
     {FocusEntry, kCmdEditPaste, u"Paste", "Ctrl+V"},
+    {Entry, kCmdPasteProject, u"Paste Project", "Ctrl+Shift+V"},
     {FocusEntry, kCmdEditDelete, u"Delete"},
     {Separator},
     {FocusEntry, kCmdEditSelectAll, u"Select All", "Ctrl+A"},

@@ -158,8 +158,7 @@ ProjectFileResult LoadFoundWithService(const ShaderService& service, const Found
 
 QString KeepShader(const FoundShader& shader) {
     if (shader.id.isEmpty()) return QStringLiteral("it has no id");
-    if (!EncodeCacheName(shader.id))
-        return QStringLiteral("%1 is no id of the service").arg(InQuotes(shader.id));
+    if (!IsShaderId(shader.id)) return QStringLiteral("%1 is no id of the service").arg(InQuotes(shader.id));
     const QString path = ShaderItem({}, shader.id).path;
     if (path.isEmpty()) return QStringLiteral("the cache has no room for a name of that length");
     return Store(path, shader.json);

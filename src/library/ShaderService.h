@@ -61,7 +61,7 @@ ProjectFileResult LoadFoundWithService(const ShaderService& service, const Found
                                        ShaderProject& project);
 
 // Puts the shader into the cache under its id, in place of what is there, as if the service had answered it.
-// Empty, or a clause for the user that says why it can't be kept: its id is none for EncodeCacheName, say.
+// Empty, or a clause for the user that says why it can't be kept: its id is none (IsShaderId), say.
 QString KeepShader(const FoundShader& shader);
 
 // Fills what describes a shader, as much of it as the answer has; the id stays where it has none. False when

@@ -108,7 +108,7 @@ void ProjectCommands::OpenRecentProject(int index) {
     const QString path = EntryOf(app_.recent.recentProjects.get(), index);
     if (path.isEmpty() || !ConfirmLoss()) return;
     // The path itself, also where so short a one would give way to the project's own name.
-    if (Load(path)) SetOpenFileName(app_.project, path);
+    if (LoadFrom(path, {}) == Taken::Project) SetOpenFileName(app_.project, path);
 }
 
 void ProjectCommands::DropFiles(const QStringList& paths) {

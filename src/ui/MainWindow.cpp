@@ -12,6 +12,7 @@
 #include "core/AppState.h"
 #include "core/PlayTime.h"
 #include "library/PageAddress.h"
+#include "library/widgets/ShaderChoice.h"
 #include "look/widgets/Icons.h"
 #include "look/widgets/Theme.h"
 #include "project/ProjectModel.h"
@@ -70,6 +71,12 @@ QString DroppedShader(const QMimeData& data, const ServiceAddress& service) {
 
 bool IsLoadable(const QMimeData& data, const ServiceAddress& service) {
     return !DroppedFiles(data).isEmpty() || !DroppedShader(data, service).isEmpty();
+}
+
+// Text of another program, copied: nothing is to vanish there, and nothing that is dragged in a text of ours
+// is a project.
+bool IsTextFromOutside(const QDropEvent& drop) {
+    return drop.mimeData()->hasText() && !drop.source() && drop.possibleActions().testFlag(Qt::CopyAction);
 }
 
 }  // namespace
@@ -204,6 +211,7 @@ void MainWindow::ConnectLoading() {
         QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
     };
     projects_.fetchProgress = [this](const QString& text) { ShowFetchProgress(pane_, text); };
+    projects_.chooseShader = [this](const FoundShaders& found) { return ChooseShader(this, found); };
 }
 
 void MainWindow::ProbeOutput() {
@@ -377,19 +385,33 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-    if (IsLoadable(*event->mimeData(), projects_.service)) event->acceptProposedAction();
+    if (IsLoadable(*event->mimeData(), projects_.service)) {
+        event->acceptProposedAction();
+    } else if (IsTextFromOutside(*event)) {
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+    }
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
-    if (!IsLoadable(*event->mimeData(), projects_.service)) return;
-    event->acceptProposedAction();
+    const bool isText = !IsLoadable(*event->mimeData(), projects_.service);
+    if (isText && !IsTextFromOutside(*event)) return;
+    if (isText) {
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+    } else {
+        event->acceptProposedAction();
+    }
     // The program that it comes from waits for this event to end; a question may take long.
     const QStringList paths = DroppedFiles(*event->mimeData());
     const QString shader = DroppedShader(*event->mimeData(), projects_.service);
+    const QString text = isText ? event->mimeData()->text() : QString();
     QMetaObject::invokeMethod(
         this,
-        [this, paths, shader] {
-            if (paths.isEmpty())
+        [this, paths, shader, text, isText] {
+            if (isText)
+                projects_.TakeText(text, QStringLiteral("dropped text"));
+            else if (paths.isEmpty())
                 projects_.DropShader(shader);
             else
                 projects_.DropFiles(paths);

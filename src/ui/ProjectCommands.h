@@ -7,16 +7,17 @@
 
 #include <QStringList>
 #include <functional>
+#include <optional>
 
 #include "core/AppState.h"
 #include "library/ServiceAddress.h"
+#include "library/ShaderService.h"
 #include "windows/widgets/UserDialogs.h"
 
 namespace pixelgrove {
 
 class BackgroundFetch;
 class MessagePane;
-struct ProjectFileResult;
 
 // What the message pane says of a project that was loaded or not.
 struct LoadWords {
@@ -48,13 +49,18 @@ class ProjectCommands {
     // says so in the message pane; shaders and missing media come from the service, cache first. When there
     // is nothing to load the pane says why, the project stays as it was, and the result is false. What of it
     // can't be had is told line by line there and on stderr. The file is the project's own then, but for one
-    // that holds more than was read of it.
+    // that holds more than was read of it, or has another form. Of several shaders in a file the user
+    // chooses.
     //
     // While something is fetched windows live on and input waits. Nothing else is loaded meanwhile: false at
     // once.
     bool Load(const QString& idOrPath, const LoadWords& words = {});
     // The shader of that id, with ConfirmLoss.
     void DropShader(const QString& id);
+    // What the text holds, with ConfirmLoss: a project or several in any form, GLSL, or the address or id of
+    // a shader. The project has no file of its own then. The pane says what was taken, also that it was
+    // nothing. whence is "clipboard" or the like.
+    void TakeText(const QString& text, const QString& whence);
     bool IsLoading() const { return fetch_ != nullptr; }
     // Ends the fetch under way, and with it the load. Nothing without one.
     void StopLoading();
@@ -75,6 +81,8 @@ class ProjectCommands {
 
     UserDialogs dialogs;
     const ServiceAddress service = ServiceOfEnvironment();
+    // The place of the chosen shader of several; nothing when none was. Without it none is.
+    std::function<std::optional<size_t>(const FoundShaders& found)> chooseShader;
     // Told that a load begins and that it has ended, and in between how far a fetch is. May be empty.
     std::function<void(bool isLoading)> loading;
     std::function<void(const QString& text)> fetchProgress;
@@ -84,7 +92,18 @@ class ProjectCommands {
     // Puts the file's bytes, as text of the code page, into the shown stage, and the path on the list of
     // recent files. Counts as a change. False when the file can't be read, and then nothing changed.
     bool LoadSourceFile(const QString& path);
-    ProjectFileResult Read(const QString& idOrPath, ShaderProject& project);
+    enum class Taken { Nothing, Project, OneOfMany };
+    using Reading = std::function<ProjectFileResult(const ShaderService& service, ShaderProject& project)>;
+
+    Taken LoadFrom(const QString& idOrPath, const LoadWords& words);
+    // The shader, or the one that the user chooses. whence says where they come from, as `file "x.json"`.
+    Taken TakeFound(const FoundShaders& found, const QString& whence, const QString& folder);
+    // Runs a load that may fetch.
+    ProjectFileResult Read(const Reading& reading, ShaderProject& project);
+    // Says how a load ended, and takes the project up under that name, if there is one; empty means the
+    // project's own.
+    bool Adopt(const ProjectFileResult& result, ShaderProject& project, const QStringList& words,
+               const QString& name);
     QString LostCharactersOfProject(bool isSaved) const;
 
     AppState& app_;

@@ -1,5 +1,9 @@
 #include "ui/ProjectMenu.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+
 #include "commands/CommandRegistry.h"
 #include "commands/Commands.h"
 #include "core/AppState.h"
@@ -17,6 +21,10 @@ void RegisterProjectCommands(CommandRegistry& commands, ProjectCommands& project
     commands.Add(kCmdOpenProject, [&projects] { projects.OpenProject(); });
     commands.Add(kCmdSaveProject, [&projects] { projects.SaveProject(); });
     commands.Add(kCmdSaveProjectAs, [&projects] { projects.SaveProjectAs(); });
+    commands.Add(kCmdPasteProject, [&projects] {
+        const QMimeData* clipboard = QGuiApplication::clipboard()->mimeData();
+        projects.TakeText(clipboard ? clipboard->text() : QString(), QStringLiteral("clipboard"));
+    });
     commands.Add(kCmdOpenFile, [&projects] { projects.OpenFile(); });
     commands.Add(kCmdSaveFileAs, [&projects] { projects.SaveFileAs(); });
     commands.Add({.first = kCmdRecentFileFirst,
