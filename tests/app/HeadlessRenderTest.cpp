@@ -248,7 +248,7 @@ TEST_F(HeadlessRender, BadProjectFilesAreTwoAndSayWhy) {
         {"empty", ""},
         {"cut", good.left(good.size() / 2)},
         {"junk", junk},
-        {"text", "void mainImage() {}"},
+        {"text", "void main() {}"},
         {"deep", "{\"Shader\":" + QByteArray(1000000, '[')},
         {"types", "{\"Shader\":{\"ver\":\"1\",\"info\":[],\"renderpass\":{}}}"},
         {"noimage", Project(Pass("common", "Common", "float x;"))},
