@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <algorithm>
 
@@ -59,6 +60,7 @@ PaletteBrowser::PaletteBrowser(QWidget* owner, const PaletteBrowserSetup& setup,
 
 PaletteBrowser::~PaletteBrowser() {
     // The list goes after the model and the form, and still tells of its size then.
+    form_->paletteList->removeEventFilter(this);
     form_->paletteList->viewport()->removeEventFilter(this);
 }
 
@@ -77,6 +79,7 @@ void PaletteBrowser::SetUpList() {
     list.header()->setStretchLastSection(false);
     list.header()->setSectionsMovable(false);
     list.header()->setSectionsClickable(false);
+    list.installEventFilter(this);
     list.viewport()->installEventFilter(this);
     connect(&list, &QAbstractItemView::doubleClicked, this, &PaletteBrowser::Accept);
     list.setFocus();
@@ -115,7 +118,7 @@ void PaletteBrowser::SelectFiles() {
         return;
     }
     question.caption = QStringLiteral("Select Palette Files");
-    question.filters = {QStringLiteral("Palette Files (*.pal *.col)"), QStringLiteral("All Files (*)")};
+    question.filters = {QStringLiteral("Palette Files (*.pal* *.col*)"), QStringLiteral("All Files (*)")};
     const QStringList files = dialogs.askForFiles(question);
     if (!files.isEmpty()) ShowFiles(files, QFileInfo(files.constFirst()).path());
 }
@@ -141,18 +144,32 @@ void PaletteBrowser::Accept() {
 }
 
 bool PaletteBrowser::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize && watched == form_->paletteList->viewport()) FitColumns();
+    QTreeView& list = *form_->paletteList;
+    if (event->type() == QEvent::Resize && watched == list.viewport()) FitColumns();
+    if (event->type() == QEvent::KeyPress && watched == &list && !list.selectionModel()->hasSelection()) {
+        // The first key takes the row that has the focus, instead of leaving it unselected.
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        const QModelIndex current = list.currentIndex();
+        if (current.isValid() && (key == Qt::Key_Down || key == Qt::Key_Up || key == Qt::Key_Home)) {
+            list.selectionModel()->select(current, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+            return true;
+        }
+    }
     return FrameDialog::eventFilter(watched, event);
 }
 
+// The files are looked at, so they are copied even where they would be moved.
 void PaletteBrowser::dragEnterEvent(QDragEnterEvent* event) {
-    if (!DroppedFiles(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+    if (DroppedFiles(*event->mimeData()).isEmpty()) return;
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
 }
 
 void PaletteBrowser::dropEvent(QDropEvent* event) {
     const QStringList paths = DroppedFiles(*event->mimeData());
     if (paths.isEmpty()) return;
-    event->acceptProposedAction();
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
     const QString& first = paths.constFirst();
     ShowFiles(paths, IsFolder(first) ? first : QFileInfo(first).path());
 }
