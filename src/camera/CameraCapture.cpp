@@ -49,8 +49,10 @@ class Capture {
     QString WatchCamera() {
         const CameraSource source = ChosenCamera();
         if (source.description.isEmpty()) return source.problem;
-        const QString reason = stream_.Watch(source.description);
-        return reason.isEmpty() ? QString() : QStringLiteral("The camera gives no pictures: %1").arg(reason);
+        QString reason = stream_.Watch(source.description);
+        if (reason.isEmpty()) return {};
+        if (!reason.endsWith(u'.')) reason += u'.';
+        return QStringLiteral("The camera gives no pictures: ") + reason;
     }
     void Take(BitmapRef picture) {
         const std::lock_guard lock(lock_);

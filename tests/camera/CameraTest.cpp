@@ -16,6 +16,7 @@
 #include <array>
 #include <chrono>
 #include <cstring>
+#include <thread>
 
 #include "camera/CameraDevice.h"
 #include "media/LiveFeeds.h"
@@ -128,7 +129,7 @@ TEST_F(CameraTest, OneCaptureServesAllUntilItsCameraIsGone) {
 
     // The next need after it was unplugged finds what is there then.
     Start(QByteArray(kRed) + " num-buffers=5");
-    EXPECT_TRUE(IsOverWith("The camera gives no pictures: it has come to its end"));
+    EXPECT_TRUE(IsOverWith("The camera gives no pictures: it has come to its end."));
     Start(kBlue);
     EXPECT_TRUE(Shows({0, 0, 255}));
 }
@@ -166,6 +167,34 @@ TEST_F(CameraTest, TheFirstDeviceThatTakesPicturesIsSought) {
                                             .arg(folder.filePath(QStringLiteral("video9")))));
     qputenv(kCameraVariable, "/dev/a \"b\\");
     EXPECT_EQ(ChosenCamera().description, QByteArray("v4l2src device=\"/dev/a \\\"b\\\\\""));
+}
+
+// With threads of our own: those of GStreamer are hidden from ThreadSanitizer.
+TEST_F(CameraTest, PicturesGoFromThreadToThreadWhole) {
+    constexpr int kPictures = 2000;
+    std::thread camera([] {
+        for (int n = 1; n <= kPictures; ++n) {
+            const auto picture = CreateBitmap(16, 2, 32, false);
+            std::memcpy(picture->Row(0), &n, sizeof n);
+            std::memcpy(picture->Row(1), &n, sizeof n);
+            PublishCameraPicture(picture);
+            PublishCameraNote(QString::number(n));
+        }
+    });
+    int last = 0;
+    while (last < kPictures) {
+        const BitmapRef picture = LatestCameraPicture();
+        if (!picture) continue;
+        int first = 0, second = 0;
+        std::memcpy(&first, picture->Row(0), sizeof first);
+        std::memcpy(&second, picture->Row(1), sizeof second);
+        ASSERT_EQ(first, second);
+        ASSERT_GE(first, last);
+        last = first;
+        ASSERT_GE(CameraNote().toInt(), last - 1);
+    }
+    camera.join();
+    PublishCameraPicture(nullptr);
 }
 
 TEST_F(CameraTest, ACameraThatHangsHoldsNobodyUpAndIsForgotten) {
