@@ -2,6 +2,7 @@
 
 #include <GL/glew.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstring>
@@ -53,34 +54,39 @@ void FeedPalette(RenderContext& context, const SharedPalette& shared) {
 
 // 640 x 480 pixels of the picture as a frame of the texture's size, the lowest row first: the nearest pixel
 // for each. What a smaller picture lacks is blank.
-std::vector<uint32_t> WebcamFrame(const Bitmap& picture) {
-    std::vector<uint32_t> frame(size_t(kWebcamWidth) * kWebcamHeight);
+void FillWebcamFrame(const Bitmap& picture, std::vector<uint32_t>& frame) {
+    frame.resize(size_t(kWebcamWidth) * kWebcamHeight);
+    const int columns = std::min(picture.width, kCameraWidth) * kWebcamWidth / kCameraWidth;
+    int rowBelow = -1;
     for (int y = 0; y < kWebcamHeight; ++y) {
         const int fromBottom = y * kCameraHeight / kWebcamHeight;
         const int memoryRow = picture.bottomUp ? fromBottom : kCameraHeight - 1 - fromBottom;
-        if (memoryRow >= picture.height) continue;
-        const uint8_t* in = picture.Row(memoryRow);
         uint32_t* out = frame.data() + size_t(y) * kWebcamWidth;
-        for (int x = 0; x < kWebcamWidth; ++x) {
-            const int column = x * kCameraWidth / kWebcamWidth;
-            if (column >= picture.width) break;
-            std::memcpy(out + x, in + size_t(column) * 4, 4);
+        if (memoryRow >= picture.height) {
+            std::fill_n(out, kWebcamWidth, 0u);
+        } else if (memoryRow == rowBelow) {
+            std::copy_n(out - kWebcamWidth, kWebcamWidth, out);
+        } else {
+            const uint8_t* in = picture.Row(memoryRow);
+            for (int x = 0; x < columns; ++x)
+                std::memcpy(out + x, in + size_t(x * kCameraWidth / kWebcamWidth) * 4, 4);
+            std::fill_n(out + columns, kWebcamWidth - columns, 0u);
         }
+        rowBelow = memoryRow;
     }
-    return frame;
 }
 
 // A camera's picture is large and its way slow, so most frames keep the last one. The count goes on from run
 // to run.
-void FeedWebcam(GLuint texture) {
+void FeedWebcam(RenderContext& context) {
     static std::atomic<uint32_t> frameCount{0};
     if (frameCount++ % kWebcamFrames != 0) return;
     const BitmapRef picture = LatestCameraPicture();
     if (!picture) return;
-    const std::vector<uint32_t> frame = WebcamFrame(*picture);
-    glBindTexture(GL_TEXTURE_2D, texture);
+    FillWebcamFrame(*picture, context.webcamFrame);
+    glBindTexture(GL_TEXTURE_2D, context.webcamTexture);
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, kWebcamWidth, kWebcamHeight, 0, GL_BGRA, GL_UNSIGNED_BYTE,
-                 frame.data());
+                 context.webcamFrame.data());
 }
 
 }  // namespace
@@ -126,7 +132,7 @@ void FeedLiveTextures(RenderContext& context, const SharedPalette* palette) {
             UploadSingleChannelRows(context.keyboardTexture, kKeyCodes, kKeyRows, rows.data());
         }
     }
-    if (context.webcamTexture != 0) FeedWebcam(context.webcamTexture);
+    if (context.webcamTexture != 0) FeedWebcam(context);
     if (context.audioTexture != 0) {
         const AudioBlock block = LatestAudioBlock();
         UploadSingleChannelRows(context.audioTexture, kAudioColumns, kAudioRows, block.data());

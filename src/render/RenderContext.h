@@ -45,6 +45,7 @@ struct RenderContext {
     uint32_t keyboardTexture = 0;
     uint32_t audioTexture = 0;
     uint32_t webcamTexture = 0;
+    std::vector<uint32_t> webcamFrame;  // its pixels, for as long as it is filled again and again
     const bool resizable = true;
 
     // iFrameRate and iDate of a run that is to be the same every time; else the machine's clocks give them.
