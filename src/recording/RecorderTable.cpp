@@ -49,6 +49,12 @@ bool DeleteKeyCombo(RecorderTable& table, const QString& name, RecorderSettings&
     return true;
 }
 
+KeyCombo ChosenKeyCombo(const RecorderTable& table, const RecorderSettings& chosen) {
+    if (chosen.start.isEmpty() || chosen.stop.isEmpty())
+        return {chosen.friendlyName, table.current.start, table.current.stop};
+    return {chosen.friendlyName, chosen.start, chosen.stop};
+}
+
 void PutInForce(RecorderTable& table, const QString& start, const QString& stop) {
     table.current = {QStringLiteral("Current"), start, stop};
 }

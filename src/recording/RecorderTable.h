@@ -40,6 +40,9 @@ bool AddKeyCombo(RecorderTable& table, const KeyCombo& combo);
 // chosen in its place and put in force; with no row left that is an empty one. False without such a row.
 bool DeleteKeyCombo(RecorderTable& table, const QString& name, RecorderSettings& chosen);
 
+// What the user chose; with the combinations in force where that lacks one.
+KeyCombo ChosenKeyCombo(const RecorderTable& table, const RecorderSettings& chosen);
+
 // These are pressed from now on.
 void PutInForce(RecorderTable& table, const QString& start, const QString& stop);
 

@@ -5,6 +5,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "platform/Files.h"
 #include "windows/widgets/Dialogs.h"
 #include "windows/widgets/Questions.h"
 
@@ -14,6 +15,17 @@ namespace {
 
 constexpr QSize kFileChoiceSize{760, 480};
 constexpr QSize kSmallestFileChoice{480, 300};
+
+// The folder, or the nearest above it that is there; empty for none.
+QString ExistingFolderOf(const QString& folder) {
+    QString path = NormalizePath(folder);
+    while (!path.isEmpty() && !QFileInfo(path).isDir()) {
+        const QString parent = QFileInfo(path).path();
+        if (parent == path || parent == QStringLiteral(".")) return QString();
+        path = parent;
+    }
+    return path;
+}
 
 // Messages that the toolkit's file dialog would show come in the program's own frame.
 class FileChoice : public QFileDialog {
@@ -34,9 +46,10 @@ class FileChoice : public QFileDialog {
         ChooseSuffix();
         connect(this, &QFileDialog::filterSelected, this, &FileChoice::ChooseSuffix);
         QList<QUrl> places;
-        if (!question.folder.isEmpty() && QDir().mkpath(question.folder)) {
-            setDirectory(question.folder);
-            places.append(QUrl::fromLocalFile(QDir(question.folder).absolutePath()));
+        const QString start = mode == QFileDialog::Directory ? ExistingFolderOf(question.folder) : question.folder;
+        if (!start.isEmpty() && QDir().mkpath(start)) {
+            setDirectory(start);
+            places.append(QUrl::fromLocalFile(QDir(start).absolutePath()));
         }
         const QUrl home = QUrl::fromLocalFile(QDir::homePath());
         if (!places.contains(home)) places.append(home);
