@@ -16,7 +16,7 @@ bool CreateStageTargets(const RenderContext& context, ShaderStage& stage, int wi
 
 void DeleteStageTargets(ShaderStage& stage);
 
-// A single-sampled copy of a multisampled target, for as long as it lives.
+// A single-sampled copy of a flat target in 8 bits a channel, for as long as it lives.
 class ResolvedTarget {
   public:
     // Copies width by height pixels of the frame buffer's picture. No frame buffer is bound afterwards.
