@@ -1,19 +1,25 @@
 // The command line of pixelgrove-render, parsed. Pure.
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 #include <optional>
 #include <utility>
 #include <vector>
 
+#include "app/FrameClock.h"
 #include "core/Stages.h"
 
 namespace pixelgrove {
 
+// What goes to standard output instead of files.
+enum class PipeForm { None, Rgb24, Y4m };
+
 struct RenderOptions {
     QString project;
-    int frames = 1;
+    int frames = 1;  // how many are written
+    int first = 1;   // the number of the first of them
     float start = 0.1f;
     float speed = 0.03f;
     int width = 640;
@@ -22,6 +28,12 @@ struct RenderOptions {
     std::vector<std::pair<QString, QString>> values;  // --set
     QString outFolder = QStringLiteral(".");
     QString format = QStringLiteral("frame-%04d.png");
+    PipeForm pipe = PipeForm::None;
+    int jobs = 1;
+    FrameRate rate;
+    bool hasRate = false;  // it was given
+    std::optional<QDateTime> date;
+    QString audio;
     uint32_t printSource = kStageNone;
     bool listControls = false;
     bool checkOnly = false;
@@ -37,9 +49,5 @@ struct ParsedOptions {
 ParsedOptions ParseRenderOptions(const QStringList& arguments);
 
 QString RenderUsage();
-
-// Replaces the one number field of a frame name format: %d, or %4d and %04d with a width of 1 to 9. %% is a
-// percent sign. Nothing when there is no field or more than one, or another letter follows a percent sign.
-std::optional<QString> FormatFrameName(const QString& format, int number);
 
 }  // namespace pixelgrove

@@ -10,10 +10,14 @@ namespace pixelgrove {
 
 namespace {
 
+bool Uses(const ShaderStage& stage, const char* uniform) {
+    return glGetUniformLocation(stage.program, uniform) >= 0;
+}
+
 bool UsesChannel(const ShaderStage& stage, uint32_t index) {
     char name[] = "iChannel0";
     name[8] = char('0' + index);
-    return glGetUniformLocation(stage.program, name) >= 0;
+    return Uses(stage, name);
 }
 
 bool ReadsStage(const ChannelInput& channel) {
@@ -35,13 +39,13 @@ std::optional<PastUse> FindPastUse(RenderContext& context) {
         const std::optional<QByteArray> text =
             AssembleStageSource(context.project, context.includeContext, stage.kind, context.versionLine);
         if (!text) return std::nullopt;
+        use.readsDate |= !context.fixedDate && Uses(stage, "iDate");
+        use.readsFrameRate |= !context.fixedFrameRate && Uses(stage, "iFrameRate");
         bool readsPast = MayLeavePixels(*text);
         for (uint32_t i = 0; i < kChannelCount; ++i) {
             const ChannelInput& channel = stage.channels[i];
             if (channel.kind == kChannelUnused || !UsesChannel(stage, i)) continue;
-            const bool isOwn = channel.kind == kChannelTexture || channel.kind == kChannelCubemap ||
-                               channel.kind == kChannelVolume;
-            use.sharesTextures |= !isOwn;
+            use.readsChannels = true;
             readsPast |= ReadsStage(channel) && channel.sourceStage >= int32_t(stage.kind);
         }
         if (readsPast && use.stage == kStageNone) use.stage = stage.kind;

@@ -18,6 +18,7 @@ constexpr int kMaxRate = 768000;
 
 QString ReasonOf(SNDFILE* file) {
     QString text = QString::fromLocal8Bit(sf_strerror(file)).trimmed();
+    if (text.startsWith(QLatin1String("Error : "))) text.remove(0, 8);
     while (text.endsWith(u'.'))
         text.chop(1);
     return text;

@@ -9,6 +9,7 @@
 #include <tuple>
 
 #include "support/TestService.h"
+#include "support/WaveFile.h"
 
 namespace {
 
@@ -337,6 +338,144 @@ TEST_F(HeadlessRender, AShadersIdIsFetchedOnce) {
               "pixelgrove-render: other: The shader \"other\" can't be loaded: \"127.0.0.1\" refuses "
               "connections.\n");
     qunsetenv("SSL_CERT_FILE");
+}
+
+QByteArray AllOf(const QString& path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return file.readAll();
+}
+
+TEST_F(HeadlessRender, RateAndDateAreTheFilmsOwn) {
+    Write("a.json", Project(Pass("image", "Image",
+                                 "void mainImage(out vec4 c, in vec2 p) { c = vec4(iFrameRate == 0.5, "
+                                 "iDate.xyz == vec3(2027, 1, 1), iDate.w == 3.0, 1.0); }")));
+    ASSERT_EQ(Run("a.json --size 4x4 --frames 3 --rate 0.5 --date 2026-12-31T23:59:59").exitCode, 0);
+    EXPECT_EQ(QImage(Path("frame-0001.png")).pixelColor(1, 1), QColor(255, 0, 0));
+    EXPECT_EQ(QImage(Path("frame-0003.png")).pixelColor(1, 1), QColor(255, 255, 255));
+}
+
+TEST_F(HeadlessRender, ARangeOfFramesIsTheSameAsInOneRun) {
+    using pixelgrove::test::Tone;
+    Write("a.wav", pixelgrove::test::WaveFile(Tone(3000.0, 8000, 8000), 8000));
+    const QByteArray all =
+        "vec4 all(vec2 p) { return fract(vec4(iTime * 9.7, iFrame * 0.13, iDate.w * 0.011 + "
+        "iFrameRate, iTimeDelta + iChannelTime[1]) + p.xyyx * 0.05); }\n";
+    const QByteArray sound = Input("musicstream", "");
+    const struct {
+        const char* name;
+        QByteArray image, input;
+        const char* said;
+    } rows[] = {
+        {"alone", "c = all(p);", "", "frames 1 to 4 are left out: "},
+        {"sound", "c = all(p) * 0.5 + 0.5 * texture(iChannel0, p / 8.0).x;", sound,
+         "frames 3 to 4 are left out: "},
+        {"own", "c = fract(texelFetch(iChannel1, ivec2(p), 0) * 0.7 + all(p));", sound,
+         "frames 1 to 4 are drawn without being written: Image "},
+    };
+    for (const auto& row : rows) {
+        Write("a.json",
+              Project(Pass("image", "Image",
+                           all + "void mainImage(out vec4 c, in vec2 p) { " + row.image + " c.w = 1.0; }",
+                           row.input)));
+        const auto run = [&](const QString& range) {
+            return Run((QStringLiteral("a.json --size 8x8 --rate 7 --date 2026-11-23 --audio a.wav --format "
+                                       "%d.png ") +
+                        range)
+                           .split(u' '));
+        };
+        ASSERT_EQ(run(QStringLiteral("--frames 9 --jobs 3")).err.toStdString(), "") << row.name;
+        QList<QByteArray> whole;
+        for (int frame = 1; frame <= 9; ++frame) {
+            whole.append(AllOf(Path(qPrintable(QStringLiteral("%1.png").arg(frame)))));
+            QFile::remove(Path(qPrintable(QStringLiteral("%1.png").arg(frame))));
+        }
+        EXPECT_NE(whole[3], whole[4]);
+        for (const int first : {2, 5, 8}) {
+            const Outcome outcome = run(QStringLiteral("--first %1 --frames 2").arg(first));
+            ASSERT_EQ(outcome.exitCode, 0);
+            EXPECT_FALSE(outcome.err.contains(QLatin1String("would make the same")));
+            if (first == 5) {
+                EXPECT_TRUE(outcome.err.contains(QLatin1String(row.said))) << outcome.err.toStdString();
+            }
+            for (const int frame : {first, first + 1})
+                EXPECT_EQ(AllOf(Path(qPrintable(QStringLiteral("%1.png").arg(frame)))), whole[frame - 1])
+                    << row.name << " " << frame;
+        }
+    }
+    const QString said = Run("a.json --size 8x8 --first 2").err;
+    for (const char* name : {"iDate, which --date ", "iFrameRate, which --rate "})
+        EXPECT_TRUE(said.contains(QLatin1String(name))) << said.toStdString();
+}
+
+TEST_F(HeadlessRender, AToneHasItsBarAtItsFrequency) {
+    using pixelgrove::test::Tone;
+    Write("a.json", Project(Pass("image", "Image",
+                                 "void mainImage(out vec4 c, in vec2 p) { c = vec4(texelFetch(iChannel0, "
+                                 "ivec2(p.x, 0), 0).x > 0.99); }",
+                                 Input("musicstream", ""))));
+    for (const int hertz : {1000, 5000, 15000}) {
+        Write("a.wav", pixelgrove::test::WaveFile(Tone(hertz, 48000, 48000), 48000));
+        ASSERT_EQ(Run("a.json --size 512x2 --frames 30 --audio a.wav").err.toStdString(), "");
+        const QImage picture(Path("frame-0030.png"));
+        const int column = int(hertz / 20000.0 * 512);
+        int full = 0;
+        for (int x = 0; x < 512; ++x) {
+            if (picture.pixelColor(x, 0) != QColor(Qt::white)) continue;
+            ++full;
+            EXPECT_NEAR(x, column, 4) << hertz;
+        }
+        EXPECT_GT(full, 0) << hertz;
+    }
+}
+
+TEST_F(HeadlessRender, WhatCantBeHeardIsNamed) {
+    Write("a.json", Project(Pass("image", "Image", kGradient)));
+    Write("text.wav", "no sound");
+    for (const char* file : {"none.wav", ".", "text.wav", "a.json", "/dev/zero"}) {
+        const Outcome outcome =
+            Run({QStringLiteral("a.json"), QStringLiteral("--audio"), QLatin1String(file)});
+        EXPECT_EQ(outcome.exitCode, 2);
+        EXPECT_TRUE(outcome.err.startsWith(
+            QStringLiteral("pixelgrove-render: %1 can't be heard: ").arg(QLatin1String(file))))
+            << outcome.err.toStdString();
+    }
+}
+
+TEST_F(HeadlessRender, APipeCarriesThePixelsOfTheFiles) {
+    Write("a.json",
+          Project(Pass("image", "Image",
+                       "void mainImage(out vec4 c, in vec2 p) { c = vec4(p / 8.0, fract(iTime * 7.0), "
+                       "1.0); }")));
+    ASSERT_EQ(Run("a.json --size 7x5 --frames 3").exitCode, 0);
+    QByteArray pixels;
+    for (int frame = 1; frame <= 3; ++frame) {
+        const QImage image =
+            QImage(Path(qPrintable(QStringLiteral("frame-%1.png").arg(frame, 4, 10, QChar(u'0')))))
+                .convertToFormat(QImage::Format_RGB888);
+        for (int row = 0; row < 5; ++row)
+            pixels.append(reinterpret_cast<const char*>(image.constScanLine(row)), 21);
+    }
+    const auto shell = [&](const char* line) {
+        QProcess process;
+        process.setWorkingDirectory(folder_.path());
+        process.start(QStringLiteral("bash"),
+                      {QStringLiteral("-c"), QString::fromLatin1(line).replace(u'@', program_)});
+        EXPECT_TRUE(process.waitForFinished(60000));
+        return process.readAllStandardError();
+    };
+    EXPECT_EQ(shell("@ a.json --size 7x5 --frames 3 --pipe > rgb"), "");
+    EXPECT_EQ(AllOf(Path("rgb")), pixels);
+    EXPECT_EQ(shell("@ a.json --size 7x5 --frames 3 --rate 25 --pipe y4m > y4m"), "");
+    const QByteArray header = "YUV4MPEG2 W7 H5 F25:1 Ip A1:1 C444 XCOLORRANGE=LIMITED\nFRAME\n";
+    EXPECT_TRUE(AllOf(Path("y4m")).startsWith(header));
+    EXPECT_EQ(AllOf(Path("y4m")).size(), header.size() + 2 * 6 + pixels.size());
+    EXPECT_EQ(
+        shell("@ a.json --size 640x360 --frames 100 --pipe | head -c 9 > cut; echo ${PIPESTATUS[0]} >&2"),
+        "pixelgrove-render: the program that reads the frames ended before it had frame 1.\n2\n");
+    EXPECT_EQ(
+        shell("@ a.json --pipe > /dev/full; echo $? >&2"),
+        "pixelgrove-render: frame 1 can't be written to standard output: No space left on device.\n2\n");
 }
 
 }  // namespace

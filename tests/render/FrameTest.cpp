@@ -199,7 +199,7 @@ TEST(Frame, FramesThatNoStageMissesMayBeLeftOut) {
                        "textureLod(iChannel0, vec2(0.3), 2.0); }");
         EXPECT_EQ(engine.Start(8, 8).result, CompileResult::Good);
         const std::optional<PastUse> past = FindPastUse(engine.Context());
-        EXPECT_TRUE(past && past->stage == kStageNone && past->sharesTextures);
+        EXPECT_TRUE(past && past->stage == kStageNone && past->readsChannels);
         for (int frame = 1; frame <= frames; ++frame) {
             if (skips && frame > 2 && frame < frames)
                 SkipStages(engine.Context());
@@ -216,7 +216,7 @@ TEST(Frame, StagesThatNeedPastFramesAreFound) {
     const struct {
         const char* image;
         uint32_t stage;
-        bool shares;
+        bool reads;
     } rows[] = {
         {"c = vec4(iTime);", kStageNone, false},
         {"c = texture(iChannel0, p);", kStageNone, true},
@@ -235,7 +235,7 @@ TEST(Frame, StagesThatNeedPastFramesAreFound) {
         const std::optional<PastUse> past = FindPastUse(engine.Context());
         ASSERT_TRUE(past) << row.image;
         EXPECT_EQ(past->stage, row.stage) << row.image;
-        EXPECT_EQ(past->sharesTextures, row.shares) << row.image;
+        EXPECT_EQ(past->readsChannels, row.reads) << row.image;
     }
 }
 
