@@ -53,7 +53,7 @@ void DressBlock(const QTextBlock& block) {
     const bool goesOn =
         (block.textList() && next.textList() == block.textList()) || (IsCode(block) && IsCode(next));
     format.setBottomMargin(goesOn ? 0 : kParagraphGap);
-    if (format.headingLevel() > 1) format.setTopMargin(kParagraphGap);
+    format.setTopMargin(format.headingLevel() > 1 ? kParagraphGap : 0);
     if (IsCode(block)) format.setBackground(Theme().panel);
     cursor.setBlockFormat(format);
 }
