@@ -134,7 +134,8 @@ void AboutBox::keyPressEvent(QKeyEvent* event) {
 
 AboutBox& ShowAboutBox(QWidget& owner, const AboutSources& sources, QPointer<AboutBox>& slot,
                        AboutPage page) {
-    if (!slot) {
+    // One that was closed may still wait for its deletion.
+    if (!slot || !slot->isVisible()) {
         slot = new AboutBox(&owner, sources);
         slot->SetFrameRect(FromQRect(PlaceOver(&owner, slot->size())));
         slot->show();
