@@ -1,7 +1,7 @@
 // ComplexFft: a Fourier transform of up to 1024 complex values.
 //
-// Plain: a recursive radix 2, decimated in time, whose factors are computed as they are needed. Its scratch
-// is allocated with the object, so a transform allocates nothing. One thread at a time.
+// Plain: a recursive radix 2, decimated in time. Its scratch and its factors are made with the object, so a
+// transform allocates nothing and takes no sine. One thread at a time.
 #pragma once
 
 #include <array>
@@ -18,13 +18,14 @@ class ComplexFft {
 
     // In place and not scaled: data[k] becomes the sum of data[i] * e^(-2 pi j i k / n). n is a power of 2,
     // at most kMaxSize.
-    void Transform(std::complex<double>* data, int n) { TransformLevel(data, n, 0); }
+    void Transform(std::complex<double>* data, int n);
 
   private:
-    // Scratch of one depth of the recursion, and each depth needs half of what the one above has.
+    // What one depth of the recursion needs; the first one has kMaxSize values, each next one half as many.
     struct Level {
         std::vector<std::complex<double>> even;
         std::vector<std::complex<double>> odd;
+        std::vector<std::complex<double>> factors;  // e^(-2 pi j k / n)
     };
 
     void TransformLevel(std::complex<double>* data, int n, size_t level);

@@ -31,6 +31,8 @@ int BinsFor20k(double sampleRate) {
 
 SpectrumAnalysis::SpectrumAnalysis(const AudioParameters& parameters)
     : parameters_(parameters), transform_(kBlockSamples) {
+    for (size_t i = 0; i < window_.size(); ++i)
+        window_[i] = (1.0 - std::cos(double(i) * kWindowStep)) * 0.5;
     peaks_.fill(-kHighest);
 }
 
@@ -55,7 +57,7 @@ AudioBlock SpectrumAnalysis::Analyze(SampleBlock& samples, int binsFor20k) {
 
 void SpectrumAnalysis::TransformWindowed(const SampleBlock& samples) {
     for (size_t i = 0; i < samples.size(); ++i)
-        transform_[i] = (1.0 - std::cos(double(i) * kWindowStep)) * 0.5 * samples[i];
+        transform_[i] = window_[i] * samples[i];
     fft_.Transform(transform_.data(), kBlockSamples);
 }
 

@@ -48,6 +48,7 @@ class SpectrumAnalysis {
 
     const AudioParameters& parameters_;
     ComplexFft fft_;
+    SampleBlock window_;
     std::vector<std::complex<double>> transform_;
     Columns spectrum_{};
     Columns peaks_;  // of each column, before the noise filter

@@ -25,12 +25,13 @@ class Capture {
         : parameters_(std::move(parameters)),
           analysis_(*parameters_),
           frames_([this](SampleBlock& block) { PublishAudioBlock(analysis_.Analyze(block, binsFor20k_)); }),
-          sound_(
-              [this](const SoundFormat& format, std::span<const std::byte> packet) {
-                  binsFor20k_ = BinsFor20k(format.rate);
-                  frames_.Take(format, packet);
-              },
-              [] { PublishSoundState(SoundState::Listening); }) {}
+          sound_({.take =
+                      [this](const SoundFormat& format, std::span<const std::byte> packet) {
+                          binsFor20k_ = BinsFor20k(format.rate);
+                          frames_.Take(format, packet);
+                      },
+                  .onConnected = [] { PublishSoundState(SoundState::Listening); },
+                  .takeInterest = TakeAudioInterest}) {}
 
     void Run() {
         PublishSoundState(SoundState::None);

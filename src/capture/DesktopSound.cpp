@@ -1,5 +1,6 @@
 #include "capture/DesktopSound.h"
 
+#include <chrono>
 #include <utility>
 
 namespace pixelgrove {
@@ -7,6 +8,8 @@ namespace pixelgrove {
 namespace {
 
 constexpr pa_usec_t kPacketUs = 20'000;
+constexpr pa_usec_t kRarePacketUs = 250'000;  // while nobody looks
+constexpr int kUnwantedPackets = 100;         // of the short ones, until then
 constexpr const char* kStreamName = "Sound for shaders";
 
 // What mixers show of who listens.
@@ -17,14 +20,20 @@ std::unique_ptr<pa_proplist, decltype(&pa_proplist_free)> ProgramProperties() {
     return list;
 }
 
+pa_buffer_attr PacketsOf(pa_usec_t duration, const pa_sample_spec& spec) {
+    pa_buffer_attr buffer{};
+    buffer.maxlength = uint32_t(-1);
+    buffer.fragsize = uint32_t(pa_usec_to_bytes(duration, &spec));
+    return buffer;
+}
+
 bool HoldsInt16(pa_sample_format_t format) {
     return format == PA_SAMPLE_S16LE || format == PA_SAMPLE_S16BE;
 }
 
 }  // namespace
 
-DesktopSound::DesktopSound(TakeFunction take, std::function<void()> onConnected)
-    : take_(std::move(take)), onConnected_(std::move(onConnected)), loop_(pa_mainloop_new()) {}
+DesktopSound::DesktopSound(Roads roads) : roads_(std::move(roads)), loop_(pa_mainloop_new()) {}
 
 void DesktopSound::EndContext(pa_context* context) {
     pa_context_set_state_callback(context, nullptr, nullptr);
@@ -40,7 +49,11 @@ void DesktopSound::EndStream(pa_stream* stream) {
 }
 
 void DesktopSound::Stop() {
-    isStopped_ = true;
+    {
+        const std::lock_guard lock(restLock_);
+        isStopped_ = true;
+    }
+    restEnd_.notify_all();
     if (loop_) pa_mainloop_wakeup(loop_.get());
 }
 
@@ -54,8 +67,8 @@ void DesktopSound::Listen() {
     pa_context_set_state_callback(context_.get(), onState, this);
     // A machine without a server is not to get one from us.
     if (pa_context_connect(context_.get(), nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0) isOver_ = true;
-    while (!isOver_ && !isStopped_) {
-        if (pa_mainloop_iterate(loop_.get(), 1, nullptr) < 0) break;
+    while (!isOver_ && !isStopped_ && pa_mainloop_iterate(loop_.get(), 1, nullptr) >= 0) {
+        if (isRare_) Rest();
     }
     stream_.reset();
     context_.reset();
@@ -101,9 +114,7 @@ void DesktopSound::OnOutput(const pa_sink_info* output) {
     };
     pa_stream_set_state_callback(stream_.get(), onState, this);
     pa_stream_set_read_callback(stream_.get(), onData, this);
-    pa_buffer_attr buffer{};
-    buffer.maxlength = uint32_t(-1);
-    buffer.fragsize = uint32_t(pa_usec_to_bytes(kPacketUs, &spec));
+    const pa_buffer_attr buffer = PacketsOf(kPacketUs, spec);
     // The device may go to sleep while nothing plays, whoever listens.
     const auto flags = pa_stream_flags_t(PA_STREAM_ADJUST_LATENCY | PA_STREAM_DONT_MOVE |
                                          PA_STREAM_DONT_INHIBIT_AUTO_SUSPEND | PA_STREAM_START_UNMUTED);
@@ -113,7 +124,7 @@ void DesktopSound::OnOutput(const pa_sink_info* output) {
 
 void DesktopSound::OnStreamState() {
     const pa_stream_state_t state = pa_stream_get_state(stream_.get());
-    if (state == PA_STREAM_READY && onConnected_) onConnected_();
+    if (state == PA_STREAM_READY && roads_.onConnected) roads_.onConnected();
     if (state == PA_STREAM_FAILED || state == PA_STREAM_TERMINATED) isOver_ = true;
 }
 
@@ -122,9 +133,29 @@ void DesktopSound::TakePackets() {
     size_t size = 0;
     while (!isStopped_ && pa_stream_peek(stream_.get(), &data, &size) == 0 && size > 0) {
         // A hole in the stream has a size and no data.
-        if (data) take_(format_, {static_cast<const std::byte*>(data), size});
+        if (data) roads_.take(format_, {static_cast<const std::byte*>(data), size});
         pa_stream_drop(stream_.get());
     }
+    FollowInterest();
+}
+
+// What plays may have the server send short packets all the same: here they come together.
+void DesktopSound::Rest() {
+    while (!isOver_ && !isStopped_ && pa_mainloop_iterate(loop_.get(), 0, nullptr) > 0) {
+    }
+    std::unique_lock lock(restLock_);
+    restEnd_.wait_for(lock, std::chrono::microseconds(kRarePacketUs), [this] { return isStopped_.load(); });
+}
+
+// A server that refuses leaves the packets as they are.
+void DesktopSound::FollowInterest() {
+    unwanted_ = !roads_.takeInterest || roads_.takeInterest() ? 0 : unwanted_ + 1;
+    const bool isRare = isRare_ ? unwanted_ > 0 : unwanted_ >= kUnwantedPackets;
+    if (std::exchange(isRare_, isRare) == isRare) return;
+    const pa_buffer_attr buffer =
+        PacketsOf(isRare ? kRarePacketUs : kPacketUs, *pa_stream_get_sample_spec(stream_.get()));
+    if (pa_operation* operation = pa_stream_set_buffer_attr(stream_.get(), &buffer, nullptr, nullptr))
+        pa_operation_unref(operation);
 }
 
 }  // namespace pixelgrove

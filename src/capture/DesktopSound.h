@@ -9,9 +9,11 @@
 #include <pulse/pulseaudio.h>
 
 #include <atomic>
+#include <condition_variable>
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <span>
 
 #include "audio/SoundFrames.h"
@@ -20,11 +22,15 @@ namespace pixelgrove {
 
 class DesktopSound {
   public:
-    using TakeFunction = std::function<void(const SoundFormat&, std::span<const std::byte>)>;
-
-    // Both on the thread that listens: take gets whole frames; onConnected, which may be empty, is called
-    // once an output is listened to.
-    explicit DesktopSound(TakeFunction take, std::function<void()> onConnected = {});
+    // What its owner has to do with it, all of it on the thread that listens.
+    struct Roads {
+        std::function<void(const SoundFormat&, std::span<const std::byte>)> take;  // gets whole frames
+        std::function<void()> onConnected = {};  // an output is listened to from now on; may be empty
+        // Whether anyone looked at the sound since the last call. While nobody does, packets come rarely, and
+        // the machine sleeps longer between them. Empty: always.
+        std::function<bool()> takeInterest = {};
+    };
+    explicit DesktopSound(Roads roads);
     DesktopSound(const DesktopSound&) = delete;
     DesktopSound& operator=(const DesktopSound&) = delete;
 
@@ -48,15 +54,20 @@ class DesktopSound {
     void OnOutput(const pa_sink_info* output);
     void OnStreamState();
     void TakePackets();
+    void Rest();
+    void FollowInterest();
 
-    const TakeFunction take_;
-    const std::function<void()> onConnected_;
-    std::atomic<bool> isStopped_{false};
+    const Roads roads_;
+    std::mutex restLock_;
+    std::condition_variable restEnd_;
+    std::atomic<bool> isStopped_{false};  // set under restLock_
     const std::unique_ptr<pa_mainloop, Freer<pa_mainloop_free>> loop_;
     // The listening thread's.
     std::unique_ptr<pa_context, Freer<EndContext>> context_;
     std::unique_ptr<pa_stream, Freer<EndStream>> stream_;
     SoundFormat format_;
+    bool isRare_ = false;  // the packets
+    int unwanted_ = 0;     // packets since the last that anyone looked at
     bool isOver_ = false;
 };
 

@@ -1,5 +1,6 @@
 #include "media/LiveFeeds.h"
 
+#include <atomic>
 #include <utility>
 
 #include "platform/SynchronizedValue.h"
@@ -11,6 +12,7 @@ namespace {
 struct LiveFeeds {
     SynchronizedValue<AudioBlock> audio;
     SynchronizedValue<SoundReport> sound;
+    std::atomic<bool> isAudioWanted{false};  // readers set it, the thread that hears clears it
     SynchronizedValue<BitmapRef> camera;
     SynchronizedValue<QString> cameraNote;
     SynchronizedValue<std::function<void()>> cameraOpener;
@@ -30,7 +32,12 @@ void PublishAudioBlock(const AudioBlock& block) {
 }
 
 AudioBlock LatestAudioBlock() {
+    Feeds().isAudioWanted = true;
     return Feeds().audio.Copy();
+}
+
+bool TakeAudioInterest() {
+    return Feeds().isAudioWanted.exchange(false);
 }
 
 void PublishSoundState(SoundState state) {

@@ -22,6 +22,8 @@ using AudioBlock = std::array<uint8_t, size_t(kAudioColumns) * kAudioRows>;
 
 void PublishAudioBlock(const AudioBlock& block);
 AudioBlock LatestAudioBlock();
+// Whether anyone took the latest block since the last call of this one, which is for the thread that hears.
+bool TakeAudioInterest();
 
 enum class SoundState : uint8_t {
     None,       // no output of sound was found so far

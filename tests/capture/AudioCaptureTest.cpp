@@ -3,13 +3,18 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 #include <QDir>
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <cstring>
 #include <memory>
+#include <numbers>
 #include <optional>
 #include <thread>
+#include <utility>
 
 #include "capture/DesktopSound.h"
 #include "media/LiveFeeds.h"
@@ -115,7 +120,7 @@ TEST_F(SoundTest, ListeningEndsByItselfWithWhatItListensTo) {
         Serve(kStereo);
         if (IsSkipped() || HasFatalFailure()) return;
         std::atomic<int> packets{0};
-        DesktopSound sound([&packets](const SoundFormat&, std::span<const std::byte>) { ++packets; });
+        DesktopSound sound({.take = [&packets](auto&&...) { ++packets; }});
         std::thread listener([&sound] { sound.Listen(); });
         {
             const Child player = server_->Play(1000);
@@ -134,12 +139,55 @@ TEST_F(SoundTest, ListeningEndsByItselfWithWhatItListensTo) {
     EXPECT_TRUE(Hears(1000));
 }
 
+TEST_F(SoundTest, WhileNobodyLooksItSleepsLongAndMissesNothing) {
+    Serve(kStereo);
+    if (IsSkipped() || HasFatalFailure()) return;
+    constexpr double frequency = 1237;  // no whole number of waves in a packet
+    std::atomic<bool> looks{false}, isResting{false}, looksAgain{false};
+    std::atomic<int> holes{0}, frames{0};
+    const auto sleeps = [] {
+        rusage usage{};
+        getrusage(RUSAGE_THREAD, &usage);
+        return usage.ru_nvcsw;
+    };
+    int16_t last[2] = {};
+    long before = 0;
+    int second = 0;
+    const auto take = [&](const SoundFormat&, std::span<const std::byte> packet) {
+        // Each sample of a sine follows from the two before it. Zeros are what the player missed.
+        const double factor = 2.0 * std::cos(2.0 * std::numbers::pi * frequency / 48000.0);
+        for (size_t at = 0; at + 4 <= packet.size(); at += 4) {
+            int16_t sample = 0;
+            std::memcpy(&sample, packet.data() + at, sizeof(sample));
+            const bool isSine = last[0] != 0 && last[1] != 0 && sample != 0;
+            if (isSine && std::abs(factor * last[1] - last[0] - sample) > 3) ++holes;
+            last[0] = std::exchange(last[1], sample);
+            frames += isSine;
+        }
+        // The thread wakes fifty times for a second of short packets.
+        if (frames / 48000 == second) return;
+        second = frames / 48000;
+        const long now = sleeps();
+        (looks ? looksAgain : isResting) = looks ? now - before > 30 : now - before < 20;
+        before = now;
+    };
+    DesktopSound sound({.take = take, .takeInterest = [&looks] { return looks.load(); }});
+    std::thread listener([&sound] { sound.Listen(); });
+    const Child player = server_->Play(frequency, 20);
+    EXPECT_TRUE(WaitUntil([&isResting] { return isResting.load(); }));
+    looks = true;
+    EXPECT_TRUE(WaitUntil([&looksAgain] { return looksAgain.load(); }));
+    EXPECT_EQ(holes, 0);
+    sound.Stop();
+    listener.join();
+}
+
 TEST_F(SoundTest, WithoutAServerItEndsAtOnceAndASilentOneHoldsNobodyUp) {
     const QTemporaryDir folder;
     const QByteArray path = folder.filePath(QStringLiteral("pulse")).toLocal8Bit();
     qputenv("PULSE_SERVER", "unix:" + path);
     qputenv("PULSE_COOKIE", folder.filePath(QStringLiteral("cookie")).toLocal8Bit());
-    DesktopSound([](const SoundFormat&, std::span<const std::byte>) {}).Listen();
+    DesktopSound({.take = [](auto&&...) {}}).Listen();
 
     sockaddr_un name{AF_UNIX, {}};
     std::strncpy(name.sun_path, path.constData(), sizeof(name.sun_path) - 1);

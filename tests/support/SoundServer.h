@@ -95,12 +95,12 @@ class SoundServer {
 
     bool IsInstalled() const { return server_.IsThere(); }
     bool IsReady() const { return isReady_; }
-    // A program that plays some seconds of a tone. frequency is in Hz.
-    Child Play(double frequency) {
+    // A program that plays a tone. frequency is in Hz.
+    Child Play(double frequency, int seconds = 5) {
         QFile file(folder_.filePath(QStringLiteral("tone")));
         if (!file.open(QIODevice::WriteOnly)) qFatal("no tone can be written");
         std::vector<int16_t> samples;
-        for (int i = 0; i < 48000 * 5; ++i) {
+        for (int i = 0; i < 48000 * seconds; ++i) {
             const double sine = std::sin(2.0 * std::numbers::pi * frequency * i / 48000.0);
             samples.insert(samples.end(), 2, int16_t(std::lround(16000.0 * sine)));
         }

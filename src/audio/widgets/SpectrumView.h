@@ -5,7 +5,8 @@
 #include <QFrame>
 #include <QImage>
 
-#include <optional>
+#include <cstdint>
+#include <vector>
 
 #include "media/LiveFeeds.h"
 
@@ -24,9 +25,10 @@ class SpectrumView : public QFrame {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    void DrawBars();
+    void DrawBars(const QSize& size);
 
-    std::optional<AudioBlock> rows_;
+    AudioBlock rows_{};
+    std::vector<uint8_t> levels_;  // of each column of pixels
     QImage bars_;
 };
 
