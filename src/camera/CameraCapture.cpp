@@ -22,7 +22,7 @@ constexpr size_t kStackBytes = 8 << 20;
 // Held by the thread as well, so that one that hangs touches nothing else that lives.
 class Capture {
   public:
-    Capture() : stream_([this](BitmapRef picture) { Take(std::move(picture)); }) {}
+    Capture() : stream_([this](BitmapRef picture) { Take(std::move(picture)); }, IsCameraWatched) {}
 
     void Run() {
         QString note = WatchCamera();

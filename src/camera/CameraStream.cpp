@@ -26,7 +26,7 @@ using Owned = std::unique_ptr<T, Freer<Free>>;
 
 // The first form that both sides know is taken. Cameras pack what is too much for their cable as JPEG.
 constexpr const char* kForms =
-    " ! capsfilter caps=\"video/x-raw,width=640,height=480;image/jpeg,width=640,height=480;"
+    " ! capsfilter name=forms caps=\"video/x-raw,width=640,height=480;image/jpeg,width=640,height=480;"
     "video/x-raw;image/jpeg\" ! decodebin ! videoconvert ! appsink name=pictures sync=false drop=true "
     "max-buffers=1 enable-last-sample=false caps=video/x-raw,format=BGRx";
 
@@ -60,7 +60,8 @@ BitmapRef PictureOf(const GstVideoFrame& frame) {
 
 }  // namespace
 
-CameraStream::CameraStream(TakeFunction take) : take_(std::move(take)) {}
+CameraStream::CameraStream(TakeFunction take, WantFunction isWanted)
+    : take_(std::move(take)), isWanted_(std::move(isWanted)) {}
 
 void CameraStream::Stop() {
     isStopped_ = true;
@@ -96,7 +97,10 @@ QString CameraStream::Play(const QByteArray& source) {
     gst_app_sink_set_callbacks(GST_APP_SINK(sink.get()), &calls, this, nullptr);
     GstStateChangeReturn change = gst_element_set_state(pipeline.get(), GST_STATE_PAUSED);
     // What isn't live, as a file, is to come at its own rate and not as fast as it can.
-    if (change != GST_STATE_CHANGE_NO_PREROLL) g_object_set(sink.get(), "sync", TRUE, nullptr);
+    if (change == GST_STATE_CHANGE_NO_PREROLL)
+        DropUnwanted(pipeline.get());
+    else
+        g_object_set(sink.get(), "sync", TRUE, nullptr);
     if (change != GST_STATE_CHANGE_FAILURE) change = gst_element_set_state(pipeline.get(), GST_STATE_PLAYING);
     if (change != GST_STATE_CHANGE_FAILURE) return WaitForEnd(bus.get());
     const Owned<GstMessage, gst_message_unref> failure(gst_bus_pop_filtered(bus.get(), GST_MESSAGE_ERROR));
@@ -114,6 +118,23 @@ QString CameraStream::WaitForEnd(GstBus* bus) const {
             return QStringLiteral("it has come to its end");
     }
     return {};
+}
+
+// Before they are decoded and converted, which is most of the work.
+void CameraStream::DropUnwanted(GstElement* pipeline) {
+    const Owned<GstElement, gst_object_unref> forms(gst_bin_get_by_name(GST_BIN(pipeline), "forms"));
+    const Owned<GstPad, gst_object_unref> pad(gst_element_get_static_pad(forms.get(), "src"));
+    const auto onPicture = [](GstPad*, GstPadProbeInfo*, gpointer self) {
+        return static_cast<CameraStream*>(self)->Passes() ? GST_PAD_PROBE_OK : GST_PAD_PROBE_DROP;
+    };
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_BUFFER, onPicture, this, nullptr);
+}
+
+bool CameraStream::Passes() {
+    const bool passes = isWanted_();
+    // The last one would be an old one when somebody looks again.
+    if (std::exchange(hasPassed_, passes) && !passes) take_(nullptr);
+    return passes;
 }
 
 void CameraStream::TakePicture(GstAppSink* sink) const {

@@ -14,6 +14,7 @@
 
 typedef struct _GstAppSink GstAppSink;
 typedef struct _GstBus GstBus;
+typedef struct _GstElement GstElement;
 typedef struct _GstMessage GstMessage;
 
 namespace pixelgrove {
@@ -21,10 +22,12 @@ namespace pixelgrove {
 class CameraStream {
   public:
     using TakeFunction = std::function<void(BitmapRef)>;
+    using WantFunction = std::function<bool()>;
 
     // take gets each picture, on a thread of GStreamer's, until Watch returns: 32 bits, the top row first, no
-    // more of it than is used (media/LiveFeeds.h).
-    explicit CameraStream(TakeFunction take);
+    // more of it than is used (media/LiveFeeds.h). isWanted is asked there before each: while it isn't, what
+    // a camera gives is dropped as it comes, which costs next to nothing, and take gets null once.
+    CameraStream(TakeFunction take, WantFunction isWanted);
     CameraStream(const CameraStream&) = delete;
     CameraStream& operator=(const CameraStream&) = delete;
 
@@ -42,9 +45,13 @@ class CameraStream {
 
     QString Play(const QByteArray& source);
     QString WaitForEnd(GstBus* bus) const;
+    void DropUnwanted(GstElement* pipeline);
+    bool Passes();
     void TakePicture(GstAppSink* sink) const;
 
     const TakeFunction take_;
+    const WantFunction isWanted_;
+    bool hasPassed_ = false;  // the last one that came; GStreamer's thread
     std::atomic<bool> isStopped_{false};
     // Where Stop leaves word; there while Watch waits.
     SynchronizedValue<std::shared_ptr<GstBus>> bus_;

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <utility>
 
+#include "platform/Clock.h"
 #include "platform/SynchronizedValue.h"
 
 namespace pixelgrove {
@@ -16,7 +17,12 @@ struct LiveFeeds {
     SynchronizedValue<BitmapRef> camera;
     SynchronizedValue<QString> cameraNote;
     SynchronizedValue<std::function<void()>> cameraOpener;
+    std::atomic<int64_t> cameraLookMs{-kCameraLookMs};  // when somebody asked last; any thread writes
 };
+
+int64_t NowMs() {
+    return CounterNs() / 1'000'000;
+}
 
 // Never destroyed: a capture thread may outlive the end of main.
 LiveFeeds& Feeds() {
@@ -54,7 +60,12 @@ void PublishCameraPicture(BitmapRef picture) {
 }
 
 BitmapRef LatestCameraPicture() {
+    Feeds().cameraLookMs = NowMs();
     return Feeds().camera.Copy();
+}
+
+bool IsCameraWatched() {
+    return NowMs() - Feeds().cameraLookMs <= kCameraLookMs;
 }
 
 void PublishCameraNote(QString note) {
@@ -70,6 +81,7 @@ void SetCameraOpener(std::function<void()> open) {
 }
 
 void OpenCamera() {
+    Feeds().cameraLookMs = NowMs();
     if (const std::function<void()> open = Feeds().cameraOpener.Copy()) open();
 }
 

@@ -48,6 +48,10 @@ constexpr int kCameraHeight = 480;
 void PublishCameraPicture(BitmapRef picture);
 // Null while there is none. Stays what it is until the next delivery.
 BitmapRef LatestCameraPicture();
+// Whether somebody asked for a picture, or for the camera, within the last kCameraLookMs: while nobody does,
+// a camera need not make any.
+bool IsCameraWatched();
+constexpr int kCameraLookMs = 3000;  // a slow shader takes a picture less than once a second
 
 // Why there is no picture, as a sentence for the user; empty when there is one or nobody has asked.
 void PublishCameraNote(QString note);

@@ -14,11 +14,13 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <cstring>
 #include <thread>
 
 #include "camera/CameraDevice.h"
+#include "camera/CameraStream.h"
 #include "media/LiveFeeds.h"
 #include "support/SoundServer.h"
 
@@ -132,6 +134,24 @@ TEST_F(CameraTest, OneCaptureServesAllUntilItsCameraIsGone) {
     EXPECT_TRUE(IsOverWith("The camera gives no pictures: it has come to its end."));
     Start(kBlue);
     EXPECT_TRUE(Shows({0, 0, 255}));
+}
+
+TEST_F(CameraTest, WhatNobodyWantsIsNotMade) {
+    std::atomic<bool> isWanted{true};
+    std::atomic<int> pictures{0}, ends{0};
+    CameraStream stream([&](const BitmapRef& picture) { ++(picture ? pictures : ends); },
+                        [&]() -> bool { return isWanted; });
+    std::thread watcher([&] { EXPECT_EQ(stream.Watch(kRed), QString()); });
+    EXPECT_TRUE(WaitUntil([&] { return pictures >= 3; }));
+    EXPECT_EQ(ends, 0);
+    isWanted = false;
+    EXPECT_TRUE(WaitUntil([&] { return ends == 1; }));
+    const int before = pictures;
+    isWanted = true;
+    EXPECT_TRUE(WaitUntil([&] { return pictures > before; }));
+    stream.Stop();
+    watcher.join();
+    EXPECT_EQ(ends, 1);
 }
 
 TEST_F(CameraTest, WhatGivesNoPicturesIsSaid) {
