@@ -39,6 +39,7 @@ void FeedPalette(RenderContext& context, const SharedPalette& shared) {
     if (context.paletteTexture != 0) {
         glBindTexture(GL_TEXTURE_2D, context.paletteTexture);
         glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, GLsizei(width), 1, GL_BGRA, GL_UNSIGNED_BYTE, row.data());
+        glBindTexture(GL_TEXTURE_2D, 0);
         return;
     }
     glGenTextures(1, &context.paletteTexture);
@@ -49,6 +50,7 @@ void FeedPalette(RenderContext& context, const SharedPalette& shared) {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glBindTexture(GL_TEXTURE_2D, 0);
     context.paletteWidth = width;
 }
 

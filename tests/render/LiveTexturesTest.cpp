@@ -182,6 +182,9 @@ TEST(LiveTextures, ThePaletteIsATextureOfItsColoursInEveryFrame) {
         const std::vector<uint32_t> before = PaletteColours(engine.Context(), parameters);
         UnpackPalette(*block, *Hold(*App()->palette.table));
         ASSERT_TRUE(engine.Draw(2));
+        GLint bound = -1;
+        glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+        EXPECT_TRUE(bound == 0 || GLuint(bound) != engine.Context().paletteTexture) << "no stage may read it";
         EXPECT_EQ(PaletteColours(engine.Context(), parameters), count > 0 ? wanted : before);
         EXPECT_EQ(parameters,
                   (std::vector<GLint>{GL_MIRRORED_REPEAT, GL_CLAMP_TO_EDGE, GL_LINEAR, GL_LINEAR}));
