@@ -3,6 +3,7 @@
 
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <utility>
 
 #include "WindowFixture.h"
 #include "core/BaseFolders.h"
@@ -89,6 +90,27 @@ TEST_F(AboutBoxTest, LinksLeadToHeadingsAndToTheBrowser) {
     EXPECT_TRUE(opened.isEmpty());
     Q_EMIT view.anchorClicked(QUrl(QStringLiteral("https://example.org/a")));
     EXPECT_EQ(opened, QStringList(QStringLiteral("https://example.org/a")));
+}
+
+TEST_F(AboutBoxTest, TextIsFoundRoundThePage) {
+    QTextBrowser& view =
+        *View(Open({.properties = QStringLiteral("Some tree, a TREE, trees.")}, AboutPage::Properties));
+    const struct {
+        const char* text;
+        FindStep step;
+        int start;
+        const char* found;
+    } rows[] = {
+        {"t", FindStep::Again, 5, "t"},     {"tre", FindStep::Again, 5, "tre"},
+        {"tre", FindStep::Next, 13, "TRE"}, {"tre", FindStep::Next, 19, "tre"},
+        {"tre", FindStep::Next, 5, "tre"},  {"trex", FindStep::Again, 5, "tre"},  // stands nowhere
+        {"", FindStep::Next, 5, "tre"},     {"tre", FindStep::Previous, 19, "tre"},
+    };
+    for (const auto& [text, step, start, found] : rows) {
+        FindOnPage(view, QLatin1String(text), step);
+        EXPECT_EQ(view.textCursor().selectionStart(), start) << text;
+        EXPECT_EQ(view.textCursor().selectedText(), QLatin1String(found)) << text;
+    }
 }
 
 TEST_F(AboutBoxTest, TextsOfOthersAreNoMarkup) {

@@ -1,6 +1,7 @@
 #include "ui/about/AboutBox.h"
 
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <utility>
 
 #include "core/BaseFolders.h"
@@ -71,6 +72,8 @@ void AboutBox::ConnectButtons() {
                 [this, i] { sources_.openUrl(sources_.sites[i].address); });
     }
     connect(form_->pageText, &QTextBrowser::anchorClicked, this, &AboutBox::FollowLink);
+    connect(form_->findEdit, &QLineEdit::textEdited, this,
+            [this](const QString& text) { FindOnPage(*form_->pageText, text, FindStep::Again); });
     connect(form_->okButton, &QAbstractButton::clicked, this, &QWidget::close);
 }
 
@@ -122,7 +125,24 @@ void AboutBox::FollowLink(const QUrl& link) {
         sources_.openUrl(link);
 }
 
+bool AboutBox::TakeFindKey(const QKeyEvent& event) {
+    QLineEdit& edit = *form_->findEdit;
+    const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (event.matches(QKeySequence::Find)) {
+        edit.setFocus(Qt::ShortcutFocusReason);
+        edit.selectAll();
+    } else if (event.matches(QKeySequence::FindNext) || (enter && edit.hasFocus())) {
+        FindOnPage(*form_->pageText, edit.text(), FindStep::Next);
+    } else if (event.matches(QKeySequence::FindPrevious)) {
+        FindOnPage(*form_->pageText, edit.text(), FindStep::Previous);
+    } else {
+        return false;
+    }
+    return true;
+}
+
 void AboutBox::keyPressEvent(QKeyEvent* event) {
+    if (TakeFindKey(*event)) return;
     if (event->matches(QKeySequence::Cancel)) {
         close();
     } else if (QPushButton* button = ButtonOfKey(*this, *event)) {

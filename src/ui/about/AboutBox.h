@@ -56,6 +56,7 @@ class AboutBox : public FrameWindow {
     void TakeUpdateText();
     QString PlainText(AboutPage page) const;
     void FollowLink(const QUrl& link);
+    bool TakeFindKey(const QKeyEvent& event);
 
     const std::unique_ptr<Ui::AboutBox> form_;
     const AboutSources sources_;

@@ -169,4 +169,22 @@ bool ScrollToHeading(QTextBrowser& view, const QString& name) {
     return false;
 }
 
+bool FindOnPage(QTextBrowser& view, const QString& text, FindStep step) {
+    if (text.isEmpty()) return false;
+    const bool backward = step == FindStep::Previous;
+    const QTextDocument::FindFlags flags =
+        backward ? QTextDocument::FindBackward : QTextDocument::FindFlags();
+    const QTextCursor now = view.textCursor();
+    if (step == FindStep::Again) {
+        QTextCursor from = now;
+        from.setPosition(now.selectionStart());
+        view.setTextCursor(from);
+    }
+    if (view.find(text, flags)) return true;
+    view.moveCursor(backward ? QTextCursor::End : QTextCursor::Start);
+    if (view.find(text, flags)) return true;
+    view.setTextCursor(now);
+    return false;
+}
+
 }  // namespace pixelgrove

@@ -19,4 +19,10 @@ void ShowPlainText(QTextBrowser& view, const QString& text);
 // False without such a heading.
 bool ScrollToHeading(QTextBrowser& view, const QString& name);
 
+// Selects the text's next place, in any case, or the one before; beyond the end the search goes on at the
+// other. Again: from the place that is selected now on, which stays while the text grows. False when it
+// stands nowhere.
+enum class FindStep { Again, Next, Previous };
+bool FindOnPage(QTextBrowser& view, const QString& text, FindStep step);
+
 }  // namespace pixelgrove
