@@ -1,6 +1,12 @@
-// What the analysis of a block of sound costs, beside a bare loop over its transform's arithmetic.
+// What the analysis of a block of sound costs, beside a bare loop over its transform's arithmetic, and FFTW's
+// transform where the machine has it.
 #include <benchmark/benchmark.h>
 
+#ifdef PIXELGROVE_HAS_FFTW
+#include <fftw3.h>
+#endif
+
+#include <algorithm>
 #include <cmath>
 #include <complex>
 #include <numbers>
@@ -65,6 +71,22 @@ void BareLoop(benchmark::State& state) {
     }
 }
 BENCHMARK(BareLoop)->Unit(benchmark::kMicrosecond);
+
+#ifdef PIXELGROVE_HAS_FFTW
+void Fftw(benchmark::State& state) {
+    const SampleBlock sound = Tones();
+    std::vector<std::complex<double>> values(kBlockSamples);
+    auto* data = reinterpret_cast<fftw_complex*>(values.data());
+    const fftw_plan plan = fftw_plan_dft_1d(kBlockSamples, data, data, FFTW_FORWARD, FFTW_MEASURE);
+    for (auto _ : state) {
+        std::copy(sound.begin(), sound.end(), values.begin());
+        fftw_execute(plan);
+        benchmark::DoNotOptimize(values.data());
+    }
+    fftw_destroy_plan(plan);
+}
+BENCHMARK(Fftw)->Unit(benchmark::kMicrosecond);
+#endif
 
 }  // namespace
 }  // namespace pixelgrove
