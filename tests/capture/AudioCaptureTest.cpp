@@ -100,6 +100,16 @@ TEST_F(SoundTest, AToneStandsInItsColumnWhateverTheOutput) {
     }
 }
 
+TEST_F(SoundTest, PipeWireIsHeardByTheSameInterface) {
+    test::PipeWireServer server;
+    if (!server.IsInstalled()) GTEST_SKIP() << "skipped: PipeWire, WirePlumber or dbus-daemon is missing";
+    ASSERT_TRUE(server.IsReady());
+    ASSERT_TRUE(Start());
+    const Child player = server.Play(5000);
+    EXPECT_TRUE(Hears(5000));
+    Stop();
+}
+
 TEST_F(SoundTest, TheLastOfItsUsersEndsIt) {
     Serve(kStereo);
     if (IsSkipped() || HasFatalFailure()) return;
