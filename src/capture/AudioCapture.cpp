@@ -3,6 +3,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <new>
 #include <utility>
 
 #include "audio/SoundFrames.h"
@@ -82,7 +83,7 @@ Service TakeLast() {
 
 }  // namespace
 
-bool StartAudioCapture(std::shared_ptr<const AudioParameters> parameters) {
+bool StartAudioCapture(std::shared_ptr<const AudioParameters> parameters) try {
     const Hold held(service);
     if (held->users == 0) {
         auto capture = std::make_shared<Capture>(std::move(parameters));
@@ -93,6 +94,8 @@ bool StartAudioCapture(std::shared_ptr<const AudioParameters> parameters) {
     }
     ++held->users;
     return true;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 void StopAudioCapture() {

@@ -141,8 +141,9 @@ void DesktopSound::TakePackets() {
 
 // What plays may have the server send short packets all the same: here they come together.
 void DesktopSound::Rest() {
-    while (!isOver_ && !isStopped_ && pa_mainloop_iterate(loop_.get(), 0, nullptr) > 0) {
+    while (isRare_ && !isOver_ && !isStopped_ && pa_mainloop_iterate(loop_.get(), 0, nullptr) > 0) {
     }
+    if (!isRare_ || isOver_) return;
     std::unique_lock lock(restLock_);
     restEnd_.wait_for(lock, std::chrono::microseconds(kRarePacketUs), [this] { return isStopped_.load(); });
 }

@@ -94,11 +94,12 @@ void AudioWindow::FollowSight() {
 void AudioWindow::ShowSound() {
     // On another desktop, say.
     if (!windowHandle() || !windowHandle()->isExposed()) return;
-    form_->spectrumView->Show(LatestAudioBlock());
-    form_->stateLabel->setText(StateText());
+    const AudioBlock rows = LatestAudioBlock();
+    form_->spectrumView->Show(rows);
+    form_->stateLabel->setText(StateText(rows));
 }
 
-QString AudioWindow::StateText() {
+QString AudioWindow::StateText(const AudioBlock& rows) {
     const SoundReport report = LatestSoundReport();
     ticksWithout_ = report.blocks == blocks_ ? ticksWithout_ + 1 : 0;
     blocks_ = report.blocks;
@@ -110,7 +111,7 @@ QString AudioWindow::StateText() {
         case SoundState::Listening:
             break;
     }
-    const bool isQuiet = ticksWithout_ >= kQuietTicks || IsSilent(LatestAudioBlock());
+    const bool isQuiet = ticksWithout_ >= kQuietTicks || IsSilent(rows);
     return isQuiet ? QStringLiteral("Nothing is playing.") : QString();
 }
 

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "audio/AudioParameters.h"
+#include "media/LiveFeeds.h"
 #include "windows/widgets/FrameWindow.h"
 
 namespace Ui {
@@ -36,7 +37,7 @@ class AudioWindow : public FrameWindow {
     void ShowParameters();
     void FollowSight();
     void ShowSound();
-    QString StateText();
+    QString StateText(const AudioBlock& rows);
 
     AudioParameters& parameters_;
     const std::unique_ptr<Ui::SpectrumWindow> form_;
