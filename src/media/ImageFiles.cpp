@@ -13,6 +13,7 @@
 
 #include "media/GifWriter.h"
 #include "media/ImageIntegrity.h"
+#include "media/PngWriter.h"
 #include "platform/Files.h"
 #include "platform/TextScan.h"
 
@@ -182,6 +183,16 @@ std::optional<FileKind> KindOfPath(const QString& path) {
     return std::nullopt;
 }
 
+// A bitmap's pixel of 32 bits is a QRgb as it stands in memory.
+void CopyOpaque(const uint8_t* in, uchar* out, int width) {
+    for (int x = 0; x < width; ++x) {
+        QRgb pixel;
+        std::memcpy(&pixel, in + size_t(x) * 4, 4);
+        pixel |= 0xff000000u;
+        std::memcpy(out + size_t(x) * 4, &pixel, 4);
+    }
+}
+
 // The bitmap upright and without alpha: grey for 8 bits, Format_RGB32 else.
 QImage ToOpaqueImage(const Bitmap& bitmap) {
     const int depth = bitmap.bitsPerPixel;
@@ -193,12 +204,13 @@ QImage ToOpaqueImage(const Bitmap& bitmap) {
         uchar* out = image.scanLine(y);
         if (depth == 8) {
             std::memcpy(out, in, size_t(bitmap.width));
-            continue;
-        }
-        const int step = depth / 8;
-        for (int x = 0; x < bitmap.width; ++x, in += step) {
-            const QRgb pixel = qRgb(in[2], in[1], in[0]);
-            std::memcpy(out + size_t(x) * 4, &pixel, 4);
+        } else if (depth == 32) {
+            CopyOpaque(in, out, bitmap.width);
+        } else {
+            for (int x = 0; x < bitmap.width; ++x, in += 3) {
+                const QRgb pixel = qRgb(in[2], in[1], in[0]);
+                std::memcpy(out + size_t(x) * 4, &pixel, 4);
+            }
         }
     }
     return image;
@@ -208,6 +220,7 @@ QImage ToOpaqueImage(const Bitmap& bitmap) {
 QByteArray EncodeImage(const QImage& image, FileKind kind) {
     if (image.isNull()) return {};
     if (kind == FileKind::Gif) return EncodeGif(image);
+    if (kind == FileKind::Png) return EncodePng(image);
     QByteArray encoded;
     QBuffer buffer(&encoded);
     if (!buffer.open(QIODevice::WriteOnly)) return {};
@@ -220,7 +233,7 @@ QByteArray EncodeImage(const QImage& image, FileKind kind) {
         writer.setFormat("tiff");
         writer.setCompression(1);  // LZW
     } else {
-        writer.setFormat(kind == FileKind::Png ? "png" : "bmp");
+        writer.setFormat("bmp");
     }
     return writer.write(image) ? encoded : QByteArray();
 }

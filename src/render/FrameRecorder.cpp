@@ -164,9 +164,12 @@ void NoteUndrawnFrame(RenderRun& run) {
 }
 
 void SaveCapture(RenderRun& run) {
-    const SurfaceSize size = run.context->renderSize;
-    if (!run.frame) run.frame = CreateFrameBitmap(size.width, size.height);
-    if (!run.framePath || !run.frame || !ReadBackStage(*run.context, kStageImage, *run.frame)) return;
+    if (!run.framePath) return;
+    if (!run.frame) {
+        const SurfaceSize size = run.context->renderSize;
+        run.frame = CreateFrameBitmap(size.width, size.height);
+        if (!run.frame || !ReadBackStage(*run.context, kStageImage, *run.frame)) return;
+    }
     const auto path = BuildFramePath(run.framePath->Copy(), uint32_t(TickCountMs()));
     if (!path) return;
     QString reason;

@@ -65,6 +65,16 @@ TEST_F(SaveBitmapImageTest, LosslessFormatsGiveBackThePictureUprightAndOpaque) {
     }
 }
 
+TEST_F(SaveBitmapImageTest, APngOfFewRowsIsWhole) {
+    for (int height = 1; height <= 9; ++height) {
+        const auto bitmap = PatternBitmap(1 + height % 3, height, 32, true, true);
+        ASSERT_TRUE(SaveBitmapImage(*bitmap, Path("f.png")));
+        const QImage back(Path("f.png"));
+        ASSERT_EQ(back.height(), height);
+        EXPECT_EQ(MeanError(back, *bitmap), 0.0);
+    }
+}
+
 TEST_F(SaveBitmapImageTest, LossyFormatsComeClose) {
     const auto bitmap = CreateFrameBitmap(67, 45);
     for (int y = 0; y < 45; ++y)

@@ -1,0 +1,137 @@
+// What a recorded frame costs beside its drawing and its packing, and how fast it is against ffmpeg packing
+// the same pixels. Each frame is measured as a whole and in its two parts, in turns; see README.md beside
+// this file.
+
+#include <sys/resource.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+#include "../tests/support/Engine.h"
+#include "media/PngWriter.h"
+#include "platform/Clock.h"
+#include "project/ProjectModel.h"
+#include "render/FrameRecorder.h"
+#include "shadertoy/ProjectFile.h"
+
+namespace pixelgrove {
+namespace {
+
+constexpr SurfaceSize kSize{1920, 1080};
+constexpr int kFrames = 40;
+
+template <typename F>
+double MsOf(F&& run) {
+    const int64_t start = CounterNs();
+    run();
+    return double(CounterNs() - start) / 1e6;
+}
+
+// What the quickest tenth stays below: other programs slow the rest of them down.
+double Quick(std::vector<double> values) {
+    std::ranges::sort(values);
+    return values[values.size() / 10];
+}
+
+double MsOfChildren() {
+    rusage usage{};
+    getrusage(RUSAGE_CHILDREN, &usage);
+    return double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1e3 +
+           double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e3;
+}
+
+QImage UprightImage(const Bitmap& frame) {
+    QImage image(frame.width, frame.height, QImage::Format_RGB32);
+    for (int y = 0; y < frame.height; ++y)
+        std::copy_n(frame.Row(frame.height - 1 - y), size_t(frame.width) * 4, image.scanLine(y));
+    return image;
+}
+
+double SizeOfFiles(const QString& folder) {
+    double bytes = 0;
+    for (const QFileInfo& file : QDir(folder).entryInfoList({QStringLiteral("f-*.png")}))
+        bytes += double(file.size());
+    return bytes;
+}
+
+// Milliseconds of one processor that one thread of ffmpeg takes a frame to pack the raw frames into the
+// folder; 0 without it.
+double MsOfFfmpeg(const QString& rawPath, const QString& folder) {
+    const QString size = QStringLiteral("%1x%2").arg(kSize.width).arg(kSize.height);
+    QStringList arguments =
+        QStringLiteral("-loglevel error -y -f rawvideo -pix_fmt rgb24 -video_size").split(u' ');
+    arguments << size << QStringLiteral("-i") << rawPath;
+    arguments << QStringLiteral("-threads 1 -c:v png").split(u' ') << folder + QStringLiteral("/f-%d.png");
+    const double before = MsOfChildren();
+    const int result = QProcess::execute(QStringLiteral("ffmpeg"), arguments);
+    return result == 0 ? (MsOfChildren() - before) / kFrames : 0;
+}
+
+bool Measure(const QString& projectPath) {
+    test::Engine engine;
+    ShaderProject project;
+    if (LoadProjectFile(projectPath, project).status != ProjectFileStatus::Loaded) return false;
+    AdoptProject(App()->project, project, projectPath);
+    if (engine.Start(kSize.width, kSize.height).result != CompileResult::Good) return false;
+    const QTemporaryDir folder, theirs;
+    const auto path = std::make_shared<SharedFramePath>();
+    *Hold(*path) = {folder.path(), QStringLiteral("f-%d.png")};
+    engine.Run().framePath = path;
+    RunControls& asked = *App()->run;
+    asked.recordWidth = uint32_t(kSize.width);
+    asked.recordHeight = uint32_t(kSize.height);
+    asked.recordFrameDelayMs = 0;
+    engine.Draw(3);
+
+    QFile raw(theirs.filePath(QStringLiteral("raw")));
+    if (!raw.open(QIODevice::WriteOnly)) return false;
+    std::vector<double> whole, drawing, packing;
+    for (int i = 0; i < kFrames; ++i) {
+        // Not recorded, a frame is drawn and nothing else: the surface has no window to show it in.
+        drawing.push_back(MsOf([&] { engine.Draw(1); }));
+        SetRecordingState(*App(), kManualStopSeconds);
+        asked.recordFrameIndex = uint32_t(i);
+        whole.push_back(MsOf([&] { engine.Draw(1); }));
+        SetRecordingState(*App(), 0);
+        const QImage image = UprightImage(*engine.Run().frame);
+        packing.push_back(MsOf([&] { EncodePng(image); }));
+        const QImage rgb = image.convertToFormat(QImage::Format_RGB888);
+        for (int y = 0; y < rgb.height(); ++y)
+            raw.write(reinterpret_cast<const char*>(rgb.constScanLine(y)), rgb.width() * 3);
+    }
+    raw.close();
+    const double ffmpegMs = MsOfFfmpeg(raw.fileName(), theirs.path());
+    const double frameMs = Quick(whole);
+    const double rest = frameMs - Quick(drawing) - Quick(packing);
+    std::printf("%-16s %8.1f %8.1f %8.1f %7.1f%% %10.1f %7.2f %6.2f\n",
+                qPrintable(QFileInfo(projectPath).completeBaseName()), frameMs, Quick(drawing),
+                Quick(packing), rest / frameMs * 100, ffmpegMs, ffmpegMs / frameMs,
+                SizeOfFiles(folder.path()) / SizeOfFiles(theirs.path()));
+    return true;
+}
+
+}  // namespace
+}  // namespace pixelgrove
+
+int main(int argumentCount, char** arguments) {
+    if (argumentCount < 2) {
+        std::fprintf(stderr, "bench_recording PROJECT...\n");
+        return 2;
+    }
+    std::printf("%dx%d PNG, ms a frame, the quickest tenth of %d frames\n", pixelgrove::kSize.width,
+                pixelgrove::kSize.height, pixelgrove::kFrames);
+    std::printf("%-16s %8s %8s %8s %8s %10s %7s %6s\n", "project", "recorded", "drawing", "packing", "rest",
+                "ffmpeg", "faster", "size");
+    for (int i = 1; i < argumentCount; ++i) {
+        if (pixelgrove::Measure(QString::fromLocal8Bit(arguments[i]))) continue;
+        std::fprintf(stderr, "%s can't be played\n", arguments[i]);
+        return 1;
+    }
+    return 0;
+}
