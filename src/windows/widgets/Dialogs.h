@@ -79,8 +79,8 @@ QString AskForFile(QWidget* owner, const FileQuestion& question);
 // Several files of one folder, to open; all of them exist. Empty when cancelled.
 QStringList AskForFiles(QWidget* owner, const FileQuestion& question);
 
-// A folder that exists, by the question's caption and folder; empty when cancelled. Where it starts isn't made,
-// but looked for above.
+// A folder that exists, by the question's caption and folder; empty when cancelled. Where it starts isn't
+// made, but looked for above.
 QString AskForFolder(QWidget* owner, const FileQuestion& question);
 
 }  // namespace pixelgrove

@@ -46,7 +46,8 @@ class FileChoice : public QFileDialog {
         ChooseSuffix();
         connect(this, &QFileDialog::filterSelected, this, &FileChoice::ChooseSuffix);
         QList<QUrl> places;
-        const QString start = mode == QFileDialog::Directory ? ExistingFolderOf(question.folder) : question.folder;
+        const QString start =
+            mode == QFileDialog::Directory ? ExistingFolderOf(question.folder) : question.folder;
         if (!start.isEmpty() && QDir().mkpath(start)) {
             setDirectory(start);
             places.append(QUrl::fromLocalFile(QDir(start).absolutePath()));
