@@ -41,17 +41,12 @@ void ExternalRecorder::Begin() {
         Press([this] { End(); });
         return;
     }
-    const QPointer<QWidget> window = QApplication::activeWindow();
-    const QPointer<QWidget> focus = QApplication::focusWidget();
+    // The window system takes its time: what was given back a moment ago isn't there yet.
+    if (!lender_) lender_ = {QApplication::activeWindow(), QApplication::focusWidget()};
     output->activateWindow();
     output->update();
-    const auto giveBack = [this, window, focus] {
-        if (window) window->activateWindow();
-        if (focus) focus->setFocus();
-        End();
-    };
-    QTimer::singleShot(kFocusTime, Qt::PreciseTimer, &later_, [this, giveBack] {
-        Press([this, giveBack] { QTimer::singleShot(kFocusTime, Qt::PreciseTimer, &later_, giveBack); });
+    QTimer::singleShot(kFocusTime, Qt::PreciseTimer, &later_, [this] {
+        Press([this] { QTimer::singleShot(kFocusTime, Qt::PreciseTimer, &later_, [this] { End(); }); });
     });
 }
 
@@ -81,7 +76,14 @@ void ExternalRecorder::Press(std::function<void()> released) {
 
 void ExternalRecorder::End() {
     requests_.pop_front();
-    if (!requests_.empty()) Begin();
+    if (!requests_.empty()) {
+        Begin();
+        return;
+    }
+    if (!lender_) return;
+    if (lender_->window) lender_->window->activateWindow();
+    if (lender_->widget) lender_->widget->setFocus();
+    lender_.reset();
 }
 
 }  // namespace pixelgrove

@@ -39,6 +39,10 @@ class ExternalRecorder {
         std::optional<std::chrono::seconds> length;
     };
 
+    struct Focus {
+        QPointer<QWidget> window, widget;
+    };
+
     void Ask(const Request& request);
     void Begin();
     void Press(std::function<void()> released);
@@ -48,6 +52,7 @@ class ExternalRecorder {
     const std::function<void(const QString& text)> say_;
     bool isOn_ = false;
     std::deque<Request> requests_;  // the first one is under way
+    std::optional<Focus> lender_;   // who had it before the requests that wait
     QTimer stop_;
     KeyPresser presser_;
     QObject later_;  // has what is yet to be done
