@@ -1,5 +1,6 @@
 #include "app/FrameOutput.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -18,6 +19,8 @@
 namespace pixelgrove {
 
 namespace {
+
+constexpr int kPipeBytes = 1 << 20;  // the most that Linux gives every user by default
 
 class FileOutput : public FrameOutput {
   public:
@@ -58,18 +61,7 @@ class PipeOutput : public FrameOutput {
     PipeOutput(PipeForm form, const FrameRate& rate) : form_(form), rate_(rate) {}
 
     QString Write(int frame, const Bitmap& picture) override {
-        bytes_.clear();
-        if (form_ == PipeForm::Rgb24) {
-            AppendRgb24(picture, bytes_);
-        } else {
-            if (!hasHeader_) {
-                const QByteArray header = Y4mHeader(picture.width, picture.height, rate_);
-                bytes_.assign(header.begin(), header.end());
-                hasHeader_ = true;
-            }
-            AppendY4mFrame(picture, bytes_);
-        }
-        if (WriteAll(STDOUT_FILENO, bytes_)) return {};
+        if (WriteFrame(picture)) return {};
         if (errno == EPIPE)
             return QStringLiteral("the program that reads the frames ended before it had frame %1.")
                 .arg(frame);
@@ -79,6 +71,22 @@ class PipeOutput : public FrameOutput {
     }
 
   private:
+    // False with errno.
+    bool WriteFrame(const Bitmap& picture) {
+        if (form_ == PipeForm::Rgb24) {
+            ToRgb24(picture, bytes_);
+            return WriteAll(STDOUT_FILENO, bytes_);
+        }
+        if (!hasHeader_) {
+            const QByteArray header = Y4mHeader(picture.width, picture.height, rate_);
+            bytes_.assign(header.begin(), header.end());
+            if (!WriteAll(STDOUT_FILENO, bytes_)) return false;
+            hasHeader_ = true;
+        }
+        ToY4mFrame(picture, bytes_);
+        return WriteAll(STDOUT_FILENO, bytes_);
+    }
+
     const PipeForm form_;
     const FrameRate rate_;
     bool hasHeader_ = false;
@@ -99,6 +107,8 @@ std::unique_ptr<FrameOutput> OpenFrameOutput(const RenderOptions& options, QStri
         return nullptr;
     }
     std::signal(SIGPIPE, SIG_IGN);
+    // Fewer turns between writer and reader; what is no pipe refuses.
+    fcntl(STDOUT_FILENO, F_SETPIPE_SZ, kPipeBytes);
     return std::make_unique<PipeOutput>(options.pipe, options.rate);
 }
 

@@ -10,14 +10,14 @@
 
 namespace pixelgrove {
 
-// Appends a 32-bit bitmap as red, green and blue bytes, upright whichever way its rows run, without padding.
-void AppendRgb24(const Bitmap& picture, std::vector<uint8_t>& bytes);
+// Makes bytes a 32-bit bitmap's red, green and blue, upright whichever way its rows run, without padding.
+void ToRgb24(const Bitmap& picture, std::vector<uint8_t>& bytes);
 
 // The line that a YUV4MPEG2 stream opens with: square pixels, progressive, 4:4:4 of 8 bits, limited range.
 QByteArray Y4mHeader(int width, int height, const FrameRate& rate);
 
-// Appends "FRAME" and the planes Y, Cb, Cr of a 32-bit bitmap by BT.709 in limited range: 16 to 235, chroma
-// 16 to 240. Each value is the nearest.
-void AppendY4mFrame(const Bitmap& picture, std::vector<uint8_t>& bytes);
+// Makes bytes "FRAME", a line end and the planes Y, Cb, Cr of a 32-bit bitmap by BT.709 in limited range: 16
+// to 235, chroma 16 to 240. Each value is the nearest.
+void ToY4mFrame(const Bitmap& picture, std::vector<uint8_t>& bytes);
 
 }  // namespace pixelgrove

@@ -8,6 +8,8 @@ namespace pixelgrove {
 
 namespace {
 
+constexpr qint64 kSmallPicture = 1 << 19;  // pixels
+
 void AllocateCube() {
     for (int face = 0; face < 6; ++face) {
         glTexImage2D(GL_TEXTURE_CUBE_MAP_POSITIVE_X + face, 0, GL_RGBA16F, kCubeSide, kCubeSide, 0, GL_RGBA,
@@ -116,9 +118,11 @@ bool ReadBackStage(const RenderContext& context, uint32_t stageId, Bitmap& bitma
     glGetTexLevelParameteriv(imageTarget, 0, GL_TEXTURE_HEIGHT, &height);
     if (width != bitmap.width || height != bitmap.height) return false;
 
-    // GL's rows run bottom-up, as a frame bitmap's do. Floats become bytes where the picture is, which takes
-    // half the time of bringing them over and gives the same bytes; a face of the cube is in no frame buffer.
-    if (cube) {
+    // GL's rows run bottom-up, as a frame bitmap's do. In a large picture floats become bytes where it is:
+    // the same bytes in half the time. For a small one the driver's work to set that up would count for more;
+    // a face of the cube is in no frame buffer.
+    const bool small = qint64(width) * height < kSmallPicture;
+    if (cube || (small && !multisampled)) {
         glGetTexImage(imageTarget, 0, GL_BGRA, GL_UNSIGNED_BYTE, bitmap.bits.data());
     } else {
         const ResolvedTarget resolved(stage.frameBuffers[latest], width, height);

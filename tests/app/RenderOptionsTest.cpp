@@ -135,15 +135,15 @@ TEST(RawFrames, PixelsAreThoseOfThePicture) {
     // A pixel of each corner of the colours and some between, one picture top-down, one bottom-up.
     const int levels[] = {0, 1, 77, 128, 254, 255};
     for (const bool isBottomUp : {false, true}) {
-        const auto picture = CreateBitmap(36, 6, 32, isBottomUp);
+        const auto picture = CreateBitmap(27, 8, 32, isBottomUp);
         for (int i = 0; i < 216; ++i) {
-            uint8_t* pixel = picture->Row(isBottomUp ? 5 - i / 36 : i / 36) + size_t(i % 36) * 4;
+            uint8_t* pixel = picture->Row(isBottomUp ? 7 - i / 27 : i / 27) + size_t(i % 27) * 4;
             for (int c = 0; c < 3; ++c)
                 pixel[c] = uint8_t(levels[i / (c == 0 ? 1 : c == 1 ? 6 : 36) % 6]);
         }
         std::vector<uint8_t> rgb, yuv;
-        AppendRgb24(*picture, rgb);
-        AppendY4mFrame(*picture, yuv);
+        ToRgb24(*picture, rgb);
+        ToY4mFrame(*picture, yuv);
         ASSERT_EQ(rgb.size(), 216u * 3);
         ASSERT_EQ(yuv.size(), 6 + 216u * 3);
         for (size_t i = 0; i < 216; ++i) {
