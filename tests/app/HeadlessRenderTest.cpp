@@ -471,7 +471,7 @@ TEST_F(HeadlessRender, APipeCarriesThePixelsOfTheFiles) {
     EXPECT_TRUE(AllOf(Path("y4m")).startsWith(header));
     EXPECT_EQ(AllOf(Path("y4m")).size(), header.size() + 2 * 6 + pixels.size());
     EXPECT_EQ(
-        shell("@ a.json --size 640x360 --frames 100 --pipe | head -c 9 > cut; echo ${PIPESTATUS[0]} >&2"),
+        shell("@ a.json --size 1280x720 --frames 9 --pipe | head -c 9 > cut; echo ${PIPESTATUS[0]} >&2"),
         "pixelgrove-render: the program that reads the frames ended before it had frame 1.\n2\n");
     EXPECT_EQ(
         shell("@ a.json --pipe > /dev/full; echo $? >&2"),
