@@ -183,16 +183,6 @@ std::optional<FileKind> KindOfPath(const QString& path) {
     return std::nullopt;
 }
 
-// A bitmap's pixel of 32 bits is a QRgb as it stands in memory.
-void CopyOpaque(const uint8_t* in, uchar* out, int width) {
-    for (int x = 0; x < width; ++x) {
-        QRgb pixel;
-        std::memcpy(&pixel, in + size_t(x) * 4, 4);
-        pixel |= 0xff000000u;
-        std::memcpy(out + size_t(x) * 4, &pixel, 4);
-    }
-}
-
 // The bitmap upright and without alpha: grey for 8 bits, Format_RGB32 else.
 QImage ToOpaqueImage(const Bitmap& bitmap) {
     const int depth = bitmap.bitsPerPixel;
@@ -204,13 +194,12 @@ QImage ToOpaqueImage(const Bitmap& bitmap) {
         uchar* out = image.scanLine(y);
         if (depth == 8) {
             std::memcpy(out, in, size_t(bitmap.width));
-        } else if (depth == 32) {
-            CopyOpaque(in, out, bitmap.width);
-        } else {
-            for (int x = 0; x < bitmap.width; ++x, in += 3) {
-                const QRgb pixel = qRgb(in[2], in[1], in[0]);
-                std::memcpy(out + size_t(x) * 4, &pixel, 4);
-            }
+            continue;
+        }
+        const int step = depth / 8;
+        for (int x = 0; x < bitmap.width; ++x, in += step) {
+            const QRgb pixel = qRgb(in[2], in[1], in[0]);
+            std::memcpy(out + size_t(x) * 4, &pixel, 4);
         }
     }
     return image;
@@ -220,7 +209,6 @@ QImage ToOpaqueImage(const Bitmap& bitmap) {
 QByteArray EncodeImage(const QImage& image, FileKind kind) {
     if (image.isNull()) return {};
     if (kind == FileKind::Gif) return EncodeGif(image);
-    if (kind == FileKind::Png) return EncodePng(image);
     QByteArray encoded;
     QBuffer buffer(&encoded);
     if (!buffer.open(QIODevice::WriteOnly)) return {};
@@ -251,6 +239,11 @@ QByteArray EncodePpm(const Bitmap& bitmap) {
     for (size_t i = 0; i < bytes; i += 3)
         std::swap(p[i], p[i + 2]);
     return file;
+}
+
+QByteArray EncodeBitmap(const Bitmap& bitmap, FileKind kind) {
+    if (kind == FileKind::Ppm) return EncodePpm(bitmap);
+    return kind == FileKind::Png ? EncodePng(bitmap) : EncodeImage(ToOpaqueImage(bitmap), kind);
 }
 
 }  // namespace
@@ -285,8 +278,7 @@ bool SaveBitmapImage(const Bitmap& bitmap, const QString& path, QString* reason)
     const std::optional<FileKind> kind = KindOfPath(path);
     if (!kind || !bitmap.IsComplete()) return false;
     try {
-        const QByteArray file =
-            *kind == FileKind::Ppm ? EncodePpm(bitmap) : EncodeImage(ToOpaqueImage(bitmap), *kind);
+        const QByteArray file = EncodeBitmap(bitmap, *kind);
         return !file.isEmpty() && WriteWholeFile(path, file, reason, Durability::System);
     } catch (const std::bad_alloc&) {
         return false;

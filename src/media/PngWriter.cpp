@@ -29,23 +29,22 @@ struct Strip {
     z_off_t unpackedBytes = 0;
 };
 
-int ChannelsOf(const QImage& image) {
-    return image.format() == QImage::Format_Grayscale8 ? 1 : 3;
+size_t ChannelsOf(const Bitmap& bitmap) {
+    return bitmap.bitsPerPixel == 8 ? 1 : 3;
 }
 
-// The row's bytes as PNG has them.
-void FillRow(const QImage& image, int y, uint8_t* out) {
-    const uchar* in = image.constScanLine(y);
-    if (ChannelsOf(image) == 1) {
-        std::memcpy(out, in, size_t(image.width()));
+// The row's bytes as PNG has them, counted from the top.
+void FillRow(const Bitmap& bitmap, int y, uint8_t* out) {
+    const uint8_t* in = bitmap.Row(bitmap.bottomUp ? bitmap.height - 1 - y : y);
+    if (bitmap.bitsPerPixel == 8) {
+        std::memcpy(out, in, size_t(bitmap.width));
         return;
     }
-    for (int x = 0; x < image.width(); ++x, out += 3) {
-        QRgb pixel;
-        std::memcpy(&pixel, in + size_t(x) * 4, 4);
-        out[0] = uint8_t(qRed(pixel));
-        out[1] = uint8_t(qGreen(pixel));
-        out[2] = uint8_t(qBlue(pixel));
+    const int step = bitmap.bitsPerPixel / 8;
+    for (int x = 0; x < bitmap.width; ++x, in += step, out += 3) {
+        out[0] = in[2];
+        out[1] = in[1];
+        out[2] = in[0];
     }
 }
 
@@ -58,18 +57,18 @@ uint8_t Predicted(int left, int up, int corner) {
 }
 
 // Rows begin with a pixel of zeros.
-void FilterRow(const uint8_t* row, const uint8_t* above, int channels, size_t bytes, uint8_t* out) {
+void FilterRow(const uint8_t* row, const uint8_t* above, size_t channels, size_t bytes, uint8_t* out) {
     for (size_t i = 0; i < bytes; ++i) {
-        const size_t here = i + size_t(channels);
+        const size_t here = i + channels;
         out[i] = uint8_t(row[here] - Predicted(row[i], above[here], above[i]));
     }
 }
 
-void PackStrip(const QImage& image, Strip& strip) {
-    const int channels = ChannelsOf(image);
-    const size_t bytes = size_t(image.width()) * size_t(channels);
-    std::vector<uint8_t> row(bytes + size_t(channels)), above(bytes + size_t(channels)), filtered(bytes + 1);
-    if (strip.firstRow > 0) FillRow(image, strip.firstRow - 1, above.data() + channels);
+void PackStrip(const Bitmap& bitmap, Strip& strip) {
+    const size_t channels = ChannelsOf(bitmap);
+    const size_t bytes = size_t(bitmap.width) * channels;
+    std::vector<uint8_t> row(bytes + channels), above(bytes + channels), filtered(bytes + 1);
+    if (strip.firstRow > 0) FillRow(bitmap, strip.firstRow - 1, above.data() + channels);
     // What is left of a drawn picture behind the filter are runs: looking for nothing else is quickest, and
     // no longer match of bytes is lost on the edges of strips.
     z_stream stream{};
@@ -81,7 +80,7 @@ void PackStrip(const QImage& image, Strip& strip) {
     strip.adler = adler32(0, nullptr, 0);
     int result = Z_OK;
     for (int y = strip.firstRow; y < strip.endRow && result == Z_OK; ++y) {
-        FillRow(image, y, row.data() + channels);
+        FillRow(bitmap, y, row.data() + channels);
         filtered[0] = kPaethFilter;
         FilterRow(row.data(), above.data(), channels, bytes, filtered.data() + 1);
         std::swap(row, above);
@@ -89,7 +88,7 @@ void PackStrip(const QImage& image, Strip& strip) {
         stream.next_in = filtered.data();
         stream.avail_in = uInt(filtered.size());
         const bool isLast = y + 1 == strip.endRow;
-        const bool isEnd = y + 1 == image.height();
+        const bool isEnd = y + 1 == bitmap.height;
         result = deflate(&stream, isEnd ? Z_FINISH : isLast ? Z_SYNC_FLUSH : Z_NO_FLUSH);
     }
     const bool isWhole = (result == Z_OK || result == Z_STREAM_END) && stream.avail_in == 0;
@@ -99,22 +98,22 @@ void PackStrip(const QImage& image, Strip& strip) {
 }
 
 // A failure leaves the strip empty.
-void TryPackStrip(const QImage& image, Strip& strip) {
+void TryPackStrip(const Bitmap& bitmap, Strip& strip) {
     try {
-        PackStrip(image, strip);
+        PackStrip(bitmap, strip);
     } catch (const std::bad_alloc&) {
         strip.packed.clear();
     }
 }
 
-void PackStrips(const QImage& image, std::array<Strip, kStrips>& strips) {
+void PackStrips(const Bitmap& bitmap, std::array<Strip, kStrips>& strips) {
     std::array<Thread, kStrips - 1> threads;
     for (size_t i = 1; i < strips.size(); ++i) {
         Strip& strip = strips[i];
-        if (!threads[i - 1].Start(kStackBytes, [&] { TryPackStrip(image, strip); }))
-            TryPackStrip(image, strip);
+        if (!threads[i - 1].Start(kStackBytes, [&] { TryPackStrip(bitmap, strip); }))
+            TryPackStrip(bitmap, strip);
     }
-    TryPackStrip(image, strips[0]);
+    TryPackStrip(bitmap, strips[0]);
 }
 
 QByteArray BigEndian(uint32_t number) {
@@ -132,15 +131,14 @@ void AddChunk(QByteArray& file, const QByteArray& typeAndData) {
 
 }  // namespace
 
-QByteArray EncodePng(const QImage& image) {
-    const bool isGrey = image.format() == QImage::Format_Grayscale8;
-    if (image.isNull() || (!isGrey && image.format() != QImage::Format_RGB32)) return {};
+QByteArray EncodePng(const Bitmap& bitmap) {
+    if (!bitmap.IsComplete()) return {};
     std::array<Strip, kStrips> strips;
     for (int i = 0; i < kStrips; ++i) {
-        strips[size_t(i)].firstRow = int(int64_t(image.height()) * i / kStrips);
-        strips[size_t(i)].endRow = int(int64_t(image.height()) * (i + 1) / kStrips);
+        strips[size_t(i)].firstRow = int(int64_t(bitmap.height) * i / kStrips);
+        strips[size_t(i)].endRow = int(int64_t(bitmap.height) * (i + 1) / kStrips);
     }
-    PackStrips(image, strips);
+    PackStrips(bitmap, strips);
 
     QByteArray data("IDAT\x78\x01");  // the head of a zlib stream with a window of 32 kB
     uLong adler = adler32(0, nullptr, 0);
@@ -152,8 +150,9 @@ QByteArray EncodePng(const QImage& image) {
     }
     data += BigEndian(uint32_t(adler));
 
-    QByteArray header = "IHDR" + BigEndian(uint32_t(image.width())) + BigEndian(uint32_t(image.height()));
-    const std::array<char, 5> form = {8, char(isGrey ? 0 : 2), 0, 0, 0};  // 8 bits, grey or colour
+    QByteArray header = "IHDR" + BigEndian(uint32_t(bitmap.width)) + BigEndian(uint32_t(bitmap.height));
+    const std::array<char, 5> form = {8, char(bitmap.bitsPerPixel == 8 ? 0 : 2), 0, 0,
+                                      0};  // 8 bits, grey or colour
     header.append(form.data(), form.size());
     QByteArray file("\x89PNG\r\n\x1a\n");
     AddChunk(file, header);

@@ -4,12 +4,13 @@
 #pragma once
 
 #include <QByteArray>
-#include <QImage>
+
+#include "media/Bitmap.h"
 
 namespace pixelgrove {
 
-// A PNG file of a Grayscale8 or RGB32 picture, whose alpha is left out. The same picture gives the same bytes
-// on every machine. Empty for other formats and when memory is short.
-QByteArray EncodePng(const QImage& image);
+// A PNG file of a complete bitmap: upright, without alpha, grey for 8 bits. The same picture gives the same
+// bytes on every machine. Empty for an incomplete bitmap and when memory is short.
+QByteArray EncodePng(const Bitmap& bitmap);
 
 }  // namespace pixelgrove

@@ -180,6 +180,7 @@ void SaveCapture(RenderRun& run) {
 
 void LeaveRecording(RenderRun& run) {
     ForceSize(*run.context, std::nullopt);
+    run.frame.reset();
     RunControls& controls = *run.controls;
     const std::scoped_lock hold(controls.recordingLock);
     if (controls.recordingActive != run.recording) return;
