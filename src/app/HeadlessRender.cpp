@@ -82,7 +82,8 @@ int WriteFrames(RenderRun& run, const RenderOptions& options, SoundFile* sound) 
 }
 
 int Render(AppState& app, ControlSet& controls, const RenderOptions& options) {
-    if (const int code = LoadIntoEditingForm(app.project, options.project); code != kExitDone) return code;
+    if (const int code = LoadIntoEditingForm(app.project, options.project, options.pick); code != kExitDone)
+        return code;
     const StageDocument& image = app.project.documents[kStageImage];
     ScanControls(image, options, controls);
     NamedTexts otherValues;

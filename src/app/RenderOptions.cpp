@@ -66,6 +66,11 @@ struct ValueOption {
 };
 
 constexpr ValueOption kValueOptions[] = {
+    {"--pick", "a shader's id",
+     [](const QString& value, RenderOptions& options) {
+         options.pick = value;
+         return !value.isEmpty();
+     }},
     {"--frames", "a number from 1 to 10000000",
      [](const QString& value, RenderOptions& options) {
          return ParseCount(value, kMostFrames, options.frames);
@@ -173,6 +178,7 @@ QString RenderUsage() {
     return QStringLiteral(
         "Usage: pixelgrove-render PROJECT [options]\n"
         "  PROJECT               a project file, or a shader's id on the service\n"
+        "  --pick ID             the shader to take from a file of several\n"
         "  --frames N            frames to write (1)\n"
         "  --first N             number of the first of them in the same animation (1)\n"
         "  --start T             shader time before frame 1 (0.1)\n"

@@ -18,6 +18,7 @@ enum class PipeForm { None, Rgb24, Y4m };
 
 struct RenderOptions {
     QString project;
+    QString pick;    // the id of one of several shaders in the project's file, or '#' and its place from 1
     int frames = 1;  // how many are written
     int first = 1;   // the number of the first of them
     float start = 0.1f;

@@ -1,5 +1,6 @@
 #include "app/RenderProject.h"
 
+#include <QFileInfo>
 #include <cmath>
 #include <optional>
 #include <utility>
@@ -11,6 +12,7 @@
 #include "core/BaseFolders.h"
 #include "library/ShaderService.h"
 #include "net/WebClient.h"
+#include "platform/TextScan.h"
 #include "project/ProjectModel.h"
 #include "render/UniformLookup.h"
 #include "render/source/SourceAssembly.h"
@@ -44,9 +46,38 @@ std::optional<UniformValue> ExactValue(ControlValueType type, double number) {
     }
 }
 
+// One line for each: how it is picked, and its name.
+QString ListOf(const FoundShaders& found) {
+    QString list;
+    for (size_t i = 0; i < found.shaders.size(); ++i) {
+        const FoundShader& shader = found.shaders[i];
+        list += QStringLiteral("\n#%1\t%2\t%3").arg(i + 1).arg(shader.id, InQuotes(shader.name));
+    }
+    return list;
+}
+
+bool IsPicked(const QString& pick, const FoundShader& shader, size_t place) {
+    return shader.id == pick || pick == QStringLiteral("#%1").arg(place + 1);
+}
+
+// The shader that is to be taken from a file of several. The result is as it was when it isn't there.
+void TakePicked(const QString& pick, const QString& path, const ShaderService& service,
+                ProjectFileResult& result, ShaderProject& project) {
+    const FoundShaders found = result.choices;
+    for (size_t i = 0; i < found.shaders.size(); ++i) {
+        if (!IsPicked(pick, found.shaders[i], i)) continue;
+        result = LoadFoundWithService(service, found.shaders[i], QStringLiteral("shader"),
+                                      QFileInfo(path).absolutePath(), project);
+        return;
+    }
+    result.message += (pick.isEmpty() ? QStringLiteral(" Choose one with --pick:")
+                                      : QStringLiteral(" None of them is %1:").arg(InQuotes(pick))) +
+                      ListOf(found);
+}
+
 }  // namespace
 
-int LoadIntoEditingForm(EditingForm& form, const QString& path) {
+int LoadIntoEditingForm(EditingForm& form, const QString& path, const QString& pick) {
     WebClient client;
     const FetchFunction fetch = [&client](const QString& url) {
         FetchResult result = client.Fetch(url);
@@ -56,7 +87,11 @@ int LoadIntoEditingForm(EditingForm& form, const QString& path) {
     };
     const ShaderService service{ServiceOfEnvironment(), fetch};
     ShaderProject project;
-    const ProjectFileResult read = LoadProjectFromService(service, path, project);
+    ProjectFileResult read = LoadProjectFromService(service, path, project);
+    if (read.status == ProjectFileStatus::ManyShaders)
+        TakePicked(pick, path, service, read, project);
+    else if (read.status == ProjectFileStatus::Loaded && !pick.isEmpty() && project.info.id != pick)
+        return Refuse(QStringLiteral("%1: there is no shader %2.").arg(path, InQuotes(pick)));
     for (const QString& warning : read.warnings)
         PrintError(QStringLiteral("pixelgrove-render: %1: %2").arg(path, warning));
     if (read.status != ProjectFileStatus::Loaded)

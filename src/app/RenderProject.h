@@ -19,8 +19,8 @@ namespace pixelgrove {
 
 using NamedTexts = std::vector<std::pair<QString, QString>>;
 
-// path is a project file or a shader's id.
-int LoadIntoEditingForm(EditingForm& form, const QString& path);
+// path is a project file or a shader's id; pick names one of several shaders in a file, empty for none.
+int LoadIntoEditingForm(EditingForm& form, const QString& path, const QString& pick);
 
 // The Image stage's controls, as the tree of the workbench has them.
 void ScanControls(const StageDocument& image, const RenderOptions& options, ControlSet& controls);

@@ -197,10 +197,8 @@ bool HasForeignMarks(const JsonObject& shader) {
     for (qsizetype i = 0; passes && i < passes->Size(); ++i) {
         const std::optional<JsonObject> pass = passes->GetObjectAt(i);
         if (!pass) continue;
-        const QString type = pass->GetNamedString(u"type").value_or(QString());
         const QString outputId = OutputIdOf(*pass);
-        if (ValueOf(kStageIds, outputId) != kStageNone && StageToName(*pass, type, outputId) != kStageNone)
-            return true;
+        if (outputId == kSoundOutputId || ValueOf(kStageIds, outputId) != kStageNone) return true;
         const std::optional<JsonArray> inputs = pass->GetNamedArray(u"inputs");
         for (qsizetype n = 0; inputs && n < inputs->Size(); ++n) {
             const std::optional<JsonObject> input = inputs->GetObjectAt(n);

@@ -308,6 +308,31 @@ TEST_F(HeadlessRender, WhatALoadLeavesOutIsSaidOnStderr) {
               "pixelgrove-render: a.json: The pass \"Buffer E\" was left out; no stage has that name.\n");
 }
 
+TEST_F(HeadlessRender, OfSeveralShadersOneIsPicked) {
+    const auto shader = [](const char* id, const char* code) {
+        return QByteArray("{\"info\":{\"id\":\"") + id + "\",\"name\":\"N\"},\"renderpass\":[" +
+               Pass("image", "Image", code) + "]}";
+    };
+    Write("many.json",
+          "{\"shaders\":[" + shader("one111", kGradient) + "," + shader("two222", "no GLSL at all") + "]}");
+    Write("plain.glsl", kGradient);
+    const QString list = QStringLiteral("\n#1\tone111\t\"N\"\n#2\ttwo222\t\"N\"\n");
+    const std::tuple<const char*, int, QString> rows[] = {
+        {"many.json", 2, QStringLiteral("holds 2 shaders. Choose one with --pick:") + list},
+        {"many.json --pick none", 2, QStringLiteral("holds 2 shaders. None of them is \"none\":") + list},
+        {"many.json --check --pick one111", 0, {}},
+        {"many.json --check --pick #1", 0, {}},
+        {"many.json --check --pick two222", 1, QStringLiteral("error")},
+        {"plain.glsl --check", 0, {}},
+        {"plain.glsl --check --pick one111", 2, QStringLiteral("there is no shader \"one111\".")},
+    };
+    for (const auto& [line, exitCode, words] : rows) {
+        const Outcome outcome = Run(line);
+        EXPECT_EQ(outcome.exitCode, exitCode) << line << '\n' << outcome.err.toStdString();
+        EXPECT_TRUE(outcome.err.contains(words)) << outcome.err.toStdString();
+    }
+}
+
 TEST_F(HeadlessRender, AShadersIdIsFetchedOnce) {
     pixelgrove::test::TestService service;
     ASSERT_TRUE(service.IsReady());

@@ -9,6 +9,8 @@
 #include <csignal>
 
 #include "library/CacheNames.h"
+#include "library/PageAddress.h"
+#include "library/ShaderImport.h"
 #include "platform/Files.h"
 #include "shadertoy/ProjectJsonSamples.h"
 #include "support/ScratchFolders.h"
@@ -219,6 +221,46 @@ TEST_F(ShaderServiceTest, MediaAreAskedForUntilTheServiceCannotBeReached) {
     result = LoadProjectFromService(In("plain"), path, project);
     EXPECT_EQ(Cached("Assets/one.png"), "<html>404</html>");
     EXPECT_EQ(result.warnings.filter(Text("is no picture")).size(), 3);
+}
+
+TEST_F(ShaderServiceTest, ImportedShadersAreAnsweredFromTheCache) {
+    const QByteArray json = ProjectWith({});
+    const std::vector<FoundShader> shaders = {{Text("AbCd12"), Text("good"), json, {}},
+                                              {Text("../../x"), Text("bad"), json, {}},
+                                              {{}, {}, json, {}},
+                                              {QString(21, u'a'), {}, json, {}},
+                                              {Text("AbCd12"), Text("newer"), json + ' ', {}}};
+    ShaderImport import(shaders);
+    import.GoOn(0);
+    EXPECT_EQ(import.Outcome(), Text("Importing, 1 of 5..."));
+    while (!import.IsDone())
+        import.GoOn(0);
+    EXPECT_EQ(import.Outcome(),
+              Text("2 shaders are in the library now. Left out: 3. \"bad\": \"../../x\" is no id of the "
+                   "service."));
+    EXPECT_EQ(Files(), QStringList{Text("Shaders/abcd12_5.json")});
+    EXPECT_EQ(Cached("Shaders/abcd12_5.json"), json + ' ');
+    ShaderProject project;
+    EXPECT_EQ(LoadProjectFromService(In("hang"), Text("AbCd12"), project).status, ProjectFileStatus::Loaded);
+    EXPECT_EQ(fetches_, 0);
+}
+
+TEST(PageAddressTest, IdsInTexts) {
+    const ServiceAddress service = ChooseService(Text("http://mirror:81/at"), {});
+    const std::pair<const char*, const char*> rows[] = {
+        {" https://www.shadertoy.com/view/AbC123?x#y\n", "AbC123"},
+        {"shadertoy.com/view/AbC123", "AbC123"},
+        {"http://mirror:81/at/view/x1", "x1"},
+        {"AbC123", "AbC123"},
+        {"secret1", ""},  // whatever it is, no id that the service gives
+        {"AbC12!", ""},
+        {"see https://www.shadertoy.com/view/AbC123", ""},
+        {"https://elsewhere.com/view/AbC123", ""},
+        {"file:///view/AbC123", ""},
+        {"", ""},
+    };
+    for (const auto& [text, id] : rows)
+        EXPECT_EQ(ShaderIdOfText(service, Text(text)), Text(id)) << text;
 }
 
 }  // namespace

@@ -1,7 +1,11 @@
 // Shaders of the service, loaded into the main window.
+#include <QClipboard>
 #include <QDropEvent>
+#include <QGuiApplication>
 #include <QMimeData>
 #include <QTimer>
+#include <optional>
+#include <utility>
 
 #include "support/TestService.h"
 #include "ui/WindowFixture.h"
@@ -68,6 +72,71 @@ TEST_F(LoadShaderTest, ADroppedPageOfAShaderLoadsIt) {
         QCoreApplication::sendEvent(window.get(), &drop);
         QCoreApplication::sendPostedEvents(window.get());
         EXPECT_EQ(Title().startsWith(QStringLiteral("Loaded")), c.isLoaded) << qPrintable(c.page);
+    }
+}
+
+TEST_F(LoadShaderTest, TextBecomesAProjectWithoutAFile) {
+    const QString glsl = QStringLiteral("void mainImage(out vec4 c, in vec2 p) { c = vec4(1); }");
+    const QString two = QStringLiteral("[%1,%1]").arg(QString::fromLatin1(kTwoStageProject));
+    const QString refusal = QStringLiteral(
+        "The clipboard holds no project, no address or id of a shader, and no GLSL text with a "
+        "mainImage.");
+    const struct {
+        QString text, title, status;
+    } cases[] = {
+        {QString::fromLatin1(kTwoStageProject), QStringLiteral("Loaded"),
+         QStringLiteral("Project \"Loaded\" taken from the clipboard.")},
+        {glsl, QStringLiteral("Untitled"),
+         QStringLiteral("GLSL text taken from the clipboard as the Image stage.")},
+        {QStringLiteral(" https://www.shadertoy.com/view/Two1\n"), QStringLiteral("Loaded"),
+         QStringLiteral("Shader \"Two1\" loaded.")},
+        {two, QStringLiteral("Loaded"), QStringLiteral("Shader \"Loaded\" taken from the clipboard.")},
+        {two, QStringLiteral("*opened"), QStringLiteral("No shader was chosen of the 2 in the clipboard.")},
+        {QStringLiteral("Two1 and more"), QStringLiteral("*opened"), refusal},
+        {QStringLiteral("{\"Error\":\"mainImage(\"}"), QStringLiteral("*opened"), refusal},
+        {QStringLiteral(" \n"), QStringLiteral("*opened"), QStringLiteral("The clipboard holds no text.")},
+    };
+    answer = true;
+    std::optional<size_t> choice = 1;
+    window->Projects().chooseShader = [&choice](const FoundShaders& found) {
+        EXPECT_EQ(found.shaders.size(), 2u);
+        return std::exchange(choice, std::nullopt);
+    };
+    const QString mine = folder.filePath(QStringLiteral("opened.json"));
+    ASSERT_TRUE(WriteWholeFile(mine, kTwoStageProject));
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.text.toStdString());
+        ASSERT_TRUE(window->Projects().Load(mine));
+        ReplaceText(QStringLiteral("mine"));
+        QGuiApplication::clipboard()->setText(c.text);
+        questions = 0;
+        Run(kCmdPasteProject);
+        EXPECT_EQ(Status().toStdString(), c.status.toStdString());
+        EXPECT_EQ(Title().toStdString(), (c.title + QStringLiteral(".json - Pixelgrove")).toStdString());
+        const bool isTaken = !c.title.startsWith(u'*');
+        EXPECT_EQ(App()->project.projectFile, isTaken ? QString() : mine);
+        EXPECT_EQ(Editor()->toPlainText() == QStringLiteral("mine"), !isTaken);
+        EXPECT_EQ(questions, isTaken || c.text == two ? 1 : 0);
+    }
+    answer = false;
+    Run(kCmdNew);
+    ReplaceText(QStringLiteral("mine"));
+    QGuiApplication::clipboard()->setText(glsl);
+    Run(kCmdPasteProject);
+    EXPECT_EQ(Editor()->toPlainText(), QStringLiteral("mine"));
+}
+
+TEST_F(LoadShaderTest, ADroppedTextIsCopiedNeverMoved) {
+    QMimeData data;
+    data.setText(QString::fromLatin1(kTwoStageProject));
+    for (const Qt::DropActions offered : {Qt::DropActions(Qt::MoveAction), Qt::CopyAction | Qt::MoveAction}) {
+        QDropEvent drop(QPointF(5, 5), offered, &data, Qt::LeftButton, Qt::NoModifier);
+        drop.setDropAction(Qt::IgnoreAction);
+        QCoreApplication::sendEvent(window.get(), &drop);
+        QCoreApplication::sendPostedEvents(window.get());
+        const bool canCopy = offered.testFlag(Qt::CopyAction);
+        EXPECT_EQ(drop.dropAction(), canCopy ? Qt::CopyAction : Qt::IgnoreAction);
+        EXPECT_EQ(Title().startsWith(QStringLiteral("Loaded")), canCopy);
     }
 }
 
