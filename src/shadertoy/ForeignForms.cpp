@@ -36,7 +36,9 @@ std::optional<JsonObject> ProjectIn(const JsonObject& object) {
 FoundShader Converted(const JsonObject& shader, const QString& userName) {
     LoadWarnings warnings;
     const JsonObject root = ToServiceForm(shader, userName, warnings);
-    return {Label(shader, u"id"), Label(shader, u"name"), FileBytes(root.Stringify()), warnings.Lines()};
+    const JsonObject converted = root.GetNamedObject(u"Shader").value_or(JsonObject());
+    return {Label(converted, u"id"), Label(converted, u"name"), FileBytes(root.Stringify()),
+            warnings.Lines()};
 }
 
 void TakeList(const JsonArray& list, const QString& userName, FoundShaders& found) {

@@ -18,6 +18,21 @@ constexpr JsonName kStageIds[] = {
 };
 constexpr QStringView kSoundOutputId = u"XsfGRr";
 
+// A project has eight stages of four channels each; what is beyond these is nobody's work, and not converted.
+constexpr qsizetype kMaxPasses = 100;
+constexpr qsizetype kMaxInputs = 100;
+constexpr qsizetype kMaxTags = 1000;
+
+// How many elements of the list are taken, with a warning when that isn't all.
+qsizetype CountTaken(const JsonArray& list, qsizetype most, const char* what, LoadWarnings& warnings) {
+    if (list.Size() <= most) return list.Size();
+    warnings.Add(QStringLiteral("Of %1 %2 those behind the first %3 were left out.")
+                     .arg(list.Size())
+                     .arg(QLatin1String(what))
+                     .arg(most));
+    return most;
+}
+
 int InputIdOf(uint32_t stage) {
     if (stage >= kStageBufferA && stage <= kStageBufferD) return int(stage) + kBufferInputOffset;
     return stage == kStageCubeA ? kCubeAInputId : kOtherInputId;
@@ -150,7 +165,8 @@ JsonObject ConvertPass(const JsonObject& pass, LoadWarnings& warnings) {
 
     JsonArray inputs;
     if (const std::optional<JsonArray> given = pass.GetNamedArray(u"inputs"); given && type != u"sound") {
-        for (qsizetype i = 0; i < given->Size(); ++i) {
+        const qsizetype count = CountTaken(*given, kMaxInputs, "inputs of a pass", warnings);
+        for (qsizetype i = 0; i < count; ++i) {
             // The pages leave holes where a channel has nothing.
             const std::optional<JsonObject> input = given->GetObjectAt(i);
             if (input) inputs.Append(ConvertInput(*input, name.isEmpty() ? type : name, warnings));
@@ -174,7 +190,7 @@ JsonObject ConvertPass(const JsonObject& pass, LoadWarnings& warnings) {
     return converted;
 }
 
-JsonObject ConvertInfo(const JsonObject& info, const QString& userName) {
+JsonObject ConvertInfo(const JsonObject& info, const QString& userName, LoadWarnings& warnings) {
     JsonObject converted;
     for (const QStringView key : {u"id", u"date", u"name", u"description"})
         converted.SetNamedValue(key.toString(), TextOf(info, key).value_or(QString()));
@@ -183,7 +199,8 @@ JsonObject ConvertInfo(const JsonObject& info, const QString& userName) {
         converted.SetNamedValue(key.toString(), NumberOf(info, key).value_or(0.0));
     JsonArray tags;
     if (const std::optional<JsonArray> given = info.GetNamedArray(u"tags")) {
-        for (qsizetype i = 0; i < given->Size(); ++i)
+        const qsizetype count = CountTaken(*given, kMaxTags, "tags", warnings);
+        for (qsizetype i = 0; i < count; ++i)
             if (const std::optional<QString> tag = given->GetStringAt(i)) tags.Append(*tag);
     }
     converted.SetNamedValue(QStringLiteral("tags"), tags);
@@ -211,7 +228,8 @@ bool HasForeignMarks(const JsonObject& shader) {
 JsonObject ToServiceForm(const JsonObject& shader, const QString& userName, LoadWarnings& warnings) {
     JsonArray passes;
     if (const std::optional<JsonArray> given = shader.GetNamedArray(u"renderpass")) {
-        for (qsizetype i = 0; i < given->Size(); ++i) {
+        const qsizetype count = CountTaken(*given, kMaxPasses, "passes", warnings);
+        for (qsizetype i = 0; i < count; ++i) {
             if (const std::optional<JsonObject> pass = given->GetObjectAt(i)) {
                 passes.Append(ConvertPass(*pass, warnings));
             } else {
@@ -221,8 +239,9 @@ JsonObject ToServiceForm(const JsonObject& shader, const QString& userName, Load
     }
     JsonObject converted;
     converted.SetNamedValue(QStringLiteral("ver"), VersionOf(shader));
-    converted.SetNamedValue(QStringLiteral("info"),
-                            ConvertInfo(shader.GetNamedObject(u"info").value_or(JsonObject()), userName));
+    converted.SetNamedValue(
+        QStringLiteral("info"),
+        ConvertInfo(shader.GetNamedObject(u"info").value_or(JsonObject()), userName, warnings));
     converted.SetNamedValue(QStringLiteral("renderpass"), passes);
     JsonObject root;
     root.SetNamedValue(QStringLiteral("Shader"), converted);

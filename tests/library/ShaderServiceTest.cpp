@@ -236,8 +236,8 @@ TEST_F(ShaderServiceTest, ImportedShadersAreAnsweredFromTheCache) {
     while (!import.IsDone())
         import.GoOn(0);
     EXPECT_EQ(import.Outcome(),
-              Text("2 shaders are in the library now. Left out: 3. \"bad\": \"../../x\" is no id of the "
-                   "service."));
+              Text("2 shaders are in the library now. Left out: \"bad\", as \"../../x\" is no id of "
+                   "the service, and 2 more."));
     EXPECT_EQ(Files(), QStringList{Text("Shaders/abcd12_5.json")});
     EXPECT_EQ(Cached("Shaders/abcd12_5.json"), json + ' ');
     ShaderProject project;

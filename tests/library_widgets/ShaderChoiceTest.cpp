@@ -89,7 +89,7 @@ TEST_F(ShaderChoiceTest, AllOfThemGoIntoTheLibrary) {
         EXPECT_TRUE(
             PumpUntil([&d] { return Part<QLabel>(d, "hint").text().contains(QStringLiteral("now")); }));
         EXPECT_EQ(Part<QLabel>(d, "hint").text().toStdString(),
-                  "4 shaders are in the library now. Left out: 1. \"\": it has no id.");
+                  "4 shaders are in the library now. Left out: one without a name, as it has no id.");
         Press(d, Qt::Key_Escape);
     });
     for (size_t i = 0; i < 4; ++i)

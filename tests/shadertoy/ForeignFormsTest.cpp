@@ -106,6 +106,12 @@ TEST(ForeignFormsTest, AnExportOfManyIsListed) {
     ASSERT_TRUE(ReadInfoJson(FromCodePage(found.shaders[2].json), info));
     EXPECT_EQ(info.username, QStringLiteral("\u20ac\u03b1"));  // the second isn't in the code page
 
+    const QString passes = QStringLiteral("{\"type\":\"image\"},").repeated(200);
+    const FoundShaders bounded = FindShadersInText(QStringLiteral("{\"renderpass\":[%17]}").arg(passes));
+    ASSERT_EQ(bounded.shaders.size(), 1u);
+    EXPECT_EQ(bounded.shaders[0].json.count("image"), 100);
+    EXPECT_EQ(bounded.shaders[0].warnings.size(), 1);
+
     QStringList many;
     for (qsizetype i = 0; i < kMaxFoundShaders + 2; ++i)
         many += QStringLiteral("{\"renderpass\":[]}");
