@@ -130,6 +130,8 @@ TEST_F(LoadShaderTest, ADroppedTextIsCopiedNeverMoved) {
     QMimeData data;
     data.setText(QString::fromLatin1(kTwoStageProject));
     for (const Qt::DropActions offered : {Qt::DropActions(Qt::MoveAction), Qt::CopyAction | Qt::MoveAction}) {
+        QDragEnterEvent enter(QPoint(5, 5), offered, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(window.get(), &enter);
         QDropEvent drop(QPointF(5, 5), offered, &data, Qt::LeftButton, Qt::NoModifier);
         drop.setDropAction(Qt::IgnoreAction);
         QCoreApplication::sendEvent(window.get(), &drop);
