@@ -118,6 +118,9 @@ enum CommandId : int {
     kCmdFullScreen = 45012,  // of the output window
     kCmdHelp = 45020,
     kCmdOpenWindows = 45013,  // posted by a layout: those that it has open and that aren't there
+    kCmdCopyPicture = 45040,  // of what plays
+    kCmdSavePicture = 45041,
+    kCmdPictureTaken = 45042,  // posted by the render thread: RenderRun::picture is there
     kCmdPasteProject = 45030,
 };
 

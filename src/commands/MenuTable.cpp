@@ -166,6 +166,8 @@ constexpr MenuRow kOutputMenu[] = {
     {End},
     {Tick, kCmdAlwaysOnTop, u"Always on Top"},
     {Entry, kCmdScreenCapture8k, u"8K Screen Capture"},
+    {Entry, kCmdCopyPicture, u"Copy Picture"},
+    {Entry, kCmdSavePicture, u"Save Picture..."},
     {Tick, kCmdFullScreen, u"Full Screen", "F11"},
 };
 

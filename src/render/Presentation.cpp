@@ -58,6 +58,15 @@ void TakeTimeRequest(RenderRun& run) {
     run.controls->playTime = place->time;
 }
 
+void GivePicture(RenderRun& run) {
+    if (run.pictureRequested.exchange(0) == 0) return;
+    const SurfaceSize size = run.context->renderSize;
+    std::shared_ptr<Bitmap> picture = CreateFrameBitmap(size.width, size.height);
+    if (!picture || !ReadBackStage(*run.context, kStageImage, *picture)) return;
+    run.picture.Exchange(std::move(picture));
+    run.WithGate([](Host& host) { host.PostCommand(kCmdPictureTaken, 0); });
+}
+
 void PresentByBlit(RenderContext& context) {
     const ShaderStage& image = context.project.stages[kStageImage];
     const SurfaceSize client = context.surface->ClientSize();
@@ -104,6 +113,7 @@ bool RenderAndPresent(RenderRun& run, int width, int height) {
     TakeSamplerChanges(run.samplers, context);
     if (!RenderStages(&context, run.palette.get())) return false;
     controls.playTime = context.playTime;
+    GivePicture(run);
     if (run.stopRequested) return true;
     if (controls.useGdiDisplay || run.recording) return ShowReadBack(run, width, height);
     if (controls.showChannelBuffers) ShowChannelPreviews(run);

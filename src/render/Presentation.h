@@ -13,6 +13,9 @@ bool RenderAndPresent(RenderRun& run, int width, int height);
 // Goes to the place in time that was asked for since the last frame, if any, and reports the time.
 void TakeTimeRequest(RenderRun& run);
 
+// Leaves the last frame drawn where the main thread asked for it; nothing without a request.
+void GivePicture(RenderRun& run);
+
 // Blits Image's target, the one before the frame just drawn, into the window and swaps. Nothing without a
 // drawable.
 void PresentByBlit(RenderContext& context);

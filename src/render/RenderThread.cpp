@@ -55,6 +55,7 @@ void FrameLoop(RenderRun& run) {
             TakeTimeRequest(run);
             // No frame comes to fill what another window covered meanwhile.
             if (run.context->surface->TakeRepaintRequest()) PresentByBlit(*run.context);
+            GivePicture(run);
             SleepMs(100);
             continue;
         }

@@ -15,6 +15,7 @@
 #include "controls/BakedText.h"
 #include "core/AppState.h"
 #include "core/CompileMessage.h"
+#include "platform/SynchronizedValue.h"
 #include "platform/Thread.h"
 #include "recording/RecorderSettings.h"
 #include "render/OutputSurface.h"
@@ -79,6 +80,11 @@ struct RenderRun {
     SamplerMailbox samplers;  // filter, wrap and flip as changed since Play
 
     std::atomic<uint64_t> framesDrawn{0};  // render thread writes
+
+    // A picture of what is shown, at the size that it has: main asks, the thread leaves it here and posts
+    // command kCmdPictureTaken.
+    std::atomic<uint32_t> pictureRequested{0};
+    SynchronizedValue<BitmapRef> picture;
 
     // Where recorded frames go; null for nowhere. Set before the thread starts.
     std::shared_ptr<const SharedFramePath> framePath;

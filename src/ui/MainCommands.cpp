@@ -11,6 +11,7 @@
 #include "ui/MainWindow.h"
 #include "ui/OutputWindowRow.h"
 #include "ui/PaletteCommands.h"
+#include "ui/PictureCommands.h"
 #include "ui/PlaybackCommands.h"
 #include "ui/ProjectMenu.h"
 #include "ui/RecordingCommands.h"
@@ -40,6 +41,7 @@ void MainWindow::RegisterCommands() {
         [this] { RefreshLayoutMenu(); });
     RegisterRecordingCommands(commands_, app_, settings_, *this);
     RegisterPaletteCommands(commands_, app_, *this);
+    RegisterPictureTaking(commands_, player_, projects_.dialogs, pane_);
     RegisterHelpCommands(commands_, *this, projects_.dialogs);
     // In the order in which a layout opens them.
     AddOutputWindow(*windows_, commands_, app_, player_, *this, playback_);

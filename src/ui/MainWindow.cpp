@@ -115,9 +115,9 @@ MainWindow::MainWindow(AppState& app, Player& player, const WorkbenchSettings& s
     // Thumbnails may show what the run drew.
     playback_.runEnded = [this] {
         channelPanel_.Refresh();
-        ShowRecordedPercent(*app_.run);
+        ShowOutputState(*app_.run);
     };
-    playback_.refreshed = [this] { ShowRecordedPercent(*app_.run); };
+    playback_.refreshed = [this] { ShowOutputState(*app_.run); };
     pane_.sayWaiting = [this] { SayWaitingStatus(); };
     setAcceptDrops(true);
     ProbeOutput();

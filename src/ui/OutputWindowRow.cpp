@@ -29,9 +29,12 @@ void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, AppState& 
     RegisterOutputCommands(commands, [name] { return static_cast<OutputWindow*>(Windows().Find(name)); });
 }
 
-void ShowRecordedPercent(const RunControls& controls) {
-    if (FrameWindow* output = Windows().Find(QString::fromUtf16(kOutputWin)))
-        static_cast<OutputWindow*>(output)->ShowPercent(RecordedPercent(controls));
+void ShowOutputState(const RunControls& controls) {
+    FrameWindow* output = Windows().Find(QString::fromUtf16(kOutputWin));
+    if (!output) return;
+    static_cast<OutputWindow*>(output)->ShowState({.isPlaying = controls.hasContext != 0,
+                                                   .fps = controls.fpsCurrent,
+                                                   .recordedPercent = RecordedPercent(controls)});
 }
 
 }  // namespace pixelgrove

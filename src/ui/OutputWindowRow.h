@@ -15,7 +15,7 @@ struct RunControls;
 void AddOutputWindow(WindowTable& windows, CommandRegistry& commands, AppState& app, Player& player,
                      MainWindow& mainWindow, Playback& playback);
 
-// In the window's caption, while a recording with a known end goes on.
-void ShowRecordedPercent(const RunControls& controls);
+// In the window's caption: how far a recording is, or what plays.
+void ShowOutputState(const RunControls& controls);
 
 }  // namespace pixelgrove

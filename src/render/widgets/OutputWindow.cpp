@@ -48,7 +48,7 @@ QIcon MakeIcon() {
 OutputWindow::OutputWindow(AppState& app, Player& player, const CommandRegistry& commands,
                            std::function<void(int commandId)> runCommand)
     : app_(app), commands_(commands), runCommand_(std::move(runCommand)) {
-    ShowPercent(std::nullopt);
+    ShowState({});
     setWindowIcon(MakeIcon());
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -149,9 +149,15 @@ void OutputWindow::ResizePicture(const QSize& pixels) {
     ResizeClient(client);
 }
 
-void OutputWindow::ShowPercent(std::optional<int> percent) {
-    const QString title = QStringLiteral("Shader Output");
-    setWindowTitle(percent ? QStringLiteral("%1 - %2%").arg(title).arg(*percent) : title);
+void OutputWindow::ShowState(const OutputState& state) {
+    QString title = QStringLiteral("Shader Output");
+    if (state.recordedPercent)
+        title += QStringLiteral(" - %1%").arg(*state.recordedPercent);
+    else if (state.isPlaying) {
+        const SurfaceSize size = surface_->ClientSize();
+        title += QStringLiteral(" - %1 x %2, %3 fps").arg(size.width).arg(size.height).arg(state.fps);
+    }
+    if (title != windowTitle()) setWindowTitle(title);
 }
 
 bool OutputWindow::IsAlwaysOnTop() const {

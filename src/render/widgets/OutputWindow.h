@@ -21,6 +21,13 @@ class OutputView;
 struct AppState;
 struct Player;
 
+// What plays in the window.
+struct OutputState {
+    bool isPlaying = false;
+    uint32_t fps = 0;
+    std::optional<int> recordedPercent;
+};
+
 class OutputWindow : public FrameWindow {
     Q_OBJECT
   public:
@@ -36,8 +43,8 @@ class OutputWindow : public FrameWindow {
 
     // Gives the picture that many pixels, out of full screen and of the maximised state.
     void ResizePicture(const QSize& pixels);
-    // Beside the title, or the title alone.
-    void ShowPercent(std::optional<int> percent);
+    // Beside the title: how far a recording is, else the picture's size and the rate, else nothing.
+    void ShowState(const OutputState& state);
     // A setting that outlives the window.
     bool IsAlwaysOnTop() const;
     void SetAlwaysOnTop(bool onTop);
