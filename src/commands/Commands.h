@@ -122,6 +122,11 @@ enum CommandId : int {
     kCmdSavePicture = 45041,
     kCmdPictureTaken = 45042,  // posted by the render thread: RenderRun::picture is there
     kCmdPasteProject = 45030,
+    kCmdGoToLine = 45040,
+    kCmdToggleComments,
+    kCmdDuplicate,
+    kCmdMoveLinesUp,
+    kCmdMoveLinesDown,
 };
 
 // Entries of the menu of a stage's button.

@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QTimer>
 #include <QWheelEvent>
 #include <random>
 
@@ -264,6 +265,51 @@ TEST_F(EditorTest, IndentSelectionFollowsTheBraces) {
     EXPECT_EQ(Stored(), indented);
     Run(kCmdEditUndo);
     EXPECT_TRUE(Stored() != text) << "undo knows nothing of it";
+}
+
+TEST_F(EditorTest, LineCommandsAreSingleSteps) {
+    const QString text = Latin("a\n\tb\nc\n");
+    const std::pair<int, const char*> rows[] = {
+        {kCmdToggleComments, "// a\n// \tb\nc\n"},
+        {kCmdDuplicate, "a\n\tba\n\tb\nc\n"},
+        {kCmdMoveLinesDown, "c\na\n\tb\n"},
+    };
+    for (const auto& [command, expected] : rows) {
+        Load(text);
+        Type(Latin("x"));
+        Key(Qt::Key_Backspace);
+        SelectRange(0, 4);
+        Run(command);
+        EXPECT_EQ(Stored(), Latin(expected));
+        EXPECT_EQ(Editor()->toPlainText(), Stored());
+        EXPECT_TRUE(Editor()->textCursor().hasSelection());
+        Run(kCmdEditUndo);
+        EXPECT_EQ(Stored(), text) << expected;
+        Editor()->redo();
+        EXPECT_EQ(Stored(), Latin(expected));
+    }
+    // Ten thousand lines are no reason to wait.
+    Load(Latin("\tint a;\n").repeated(10000));
+    Editor()->selectAll();
+    const int start = test::ThreadCpuMs();
+    Run(kCmdToggleComments);
+    Run(kCmdToggleComments);
+    EXPECT_LT(test::ThreadCpuMs() - start, 4000);
+    EXPECT_EQ(Stored(), Latin("\tint a;\n").repeated(10000));
+}
+
+TEST_F(EditorTest, GoesToTheLineThatIsTyped) {
+    Load(Latin("int a;\n").repeated(99));
+    for (const auto& [typed, line] : {std::pair("12", 12), std::pair("4321", 100)}) {
+        QTimer::singleShot(0, window.get(), [typed = typed] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            ASSERT_NE(dialog, nullptr);
+            QTest::keyClicks(dialog->findChild<QLineEdit*>(), Latin(typed));
+            QTest::keyClick(dialog, Qt::Key_Return);
+        });
+        Run(kCmdGoToLine);
+        EXPECT_EQ(Editor()->CaretLine(), line);
+    }
 }
 
 TEST_F(EditorTest, ViewsAreKeptForEachStage) {

@@ -11,11 +11,13 @@
 #include <QDeadlineTimer>
 #include <QPlainTextEdit>
 #include <QUrl>
+#include <functional>
 #include <optional>
 #include <vector>
 
 #include "ui/editor/CodeLayout.h"
 #include "ui/editor/StageText.h"
+#include "ui/text/LineEdits.h"
 
 namespace pixelgrove {
 
@@ -53,6 +55,9 @@ class CodeView : public QPlainTextEdit {
     void InsertLine(const QString& line);
     // The lines of which something is selected, whole and without their ends; none without a selection.
     QStringList SelectedLines() const;
+
+    // One step for undo of what the function makes of the text and the selection.
+    void EditLines(const std::function<LineEdit(QStringView, TextSelection)>& edit);
 
     // Indents each line of the selection by the braces of the whole text; see LineDepths. Not undone by undo.
     void IndentSelection();

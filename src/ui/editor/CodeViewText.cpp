@@ -75,6 +75,18 @@ void CodeView::IndentLines(int firstLine, int lastLine, bool indent) {
     horizontalScrollBar()->setValue(left);
 }
 
+void CodeView::EditLines(const std::function<LineEdit(QStringView, TextSelection)>& make) {
+    if (!Shown()) return;
+    const LineEdit edit = make(Shown()->text, {textCursor().anchor(), textCursor().position()});
+    qsizetype growth = 0;
+    for (const UndoHistory::Change& change : edit.changes)
+        growth += change.text.size() - change.length;
+    if (edit.changes.empty() || text_.Length() + growth > kMaxTextLength) return;
+    text_.Apply(edit.changes);
+    Select(int(edit.selection.anchor), int(edit.selection.caret));
+    ensureCursorVisible();
+}
+
 void CodeView::IndentSelection() {
     const QTextCursor before = textCursor();
     if (!before.hasSelection() || !RefreshStageText()) return;

@@ -6,6 +6,7 @@
 #include "ui/editor/CodeView.h"
 #include "ui/editor/EditorMenu.h"
 #include "ui/editor/FindReplace.h"
+#include "ui/editor/GoToLineDialog.h"
 #include "ui/editor/ShaderHelp.h"
 #include "windows/widgets/UserDialogs.h"
 
@@ -41,6 +42,15 @@ void RegisterEditorCommands(CommandRegistry& commands, CodeView& editor, FindRep
     commands.Add(kCmdReplace, [&find] { find.Open(true); });
     commands.Add(kCmdFindNext, [&find] { find.FindAgain(true); });
     commands.Add(kCmdFindPrevious, [&find] { find.FindAgain(false); });
+    commands.Add(kCmdGoToLine, [&editor] { AskForLine(editor); });
+    commands.Add(kCmdToggleComments, [&editor] { editor.EditLines(ToggleComments); });
+    commands.Add(kCmdDuplicate, [&editor] { editor.EditLines(Duplicate); });
+    for (const bool up : {false, true}) {
+        commands.Add(up ? kCmdMoveLinesUp : kCmdMoveLinesDown, [&editor, up] {
+            editor.EditLines(
+                [up](QStringView text, TextSelection lines) { return MoveLines(text, lines, up); });
+        });
+    }
     const auto zoomBy = [&editor](int percent) { editor.SetZoom(editor.ZoomPercent() + percent); };
     commands.Add(kCmdZoomIn, [zoomBy] { zoomBy(CodeView::kZoomStep); });
     commands.Add(kCmdZoomOut, [zoomBy] { zoomBy(-CodeView::kZoomStep); });

@@ -104,9 +104,18 @@ std::optional<qsizetype> StageText::Replay(const std::optional<UndoHistory::Chan
     return change->position + change->text.size();
 }
 
+void StageText::Apply(std::span<const UndoHistory::Change> edits) {
+    history_.EndStep();
+    ApplyAs(Author::User, edits);
+}
+
 void StageText::ApplyUnrecorded(std::span<const UndoHistory::Change> edits) {
+    ApplyAs(Author::Unrecorded, edits);
+}
+
+void StageText::ApplyAs(Author author, std::span<const UndoHistory::Change> edits) {
     if (edits.empty()) return;
-    author_ = Author::Unrecorded;
+    author_ = author;
     QTextCursor cursor(&document_);
     cursor.beginEditBlock();
     qsizetype shift = 0;
@@ -115,11 +124,11 @@ void StageText::ApplyUnrecorded(std::span<const UndoHistory::Change> edits) {
         cursor.setPosition(int(position));
         cursor.setPosition(int(position + edit.length), QTextCursor::KeepAnchor);
         cursor.insertText(edit.text);
-        history_.Note(position, edit.length, edit.text.size());
+        if (author == Author::Unrecorded) history_.Note(position, edit.length, edit.text.size());
         shift += edit.text.size() - edit.length;
     }
-    history_.EndStep();
     cursor.endEditBlock();
+    history_.EndStep();
     author_ = Author::User;
 }
 

@@ -50,6 +50,8 @@ class StageText : public QObject {
     bool CanRedo() const { return history_.CanRedo(); }
     // The user's next edit is a step of its own.
     void EndStep() { history_.EndStep(); }
+    // One step for undo of all these edits, ascending, in positions of the text before all of them.
+    void Apply(std::span<const UndoHistory::Change> edits);
     // Edits that undo knows nothing of, ascending, in positions of the text before all of them.
     void ApplyUnrecorded(std::span<const UndoHistory::Change> edits);
 
@@ -62,6 +64,7 @@ class StageText : public QObject {
     enum class Author { User, Unrecorded, History };
 
     void OnContentsChange(int position, int removed, int added);
+    void ApplyAs(Author author, std::span<const UndoHistory::Change> edits);
     std::optional<qsizetype> Replay(const std::optional<UndoHistory::Change>& change);
 
     QTextDocument& document_;
