@@ -32,6 +32,7 @@ void MainWindow::RegisterCommands() {
     }
     RegisterPlaybackCommands(commands_, playback_);
     RegisterPictureCommands(commands_, app_, channelPanel_);
+    form_->editor->SetSharedStage(app_.project.documents[kStageCommon]);
     RegisterEditorCommands(commands_, *form_->editor, find_, projects_.dialogs);
     RegisterControlCommands(commands_, *form_->editor, *Controls(), [this] { controls_.Publish(); });
     RegisterStageCommands(commands_, app_.project, *form_->stageButtons, channelPanel_);

@@ -1,6 +1,7 @@
 // The code editor in the main window: colours, undo, indentation, what counts as a change, saved views,
 // links, and texts that are too large or too strange for haste.
 #include <QClipboard>
+#include <QListView>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -310,6 +311,86 @@ TEST_F(EditorTest, GoesToTheLineThatIsTyped) {
         Run(kCmdGoToLine);
         EXPECT_EQ(Editor()->CaretLine(), line);
     }
+}
+
+TEST_F(EditorTest, CompletionTakesNoKeyThatIsNotItsOwn) {
+    Editor()->setFocus();
+    auto* list = Control<QListView>("completions");
+    const auto rows = [list] {
+        QStringList words;
+        for (int row = 0; list->isVisible() && row < list->model()->rowCount(); ++row)
+            words.append(list->model()->index(row, 0).data().toString());
+        return words.join(u' ').toStdString();
+    };
+    const auto press = [this](const std::vector<Qt::Key>& keys) {
+        for (const Qt::Key key : keys)
+            Key(key);
+    };
+    SetDocumentText(App()->project.documents[kStageCommon], Latin("float smoothed; // smoothest\n"));
+    const struct {
+        const char* typed;
+        std::vector<Qt::Key> keys;
+        const char* shown;
+        const char* stored;
+    } cases[] = {
+        {"sm", {}, "", "sm"},
+        {"smo", {}, "smooth smoothed smoothstep", "smo"},
+        {"smooths", {}, "smoothstep", "smooths"},
+        {"smo", {Qt::Key_Return}, "", "smo\n"},
+        {"smo", {Qt::Key_Tab}, "", "smo\t"},
+        {"smo", {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return}, "", "smoothed"},
+        {"smo", {Qt::Key_Up, Qt::Key_Tab}, "", "smoothstep"},
+        {"SMO", {Qt::Key_Down, Qt::Key_Enter}, "", "smooth"},
+        {"smo", {Qt::Key_Escape, Qt::Key_O}, "", "smoo"},
+        {"smo", {Qt::Key_Left}, "", "smo"},
+        {"smo;", {}, "", "smo;"},
+        {"smoo", {Qt::Key_Backspace, Qt::Key_Backspace}, "", "sm"},
+        {"// smo", {}, "", "// smo"},
+        {"a.smo", {}, "", "a.smo"},
+        {"1smo", {}, "", "1smo"},
+    };
+    for (const auto& row : cases) {
+        Load(QString());
+        Type(Latin(row.typed));
+        press(row.keys);
+        EXPECT_EQ(Stored().toStdString(), row.stored) << row.typed;
+        if (row.keys.size() != 2 || row.keys.back() != Qt::Key_Backspace) {
+            EXPECT_EQ(rows(), row.shown) << row.typed;
+        }
+    }
+    Load(QString());
+    Type(Latin("smo"));
+    press({Qt::Key_Down, Qt::Key_Return});
+    Run(kCmdEditUndo);
+    EXPECT_EQ(Stored(), Latin("smo")) << "one step";
+    Run(kCmdEditUndo);
+    EXPECT_EQ(Stored(), QString());
+    Type(Latin("i"));
+    Key(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_NE(rows().find("iTime"), std::string::npos);
+    Editor()->moveCursor(QTextCursor::Start);
+    EXPECT_EQ(rows(), "") << "the caret has left the word";
+}
+
+TEST_F(EditorTest, TheBracketsBesideTheCaretAreMarked) {
+    Load(Latin("f(a[1]);"));
+    const auto marked = [this] {
+        std::string places;
+        for (const auto& mark : Editor()->extraSelections())
+            places += std::to_string(mark.cursor.selectionStart()) + ' ';
+        return places;
+    };
+    EXPECT_EQ(marked(), "");
+    SelectRange(7, 7);
+    EXPECT_EQ(marked(), "1 6 ");
+    SelectRange(3, 4);
+    EXPECT_EQ(marked(), "");
+    SelectRange(4, 4);
+    EXPECT_EQ(marked(), "3 5 ");
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(marked(), "3 4 ");
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(marked(), "1 4 ") << "the one before the caret has lost its partner";
 }
 
 TEST_F(EditorTest, ViewsAreKeptForEachStage) {

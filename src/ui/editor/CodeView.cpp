@@ -11,6 +11,7 @@
 #include "core/AppState.h"
 #include "look/widgets/Theme.h"
 #include "platform/TextScan.h"
+#include "ui/editor/CompletionList.h"
 #include "ui/text/Indentation.h"
 
 namespace pixelgrove {
@@ -19,6 +20,7 @@ namespace {
 
 constexpr int kCaretWidthPixels = 2;
 constexpr int kErrorMarkAlpha = 70;  // the text above it stays readable
+constexpr int kBracketMarkAlpha = 90;
 constexpr int kMinZoom = 20;
 constexpr int kMaxZoom = 500;
 
@@ -32,12 +34,19 @@ const QString kStyle = QStringLiteral(
     "pixelgrove--CodeView { background: white; color: black;"
     " selection-background-color: #2f6fc4; selection-color: white; }");
 
+QColor BracketGround() {
+    QColor ground = Theme().accent;
+    ground.setAlpha(kBracketMarkAlpha);
+    return ground;
+}
+
 }  // namespace
 
 CodeView::CodeView(QWidget* parent)
     : QPlainTextEdit(parent),
       layout_(new CodeLayout(new QTextDocument(this))),
       text_(*layout_->document()),
+      completions_(new CompletionList(this)),
       normalFont_(CodeFont()) {
     layout_->document()->setDocumentLayout(layout_);
     layout_->caretPosition = [this] { return textCursor().position(); };
@@ -53,7 +62,14 @@ CodeView::CodeView(QWidget* parent)
     // Marks need the layout, which hears of an edit only after that.
     connect(document(), &QTextDocument::contentsChanged, this, [this] {
         if (marksAreStale_) RefreshErrorMarks();
+        MarkBrackets();
     });
+    connect(completions_, &CompletionList::Chosen, this, &CodeView::TakeCompletion);
+    connect(completions_, &CompletionList::Dismissed, this, [this] { offer_.isDismissed = true; });
+    connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& /*rect*/, int scrolled) {
+        if (scrolled != 0 && !isInKey_) HideCompletions();
+    });
+    connect(this, &QPlainTextEdit::selectionChanged, this, &CodeView::MarkBrackets);
     connect(this, &QPlainTextEdit::updateRequest, this, &CodeView::ViewChanged);
     // In a long line the toolkit knows too little to name what changed.
     connect(this, &QPlainTextEdit::updateRequest, this, [this] {
@@ -93,6 +109,8 @@ void CodeView::LoadDocument(StageDocument& incoming, StageSwitch how) {
     isLoading_ = true;
     text_.Forget();
     hoveredLink_ = QTextCursor();
+    HideCompletions();
+    offer_ = {};
     setPlainText(WithLineFeeds(incoming.text));
     setUndoRedoEnabled(false);  // a new text turns it on
     text_.Follow(incoming);
@@ -112,6 +130,7 @@ void CodeView::LoadDocument(StageDocument& incoming, StageSwitch how) {
     horizontalScrollBar()->setValue(*sideWish_);
     isLoading_ = false;
     RefreshErrorMarks();
+    MarkBrackets();
     viewport()->update();
 }
 
@@ -121,6 +140,8 @@ void CodeView::Forget() {
 
 void CodeView::OnCaretMoved() {
     if (!isLoading_) BringLongLineIntoView();
+    if (!isInKey_) HideCompletions();
+    MarkBrackets();
     Q_EMIT ViewChanged();
 }
 
@@ -151,6 +172,20 @@ void CodeView::RefreshErrorMarks() {
     Q_EMIT ViewChanged();
 }
 
+// Without a selection: its ground would hide them.
+void CodeView::MarkBrackets() {
+    if (isLoading_) return;
+    std::optional<BracketPair> pair;
+    const int caret = textCursor().position();
+    if (Shown() && !textCursor().hasSelection() && text_.Length() == Shown()->text.size() &&
+        IsBracketBeside(Shown()->text, caret) && RefreshStageText())
+        pair = BracketsAt(Shown()->text, Shown()->commentMap, caret);
+    if (pair == brackets_) return;
+    brackets_ = pair;
+    ShowMarks();
+    if (layout_->HasLongLines()) viewport()->update();
+}
+
 void CodeView::ShowMarks() {
     QList<QTextEdit::ExtraSelection> marks;
     if (Shown()) {
@@ -162,6 +197,16 @@ void CodeView::ShowMarks() {
             mark.cursor = QTextCursor(block);
             mark.format.setBackground(ErrorGround());
             mark.format.setProperty(QTextFormat::FullWidthSelection, true);
+            marks.append(mark);
+        }
+    }
+    if (brackets_) {
+        for (const qsizetype at : {brackets_->opening, brackets_->closing}) {
+            QTextEdit::ExtraSelection mark;
+            mark.cursor = QTextCursor(document());
+            mark.cursor.setPosition(int(at));
+            mark.cursor.setPosition(int(at) + 1, QTextCursor::KeepAnchor);
+            mark.format.setBackground(BracketGround());
             marks.append(mark);
         }
     }
@@ -221,6 +266,7 @@ void CodeView::wheelEvent(QWheelEvent* event) {
 void CodeView::SetZoom(int percent) {
     percent = std::clamp(percent, kMinZoom, kMaxZoom);
     if (percent == zoomPercent_) return;
+    HideCompletions();
     zoomPercent_ = percent;
     QFont font = normalFont_;
     // Fonts have either size; the other one is negative.

@@ -17,9 +17,12 @@
 
 #include "ui/editor/CodeLayout.h"
 #include "ui/editor/StageText.h"
+#include "ui/text/Brackets.h"
 #include "ui/text/LineEdits.h"
 
 namespace pixelgrove {
+
+class CompletionList;
 
 class CodeView : public QPlainTextEdit {
     Q_OBJECT
@@ -34,6 +37,8 @@ class CodeView : public QPlainTextEdit {
     // becomes of the view of the one shown before. Any but the first of a project tells PaintedAnew. Undo
     // begins anew.
     void LoadDocument(StageDocument& document, StageSwitch how);
+    // Whose names complete those of the shown one; it outlives the view.
+    void SetSharedStage(const StageDocument& common) { sharedStage_ = &common; }
     // Stops following the shown document; the text stays on screen.
     void Forget();
     // Brings the shown document's comment map up to its text. False when the text is empty or nothing is
@@ -123,6 +128,7 @@ class CodeView : public QPlainTextEdit {
     bool canInsertFromMimeData(const QMimeData* source) const override;
     void insertFromMimeData(const QMimeData* source) override;
     void resizeEvent(QResizeEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
 
   private:
@@ -139,6 +145,22 @@ class CodeView : public QPlainTextEdit {
     void ShowReplayed(std::optional<qsizetype> caret);
     void Select(int anchor, int position);
 
+    void MarkBrackets();
+
+    // Completion. What is offered at present: for the word that begins there, from these letters on.
+    struct Offer {
+        qsizetype start = -1;
+        QString letters;
+        bool isDismissed = false;
+    };
+    void CompleteAfterKey(const QKeyEvent& event, qsizetype lengthBefore);
+    // Asked for by its key, or by typing.
+    void ShowCompletions(bool asked);
+    QStringList WordsFor(QStringView letters, qsizetype start) const;
+    void TakeCompletion(const QString& word);
+    void HideCompletions();
+
+    void HandleKey(QKeyEvent* event);
     void FlagRecolour() { needsRecolour_ = true; }
     void FlagForKey(const QKeyEvent& event);
     Stretch VisibleText() const;
@@ -174,6 +196,11 @@ class CodeView : public QPlainTextEdit {
 
     CodeLayout* layout_;  // of the document, which owns it
     StageText text_;
+    const StageDocument* sharedStage_ = nullptr;
+    CompletionList* completions_;
+    Offer offer_;
+    bool isInKey_ = false;
+    std::optional<BracketPair> brackets_;  // that are marked
     bool isLoading_ = false;
     bool marksAreStale_ = false;
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "ui/editor/CodeView.h"
+#include "ui/editor/CompletionList.h"
 #include "ui/text/Indentation.h"
 #include "ui/text/Links.h"
 
@@ -40,10 +41,19 @@ void CodeView::FlagForKey(const QKeyEvent& event) {
 }
 
 void CodeView::keyPressEvent(QKeyEvent* event) {
+    event->accept();
+    if (completions_->TakeKey(*event)) return;
+    const qsizetype lengthBefore = text_.Length();
+    isInKey_ = true;
+    HandleKey(event);
+    isInKey_ = false;
+    CompleteAfterKey(*event, lengthBefore);
+}
+
+void CodeView::HandleKey(QKeyEvent* event) {
     FlagForKey(*event);
     if (event->key() == Qt::Key_Control)
         UpdateHoveredLink(viewport()->mapFromGlobal(QCursor::pos()), Qt::ControlModifier);
-    event->accept();
     if (event->matches(QKeySequence::Undo)) {
         undo();
         return;
