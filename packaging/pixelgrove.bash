@@ -25,6 +25,10 @@ _pixelgrove_render() {
             COMPREPLY=("${COMPREPLY[@]// /\\ }")
             return
             ;;
+        --format-errors)
+            mapfile -t COMPREPLY < <(compgen -W 'plain gcc' -- "$word")
+            return
+            ;;
         --out)
             compopt -o filenames 2>/dev/null
             mapfile -t COMPREPLY < <(compgen -d -- "$word")

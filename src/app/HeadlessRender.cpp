@@ -82,8 +82,7 @@ int WriteFrames(RenderRun& run, const RenderOptions& options, SoundFile* sound) 
 }
 
 int Render(AppState& app, ControlSet& controls, const RenderOptions& options) {
-    if (const int code = LoadIntoEditingForm(app.project, options.project, options.pick); code != kExitDone)
-        return code;
+    if (const int code = LoadIntoEditingForm(app.project, options); code != kExitDone) return code;
     const StageDocument& image = app.project.documents[kStageImage];
     ScanControls(image, options, controls);
     NamedTexts otherValues;
@@ -110,7 +109,7 @@ int Render(AppState& app, ControlSet& controls, const RenderOptions& options) {
     RenderContext& context = *run.context;
     if (options.printSource != kStageNone) return PrintSource(context, options.printSource);
     const CompileOutcome outcome = CompileProject(context);
-    if (outcome.result != CompileResult::Good) return ReportCompileFailure(run, outcome);
+    if (outcome.result != CompileResult::Good) return ReportCompileFailure(run, outcome, options);
     for (const auto& [name, value] : otherValues)
         if (const int code = SetUniform(name, value, context); code != kExitDone) return code;
     if (options.checkOnly) return kExitDone;

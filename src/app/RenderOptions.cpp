@@ -133,6 +133,11 @@ constexpr ValueOption kValueOptions[] = {
          options.format = value;
          return !value.isEmpty() && FormatNumber(value, 1).has_value();
      }},
+    {"--format-errors", "plain or gcc",
+     [](const QString& value, RenderOptions& options) {
+         options.gccErrors = value == QLatin1String("gcc");
+         return options.gccErrors || value == QLatin1String("plain");
+     }},
     {"--jobs", "a number from 1 to 256",
      [](const QString& value, RenderOptions& options) { return ParseCount(value, kMostJobs, options.jobs); }},
 };
@@ -200,6 +205,8 @@ QString RenderUsage() {
         "  --print-source STAGE  write the complete GLSL text of a stage to stdout and end\n"
         "  --list-controls       write the live controls to stdout, one a line, and end\n"
         "  --check               compile only\n"
+        "  --format-errors FORM  compile messages as \"Image(4): error: ...\" (plain), or as\n"
+        "                        \"FILE:LINE:COLUMN: error: ...\" for editors (gcc)\n"
         "Exit status: 0 done, 1 the project doesn't compile, 2 wrong usage, or a file or\n"
         "shader that can't be had.\n");
 }

@@ -38,6 +38,7 @@ struct RenderOptions {
     uint32_t printSource = kStageNone;
     bool listControls = false;
     bool checkOnly = false;
+    bool gccErrors = false;  // messages in the form of core/ProblemLines.h
     bool help = false;
 };
 

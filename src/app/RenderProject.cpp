@@ -10,6 +10,7 @@
 #include "controls/Annotations.h"
 #include "controls/BakedText.h"
 #include "core/BaseFolders.h"
+#include "core/ProblemLines.h"
 #include "library/ShaderService.h"
 #include "net/WebClient.h"
 #include "platform/TextScan.h"
@@ -77,7 +78,14 @@ void TakePicked(const QString& pick, const QString& path, const ShaderService& s
 
 }  // namespace
 
-int LoadIntoEditingForm(EditingForm& form, const QString& path, const QString& pick) {
+int LoadIntoEditingForm(EditingForm& form, const RenderOptions& options) {
+    const QString& path = options.project;
+    const QString& pick = options.pick;
+    const auto say = [&](const QString& kind, const QString& text) {
+        PrintError(options.gccErrors
+                       ? ProblemLine(path, 1, 1, kind, text)
+                       : QStringLiteral("pixelgrove-render: ") + path + QStringLiteral(": ") + text);
+    };
     WebClient client;
     const FetchFunction fetch = [&client](const QString& url) {
         FetchResult result = client.Fetch(url);
@@ -93,9 +101,11 @@ int LoadIntoEditingForm(EditingForm& form, const QString& path, const QString& p
     else if (read.status == ProjectFileStatus::Loaded && !pick.isEmpty() && project.info.id != pick)
         return Refuse(QStringLiteral("%1: there is no shader %2.").arg(path, InQuotes(pick)));
     for (const QString& warning : read.warnings)
-        PrintError(QStringLiteral("pixelgrove-render: %1: %2").arg(path, warning));
-    if (read.status != ProjectFileStatus::Loaded)
-        return Refuse(QStringLiteral("%1: %2").arg(path, read.message));
+        say(QStringLiteral("warning"), warning);
+    if (read.status != ProjectFileStatus::Loaded) {
+        say(QStringLiteral("error"), read.message);
+        return kExitUsage;
+    }
     AdoptProject(form, project, path);
     return kExitDone;
 }
@@ -155,12 +165,15 @@ int PrintSource(RenderContext& context, uint32_t stage) {
     return PrintToStdout(*text);
 }
 
-int ReportCompileFailure(RenderRun& run, const CompileOutcome& outcome) {
+int ReportCompileFailure(RenderRun& run, const CompileOutcome& outcome, const RenderOptions& options) {
     const FailureReport report = ReportOf(*run.context, outcome, run.request.baked);
+    const auto print = [&options](const CompileMessages& messages) {
+        PrintError(options.gccErrors ? ProblemLinesOf(messages, options.project) : TextOf(messages));
+    };
     for (const CompileMessages& messages : report.errors) {
-        if (!messages.empty()) PrintError(TextOf(messages));
+        if (!messages.empty()) print(messages);
     }
-    if (!report.failure.empty()) PrintError(TextOf(report.failure));
+    if (!report.failure.empty()) print(report.failure);
     return kExitCompileFailed;
 }
 

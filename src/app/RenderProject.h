@@ -19,8 +19,8 @@ namespace pixelgrove {
 
 using NamedTexts = std::vector<std::pair<QString, QString>>;
 
-// path is a project file or a shader's id; pick names one of several shaders in a file, empty for none.
-int LoadIntoEditingForm(EditingForm& form, const QString& path, const QString& pick);
+// The project that the options name, one of several shaders in a file by what they pick.
+int LoadIntoEditingForm(EditingForm& form, const RenderOptions& options);
 
 // The Image stage's controls, as the tree of the workbench has them.
 void ScanControls(const StageDocument& image, const RenderOptions& options, ControlSet& controls);
@@ -40,6 +40,6 @@ int SetUniform(const QString& name, const QString& text, RenderContext& context)
 int PrintSource(RenderContext& context, uint32_t stage);
 
 // The messages of a compile that failed. kExitCompileFailed.
-int ReportCompileFailure(RenderRun& run, const CompileOutcome& outcome);
+int ReportCompileFailure(RenderRun& run, const CompileOutcome& outcome, const RenderOptions& options);
 
 }  // namespace pixelgrove

@@ -52,7 +52,7 @@ std::optional<CompileMessage> BakedNote(uint32_t stage, const BakedStages& baked
     if (const size_t more = candidates.size() - 1; more > 0)
         text += more == 1 ? QStringLiteral("; one more line holds a control's value")
                           : QStringLiteral("; %1 more lines hold controls' values").arg(more);
-    return CompileMessage{place, shown.line->line, text};
+    return CompileMessage{place, shown.line->line, text, 0};
 }
 
 }  // namespace pixelgrove

@@ -9,9 +9,10 @@
 namespace pixelgrove {
 
 struct CompileMessage {
-    QString place;  // a stage's name as StageName gives it, or a file; empty for none
-    int line = 0;   // from 1 as the user counts, but from a driver: may be any int
-    QString text;   // the whole line as it is shown, place included, without LF
+    QString place;   // a stage's name as StageName gives it, or a file; empty for none
+    int line = 0;    // from 1 as the user counts, but from a driver: may be any int
+    QString text;    // the whole line as it is shown, place included, without LF
+    int column = 0;  // from 1, as the driver counts; 0 where it says none
 };
 
 using CompileMessages = std::vector<CompileMessage>;

@@ -205,12 +205,15 @@ StageErrorArray MapStageErrors(RenderContext& context) {
         const QString log = FromCodePage(stage.log);
         QString mapped = MapShaderLog(context.includeContext, log, StageName(id));
         if (mapped.isEmpty()) continue;
+        LogColumns columns = text ? ColumnsOf(log, mapped, *text) : LogColumns();
         if (text) mapped = ExplainOuterLines(mapped, log, *text, rows);
         // First, where no message stands before them: a note goes with the one before it.
         QString missing;
         for (const QString& note : context.includeContext.missingFiles)
             missing += note + u'\n';
         StageErrors own = SplitErrors(missing + ExplainUnsetChannels(mapped, StageName(id)));
+        PlaceColumns(columns, own.common);
+        PlaceColumns(columns, own.stage);
         CompileMessages& common = errors[kStageCommon];
         common.insert(common.end(), own.common.begin(), own.common.end());
         errors[id] = std::move(own.stage);

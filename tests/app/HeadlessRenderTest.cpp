@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QImage>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <tuple>
 
@@ -190,6 +191,26 @@ TEST_F(HeadlessRender, CompileFailuresAreOneWithMappedMessages) {
         const Outcome outcome = Run(line);
         EXPECT_EQ(outcome.exitCode, 1);
         EXPECT_TRUE(outcome.err.contains(QLatin1String("Image(4): error: "))) << outcome.err.toStdString();
+    }
+    // The driver's column; a file of one stage needs no stage's name.
+    const QByteArray wrong = "void mainImage(out vec4 c, in vec2 p)\n{\n\n    c = wrong;\n}";
+    Write("a.glsl", wrong);
+    Write("b.json",
+          Project(Pass("common", "Common", "float f() {\n  return gone;\n}") + "," +
+                  Pass("image", "Image", "void mainImage(out vec4 c, in vec2 p) { c = vec4(f()); }")));
+    Write("c.json", "{");
+    const struct {
+        const char* file;
+        const char* start;
+    } rows[] = {{"a.json", "^a\\.json:4:(9|1): error: Image: [^\\n]+\\n"},
+                {"a.glsl", "^a\\.glsl:4:(9|1): error: (?!Image)[^\\n]+\\n"},
+                {"b.json", "^b\\.json:2:(10|1): error: Common: [^\\n]+\\n"},
+                {"c.json", "^c\\.json:1:1: error: [^\\n]+\\n"}};
+    for (const auto& [file, start] : rows) {
+        const Outcome outcome = Run((QByteArray(file) + " --check --format-errors gcc").constData());
+        EXPECT_NE(outcome.exitCode, 0);
+        EXPECT_TRUE(QRegularExpression(QLatin1String(start)).match(outcome.err).hasMatch())
+            << outcome.err.toStdString();
     }
     Write("baked.json",
           Project(Pass("image", "Image", "#define N a // n [0..4]\nvoid mainImage() { N; N }")));

@@ -24,13 +24,13 @@ TEST(RenderOptions, GoodLines) {
 
     const ParsedOptions full = Parse(
         "--frames 12 --start -2.5 --speed -1 a.json --size 64X32 --set x=1.5 --set on=true --out d --format "
-        "%d.png --check");
+        "%d.png --check --format-errors gcc");
     ASSERT_TRUE(full.error.isEmpty()) << full.error.toStdString();
     EXPECT_EQ(full.options.frames, 12);
     EXPECT_EQ(full.options.start, -2.5f);
     EXPECT_EQ(full.options.width, 64);
     EXPECT_EQ(full.options.height, 32);
-    EXPECT_TRUE(full.options.checkOnly);
+    EXPECT_TRUE(full.options.checkOnly && full.options.gccErrors);
     ASSERT_EQ(full.options.values.size(), 2u);
     EXPECT_EQ(full.options.values[1].second, QStringLiteral("true"));
     const ParsedOptions stage =
@@ -96,6 +96,7 @@ TEST(RenderOptions, BadLines) {
                              "a.json --pipe mp4",
                              "a.json --pipe=mp4",
                              "a.json --check=1",
+                             "a.json --format-errors msvc",
                              "a.json -x",
                              "a.json --nonsense"}) {
         const QString error = Parse(line).error;

@@ -15,6 +15,7 @@ namespace {
 struct PlacedMessage {
     int line = 0;  // of the assembled text, from 1
     QStringView message;
+    int column = 0;  // from 1; 0 for none
 };
 
 // "0(57) : error C0000: text", read as scanf reads "%d(%d) : %[^\n]": blanks around the colon may be
@@ -31,17 +32,18 @@ std::optional<PlacedMessage> ScanColonForm(QStringView text) {
     return PlacedMessage{*line, text.sliced(at)};
 }
 
-// Mesa's "0:57(12): error: text". Its column is dropped. Other kinds of message are left alone.
+// Mesa's "0:57(12): error: text". Other kinds of message are left alone.
 std::optional<PlacedMessage> ScanColumnForm(QStringView text) {
     qsizetype at = 0;
     if (!ScanInt(text, at) || !SkipChar(text, at, u':')) return std::nullopt;
     const std::optional<int> line = ScanInt(text, at);
     if (!line || !SkipChar(text, at, u'(')) return std::nullopt;
-    if (!ScanInt(text, at) || !SkipChar(text, at, u')')) return std::nullopt;
+    const std::optional<int> column = ScanInt(text, at);
+    if (!column || !SkipChar(text, at, u')')) return std::nullopt;
     if (!SkipChar(text, at, u':') || !SkipChar(text, at, u' ')) return std::nullopt;
     const QStringView message = text.sliced(at);
     for (const QStringView kind : {u"error: ", u"warning: ", u"preprocessor error: "}) {
-        if (message.startsWith(kind)) return PlacedMessage{*line, message};
+        if (message.startsWith(kind)) return PlacedMessage{*line, message, *column};
     }
     return std::nullopt;
 }
@@ -49,6 +51,10 @@ std::optional<PlacedMessage> ScanColumnForm(QStringView text) {
 std::optional<PlacedMessage> ScanPlaced(QStringView line) {
     const std::optional<PlacedMessage> placed = ScanColonForm(line);
     return placed ? placed : ScanColumnForm(line);
+}
+
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t';
 }
 
 // 64-bit, since the line comes from outside and may be any int.
@@ -70,6 +76,17 @@ QStringView PlaceOf(QStringView line) {
         if (open < close && open > 0 && line[open - 1] == u'(') return line.first(close + 3);
     }
     return {};
+}
+
+// The column of a line as it is written that is this one where each run of blanks is one character; from 1.
+int WrittenColumn(const QByteArray& line, int column) {
+    int collapsed = 1;
+    qsizetype at = 0;
+    for (; at < line.size() && collapsed < column; ++at) {
+        const bool goesOn = IsBlank(line[at]) && at + 1 < line.size() && IsBlank(line[at + 1]);
+        if (!goesOn) ++collapsed;
+    }
+    return int(at) + 1;
 }
 
 }  // namespace
@@ -104,6 +121,30 @@ std::optional<int> LogLineOf(QStringView logLine) {
     return placed ? std::optional(placed->line) : std::nullopt;
 }
 
+LogColumns ColumnsOf(const QString& log, const QString& mapped, QByteArrayView text) {
+    const QList<QByteArray> lines = text.toByteArray().split('\n');
+    std::vector<int> columns;
+    ForEachLine(log, [&](QStringView line) {
+        const std::optional<PlacedMessage> placed = ScanPlaced(line);
+        const bool isThere = placed && placed->column > 0 && placed->line > 0 && placed->line <= lines.size();
+        columns.push_back(isThere ? WrittenColumn(lines[placed->line - 1], placed->column) : 0);
+    });
+    LogColumns byLine;
+    size_t index = 0;
+    ForEachLine(mapped, [&](QStringView line) {
+        if (index < columns.size() && columns[index] > 0) byLine[line.toString()].append(columns[index]);
+        ++index;
+    });
+    return byLine;
+}
+
+void PlaceColumns(LogColumns& columns, CompileMessages& messages) {
+    for (CompileMessage& message : messages) {
+        const auto found = columns.find(message.text);
+        if (found != columns.end() && !found->isEmpty()) message.column = found->takeFirst();
+    }
+}
+
 QString ExplainUnsetChannels(const QString& mapped, const QString& stageName) {
     // Drivers quote the name in different ways and say "undeclared" or "undefined".
     static const QRegularExpression sampler(QStringLiteral("\\biChannel([0-3])\\b"));
@@ -128,7 +169,8 @@ QString ExplainUnsetChannels(const QString& mapped, const QString& stageName) {
 CompileMessages MessagesOf(QStringView mapped) {
     CompileMessages messages;
     ForEachLine(mapped, [&](QStringView line) {
-        CompileMessage message{{}, 0, line.toString()};
+        CompileMessage message;
+        message.text = line.toString();
         if (const QStringView place = PlaceOf(line); place.indexOf(u'(') > 0) {
             const qsizetype open = place.lastIndexOf(u'(');
             qsizetype at = open + 1;

@@ -5,6 +5,9 @@
 // assembly ran (in the workbench the render thread). The others may run on any thread.
 #pragma once
 
+#include <QByteArrayView>
+#include <QHash>
+#include <QList>
 #include <QString>
 #include <optional>
 #include <vector>
@@ -32,6 +35,15 @@ const IncludedFile* FileAt(const std::vector<IncludedFile>& rows, int line);
 
 // The line of the assembled text that a line of the log names; nothing for lines of no known shape.
 std::optional<int> LogLineOf(QStringView logLine);
+
+// The columns that the log of an assembled text names, by the lines that MapShaderLog made of it; those of
+// equal lines in their order. The one driver that names any counts a run of blanks as one character, and a
+// macro's text in place of its name; of these the blanks are put right.
+using LogColumns = QHash<QString, QList<int>>;
+LogColumns ColumnsOf(const QString& log, const QString& mapped, QByteArrayView text);
+
+// Gives each message its column, and takes that out of the columns. Lines with none stay as they are.
+void PlaceColumns(LogColumns& columns, CompileMessages& messages);
 
 // Adds, behind the first line of a mapped log that calls the sampler iChannel0..3 undeclared, one line at
 // the same place that tells what to do: the channel has no input. At most one such line for each channel.
