@@ -1,5 +1,5 @@
-// pixelgrove [FILE|ID]: the workbench. FILE is a project to open, or a source file for a new one, ID a shader
-// of the service.
+// pixelgrove [--watch] [FILE|ID]: the workbench. FILE is a project to open, or a source file for a new one,
+// ID a shader of the service.
 
 #include <unistd.h>
 
@@ -69,7 +69,7 @@ bool OpenFiles(MainWindow& window, const QStringList& files) {
     return opened;
 }
 
-void RunMainWindow(const QStringList& files, AppState& app, Settings& settings,
+void RunMainWindow(const WorkbenchOptions& options, AppState& app, Settings& settings,
                    const WorkbenchSettings& windowSettings) {
     Player player;
     MainWindow window(app, player, windowSettings);
@@ -82,11 +82,12 @@ void RunMainWindow(const QStringList& files, AppState& app, Settings& settings,
     });
     window.ShowWithLayout();
     // Behind the commands that open the layout's other windows.
-    const auto begin = [&window, &app, &settings, &files] {
+    const auto begin = [&window, &app, &settings, &options] {
         // Whoever starts the program types here first, whatever else was opened.
         window.activateWindow();
         // What has to be fetched may take long, so the windows stand before.
-        const bool opened = OpenFiles(window, files);
+        if (options.watch) window.SendCommand(kCmdReloadWhenChanged);
+        const bool opened = OpenFiles(window, options.files);
         // What was wrong with a file must stay readable, and what was restored may have ended the program by
         // being played: no play by itself then.
         const bool isRestored = window.OfferRecovery();
@@ -134,7 +135,7 @@ int main(int argc, char** argv) {
 
     const int result = ApplicationMain(ProgramFolders(), [&](const StartedWorkbench& started) {
         ApplyTheme(application, started.colours);
-        RunMainWindow(options.files, started.app, started.settings, started.windowSettings);
+        RunMainWindow(options, started.app, started.settings, started.windowSettings);
     });
     if (result == kExitNoSharedMemory) {
         PrintError(QStringLiteral("the shared palette memory cannot be made"));

@@ -11,6 +11,8 @@ WorkbenchOptions ParseWorkbenchOptions(const QStringList& arguments) {
             options.files.append(argument);
         } else if (argument == QLatin1String("--")) {
             onlyFiles = true;
+        } else if (argument == QLatin1String("--watch")) {
+            options.watch = true;
         } else if (argument == QLatin1String("--help") || argument == QLatin1String("-h")) {
             options.help = true;
         } else if (argument == QLatin1String("--version")) {
@@ -26,9 +28,10 @@ WorkbenchOptions ParseWorkbenchOptions(const QStringList& arguments) {
 
 QString WorkbenchUsage() {
     return QStringLiteral(
-        "Usage: pixelgrove [FILE|ID]\n"
+        "Usage: pixelgrove [--watch] [FILE|ID]\n"
         "  FILE       a project (.json) to open, or a shader (.glsl) as the Image stage of a new project\n"
         "  ID         the id of a shader on Shadertoy: letters and digits\n"
+        "  --watch    read the file again whenever another program changes it\n"
         "  --help     show this text\n"
         "  --version  show the program's version\n");
 }

@@ -8,6 +8,7 @@ namespace pixelgrove {
 
 struct WorkbenchOptions {
     QStringList files;
+    bool watch = false;
     bool help = false;
     bool version = false;
     QString error;  // empty when the command line is good

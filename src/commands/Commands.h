@@ -114,19 +114,20 @@ enum CommandId : int {
     kCmdPreviousPane = 45008,
     kCmdNextStage = 45009,
     kCmdPreviousStage = 45010,
-    kCmdPlayAnew = 45011,    // whatever runs is ended first
-    kCmdFullScreen = 45012,  // of the output window
-    kCmdHelp = 45020,
+    kCmdPlayAnew = 45011,     // whatever runs is ended first
+    kCmdFullScreen = 45012,   // of the output window
     kCmdOpenWindows = 45013,  // posted by a layout: those that it has open and that aren't there
-    kCmdCopyPicture = 45040,  // of what plays
-    kCmdSavePicture = 45041,
-    kCmdPictureTaken = 45042,  // posted by the render thread: RenderRun::picture is there
+    kCmdHelp = 45020,
     kCmdPasteProject = 45030,
+    kCmdReloadWhenChanged = 45031,
+    kCmdCopyPicture = 45035,  // of what plays
+    kCmdSavePicture = 45036,
+    kCmdPictureTaken = 45037,  // posted by the render thread: RenderRun::picture is there
     kCmdGoToLine = 45040,
-    kCmdToggleComments,
-    kCmdDuplicate,
-    kCmdMoveLinesUp,
-    kCmdMoveLinesDown,
+    kCmdToggleComments = 45041,
+    kCmdDuplicate = 45042,
+    kCmdMoveLinesUp = 45043,
+    kCmdMoveLinesDown = 45044,
 };
 
 // Entries of the menu of a stage's button.

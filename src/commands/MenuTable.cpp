@@ -23,6 +23,7 @@ constexpr MenuRow kMenuBar[] = {
     {Entry, kCmdOpenProject, u"Open Project...", "Ctrl+O"},
     {Entry, kCmdSaveProject, u"Sa&ve Project", "Ctrl+S"},
     {Entry, kCmdSaveProjectAs, u"&Save Project As", "Ctrl+Shift+S"},
+    {Tick, kCmdReloadWhenChanged, u"Re&load when Changed on Disk"},
     {Separator},
     {Menu, 0, u"Recent Files"},
     {Placeholder, 0, u"N/A"},

@@ -54,6 +54,13 @@ struct SavedProject {
     StageChannels channels;
 };
 
+// The file that what is edited was read from, or written to, last.
+struct OpenedFile {
+    QString path;                 // absolute; empty for none
+    uint32_t stage = kStageNone;  // whose text it holds, or none for the whole project
+    QString text;                 // that text as it came from the file
+};
+
 // The whole editing form as a value.
 struct EditedProject {
     std::array<StageDocument, kStageCount> documents;
@@ -82,6 +89,7 @@ struct EditingForm {
     // Where Save Project writes: the file that the project was read from or last saved to. Empty when it has
     // none.
     QString projectFile;
+    OpenedFile openFile;
     // What the project file said of itself: kept so that saving gives it back.
     ShaderInfo projectInfo;
     float projectVersion = 0.1f;

@@ -94,6 +94,7 @@ void ClearProject(EditingForm& form, bool addImage) {
     form.projectInfo = ShaderInfo();
     form.projectVersion = kDefaultProjectVersion;
     form.projectFile.clear();
+    form.openFile = OpenedFile();
     form.currentStage = kStageNone;
     form.currentDocument = nullptr;
     if (addImage) GiveDefaultText(form, kStageImage);

@@ -14,6 +14,7 @@
 #include "render/ChannelTextures.h"
 #include "render/FramePacing.h"
 #include "render/FrameRecorder.h"
+#include "render/PastFrames.h"
 #include "render/Player.h"
 #include "render/Presentation.h"
 #include "render/ProjectCompiler.h"
@@ -51,7 +52,9 @@ void FrameLoop(RenderRun& run) {
     RateMeter meter;
     meter.Restart(TickCountMs());
     while (run.stopRequested == 0) {
-        if (controls.paused) {
+        // A run that goes on in another's pause draws its picture first.
+        const bool owesPicture = run.request.playedUpTo && run.framesDrawn == 0;
+        if (controls.paused && !owesPicture) {
             TakeTimeRequest(run);
             // No frame comes to fill what another window covered meanwhile.
             if (run.context->surface->TakeRepaintRequest()) PresentByBlit(*run.context);
@@ -74,6 +77,14 @@ void FrameLoop(RenderRun& run) {
     }
 }
 
+// Pictures of past frames are gone, and samplers are set in the first two frames.
+void GoOnFrom(const PlayedUpTo& place, RenderContext& context) {
+    const std::optional<PastUse> use = FindPastUse(context);
+    if (!use || use->stage != kStageNone || use->readsChannels) return;
+    context.frameCounter = place.frameCounter;
+    context.runStartMs = place.runStartMs;
+}
+
 void RunProject(RenderRun& run) {
     RunControls& controls = *run.controls;
     controls.compileFailed = 0;
@@ -90,6 +101,7 @@ void RunProject(RenderRun& run) {
         ReportFailure(run, outcome);
         return;
     }
+    if (run.request.playedUpTo) GoOnFrom(*run.request.playedUpTo, *run.context);
     run.WithGate([](Host& host) { host.PostCommand(kCmdCompileResult, 0); });
     FrameLoop(run);
     LeaveRecording(run);
@@ -141,6 +153,14 @@ bool RenderRun::EndOrAbandon(int timeoutMs) {
     return false;
 }
 
+std::optional<PlayedUpTo> RenderRun::PlaysAt() {
+    std::lock_guard lock(gate_);
+    if (!ended_) return std::nullopt;
+    if (framesDrawn == 0 && request.playedUpTo) return request.playedUpTo;
+    if (!context) return std::nullopt;
+    return PlayedUpTo{context->playTime, context->frameCounter, context->runStartMs};
+}
+
 std::array<CompileMessages, kStageCount> RenderRun::ReportedErrors() {
     std::lock_guard lock(gate_);
     return errors;
@@ -167,7 +187,9 @@ bool PrepareRenderContext(RenderRun& run) {
     run.context = CreateRenderContext(request.surface);
     if (!run.context || !run.context->initialised) return false;
     RenderContext& context = *run.context;
-    context.playTime = request.randomizeStart ? RandomStartTime() : request.startTime;
+    context.playTime = request.playedUpTo       ? request.playedUpTo->time
+                       : request.randomizeStart ? RandomStartTime()
+                                                : request.startTime;
     context.includeContext.searchFolder = request.includeFolder;
     context.project.info = request.project.info;
     context.project.version = request.project.version;

@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 #include "controls/BakedText.h"
 #include "core/AppState.h"
@@ -25,12 +26,22 @@ namespace pixelgrove {
 
 struct Player;
 
+// Where a run was that another takes the place of.
+struct PlayedUpTo {
+    float time = 0.0f;
+    int32_t frameCounter = -1;
+    uint64_t runStartMs = 0;
+};
+
 // What a run takes from the editing form and the playback controls, by value, at the press of Play.
 struct RunRequest {
     ShaderProject project;  // in the running form
     BakedStages baked;      // which of its lines hold a control's value
     bool randomizeStart = false;
     float startTime = 0.1f;  // used when randomizeStart is off
+    // In place of both: goes on where another run was. The frame count begins anew all the same where a stage
+    // reads a channel or a past frame, as at every Play.
+    std::optional<PlayedUpTo> playedUpTo;
     uint32_t multisampleIndex = 0;
     QString includeFolder;                   // where #include files are sought; may be empty
     std::shared_ptr<OutputSurface> surface;  // never null
@@ -112,6 +123,9 @@ struct RenderRun {
     // Waits for Finish, and longer for a frame's file, and joins the thread. When it takes longer, closes the
     // gate for good, lets the thread go on without anything it could touch, and returns false. Main thread.
     bool EndOrAbandon(int timeoutMs);
+    // Where the run ended; that of the run before where it drew nothing. Nothing while its thread goes on,
+    // and without a context. Main thread.
+    std::optional<PlayedUpTo> PlaysAt();
     // The errors and the failure sentence, after command 122. Main thread.
     std::array<CompileMessages, kStageCount> ReportedErrors();
     CompileMessages ReportedFailure();

@@ -1,5 +1,6 @@
 #include "ui/FileCommands.h"
 
+#include <QFileInfo>
 #include <algorithm>
 #include <optional>
 
@@ -76,6 +77,9 @@ void ProjectCommands::SaveFileAs() {
         pane_.Say(SavingFailed(reason));
         return;
     }
+    const OpenedFile& file = app_.project.openFile;
+    if (file.stage == app_.project.currentStage && file.path == QFileInfo(path).absoluteFilePath())
+        NoteOpenFile(path, file.stage);
     std::array<qsizetype, kStageCount> lost{};
     lost[app_.project.currentStage] =
         std::ranges::count_if(document->text.toUcs4(), [](uint point) { return point >= 0x80; });
@@ -89,7 +93,15 @@ bool ProjectCommands::LoadSourceFile(const QString& path) {
     // Text ends at a zero byte.
     if (const qsizetype end = bytes->indexOf('\0'); end >= 0) bytes->truncate(end);
     ReplaceShownText(app_.project, FromCodePage(*bytes));
+    NoteOpenFile(path, app_.project.currentStage);
     return true;
+}
+
+bool ProjectCommands::LoadSourceAgain(const QString& path) {
+    const bool isLoaded = LoadSourceFile(path);
+    pane_.Say(isLoaded ? QStringLiteral("File read again.")
+                       : QStringLiteral("The changed file can't be read."));
+    return isLoaded;
 }
 
 bool ProjectCommands::LoadSource(const QString& path) {

@@ -37,6 +37,7 @@ void MainWindow::RegisterCommands() {
     RegisterControlCommands(commands_, *form_->editor, *Controls(), [this] { controls_.Publish(); });
     RegisterStageCommands(commands_, app_.project, *form_->stageButtons, channelPanel_);
     RegisterProjectCommands(commands_, projects_, app_.project);
+    reload_.Register(commands_);
     RegisterLayoutCommands(
         commands_, app_, layouts_, [this](int id) { return menus_->LayoutName(id); },
         [this] { RefreshLayoutMenu(); });

@@ -90,6 +90,7 @@ MainWindow::MainWindow(AppState& app, Player& player, const WorkbenchSettings& s
       pane_(*form_->statusText),
       playback_(*form_, app_, *Controls(), player, pane_),
       projects_(app_, pane_, MakeUserDialogs(this)),
+      reload_(app_, projects_, playback_, pane_),
       recovery_(app_, pane_),
       channelPanel_(*Client(), app_, player, projects_.dialogs, [this](int id) { SendCommand(id); }),
       layouts_(projects_.dialogs, pane_, *windows_, [this] { PostCommand(kCmdOpenWindows, 0); }),

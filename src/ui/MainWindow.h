@@ -13,6 +13,7 @@
 #include "core/Host.h"
 #include "platform/SynchronizedValue.h"
 #include "project/ProjectObserver.h"
+#include "ui/DiskReload.h"
 #include "ui/LayoutCommands.h"
 #include "ui/LiveControls.h"
 #include "ui/Menus.h"
@@ -128,6 +129,7 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     MessagePane pane_;
     Playback playback_;
     ProjectCommands projects_;
+    DiskReload reload_;
     RecoveryKeeper recovery_;
     ChannelPanel channelPanel_;
     LayoutCommands layouts_;

@@ -96,6 +96,21 @@ void Playback::PlayAnew() {
     Play();
 }
 
+bool Playback::PlayOn() {
+    if (!app_.display.openGlOk || !player_.currentRun) return false;
+    const bool wasPaused = app_.run->paused != 0;
+    std::shared_ptr<RenderRun> run = player_.currentRun;
+    ToggleRun();
+    playedUpTo_ = run->PlaysAt();
+    // Its context has to be gone before another takes the surface.
+    run.reset();
+    SetButtonState(ButtonState::Idle);
+    Play();
+    playedUpTo_.reset();
+    if (wasPaused) app_.run->paused = 1;
+    return player_.currentRun != nullptr;
+}
+
 std::shared_ptr<OutputSurface> Playback::ChooseSurface() {
     if (!player_.outputSurface || IsRetired(*player_.outputSurface))
         return CreateOffscreenOutput(lastOutputSize_);
@@ -119,6 +134,7 @@ void Playback::ToggleRun() {
         RunRequest request = SnapshotProject(app_, controls_);
         request.randomizeStart = form_.randomizeCheck->isChecked();
         request.startTime = NumberFromText(form_.startTimeEdit->text());
+        request.playedUpTo = playedUpTo_;
         request.surface = surface;
         return request;
     };
@@ -173,7 +189,7 @@ void Playback::OnCompileResult() {
     if (!player_.currentRun) return;
     if (!app_.run->compileFailed) {
         pane_.Say(QStringLiteral("Compilation successful."));
-        SetButtonState(ButtonState::Running);
+        SetButtonState(app_.run->paused ? ButtonState::Paused : ButtonState::Running);
         ForgetErrors();
         refresh_.start();
     } else {
@@ -186,6 +202,7 @@ void Playback::OnCompileResult() {
             pane_.Show(failure, QString());
         app_.run->DropRecording();
         failed_ = player_.currentRun;
+        if (compileFailed) compileFailed();
         RestartFailedRun();
     }
     form_.stageButtons->Refresh();

@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "render/OutputSurface.h"
 #include "render/Player.h"
@@ -35,6 +36,9 @@ class Playback {
     // After each run's end; may be empty.
     std::function<void()> runEnded;
 
+    // The text that was to be played doesn't compile; its errors are known. May be empty.
+    std::function<void()> compileFailed;
+
     // After each refresh of the displays; may be empty.
     std::function<void()> refreshed;
 
@@ -49,6 +53,9 @@ class Playback {
     void Play();
     // Ends whatever runs, compiles or failed, and starts a run. Nothing without OpenGL.
     void PlayAnew();
+    // Gives what plays, or failed to compile, the text of now in place of the one from before: time and pause
+    // stay, and the frame count where RunRequest::playedUpTo lets it. False when there is nothing to play.
+    bool PlayOn();
     // Asks for a single frame in a file, and plays when nothing does; ends a recording that goes on.
     void Record();
     // Pause and release.
@@ -88,7 +95,8 @@ class Playback {
     Player& player_;
     MessagePane& pane_;
     QTimer refresh_;
-    std::weak_ptr<RenderRun> failed_;  // the last run that reported a failure
+    std::weak_ptr<RenderRun> failed_;       // the last run that reported a failure
+    std::optional<PlayedUpTo> playedUpTo_;  // for the next run
     SurfaceSize lastOutputSize_{640, 360};
 };
 

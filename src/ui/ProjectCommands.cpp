@@ -132,6 +132,7 @@ ProjectCommands::Taken ProjectCommands::LoadFrom(const QString& path, const Load
     if (!Adopt(result, project, lines, path)) return Taken::Nothing;
     // A file that holds more than was read of it is not written over without a question.
     if (isFile && result.isComplete) app_.project.projectFile = file.absoluteFilePath();
+    if (isFile) NoteOpenFile(path, kStageNone);
     return Taken::Project;
 }
 
@@ -225,7 +226,14 @@ void ProjectCommands::Save(const QString& path) {
     app_.project.projectFile = QFileInfo(NormalizePath(path)).absoluteFilePath();
     MarkProjectSaved(app_.project);
     SetOpenFileName(app_.project, path);
+    NoteOpenFile(path, kStageNone);
     pane_.Say(QStringLiteral("File saved.") + LostCharactersOfProject(true));
+}
+
+void ProjectCommands::NoteOpenFile(const QString& path, uint32_t stage) {
+    OpenedFile& file = app_.project.openFile;
+    file = {QFileInfo(NormalizePath(path)).absoluteFilePath(), stage, app_.project.documents[stage].text};
+    if (openFileTouched) openFileTouched();
 }
 
 void ProjectCommands::RestorePrevious() {

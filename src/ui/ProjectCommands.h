@@ -68,6 +68,8 @@ class ProjectCommands {
     // Loads a source file into the shown stage under its own name and says so in the message pane. False when
     // it can't be read, and then nothing changed.
     bool LoadSource(const QString& path);
+    // The same under the name that the project has.
+    bool LoadSourceAgain(const QString& path);
     // Asks for a source file and puts it into the shown stage.
     void OpenFile();
     // Asks for a path and writes the shown text there; the project stays unsaved, as the file is only a copy.
@@ -86,6 +88,8 @@ class ProjectCommands {
     // Told that a load begins and that it has ended, and in between how far a fetch is. May be empty.
     std::function<void(bool isLoading)> loading;
     std::function<void(const QString& text)> fetchProgress;
+    // Told that EditingForm::openFile was read or written. May be empty.
+    std::function<void()> openFileTouched;
 
   private:
     void Save(const QString& path);
@@ -105,6 +109,7 @@ class ProjectCommands {
     bool Adopt(const ProjectFileResult& result, ShaderProject& project, const QStringList& words,
                const QString& name);
     QString LostCharactersOfProject(bool isSaved) const;
+    void NoteOpenFile(const QString& path, uint32_t stage);
 
     AppState& app_;
     MessagePane& pane_;

@@ -42,8 +42,9 @@ TEST(WorkbenchStart, SaysWhatItIsOrWhatIsWrong) {
 }
 
 TEST(WorkbenchStart, TellsFilesFromOptions) {
-    const WorkbenchOptions options =
-        ParseWorkbenchOptions(QStringLiteral("a.json -session 12_34 b.glsl -- --help -x").split(u' '));
+    const WorkbenchOptions options = ParseWorkbenchOptions(
+        QStringLiteral("--watch a.json -session 12_34 b.glsl -- --help -x").split(u' '));
+    EXPECT_TRUE(options.watch);
     EXPECT_EQ(options.files.join(u' '), QStringLiteral("a.json b.glsl --help -x"));
     EXPECT_TRUE(options.error.isEmpty() && !options.help);
 }

@@ -6,6 +6,7 @@
 #include <QImage>
 
 #include "WindowFixture.h"
+#include "platform/FileWatch.h"
 #include "render/RenderContext.h"
 #include "render/RenderThread.h"
 #include "support/HangingSurface.h"
@@ -345,6 +346,68 @@ TEST_F(PlaybackTest, ClosingTheOutputWindowKeepsTheRunStoppable) {
     EXPECT_NE(player.currentRun->request.surface, player.outputSurface);
     EXPECT_EQ(player.currentRun->request.surface->ClientSize(), size);
     EXPECT_TRUE(PumpUntil([this] { return player.currentRun->framesDrawn > 2; }));
+}
+
+TEST_F(PlaybackTest, AFileThatAnotherProgramChangesIsReadAgainAndPlayedOn) {
+    const QString path = FileWith(kTwoStageProject);
+    const auto change = [&path](const char* code) {
+        QByteArray text = kTwoStageProject;
+        EXPECT_TRUE(WriteWholeFile(path, text.replace("c=vec4(1)", code)));
+    };
+    const auto image = [] { return App()->project.documents[kStageImage].text; };
+    // Starts are random.
+    const auto isTimeKept = [] { return App()->run->playTime > 1000.0f && App()->run->playTime < 1100.0f; };
+    Run(kCmdReloadWhenChanged);
+    ASSERT_TRUE(window->Projects().Load(path));
+    ASSERT_TRUE(PlayUntilRunning() && PumpUntil([this] { return player.currentRun->framesDrawn > 2; }));
+    App()->run->timeRequest.Ask({1000.0f});
+    ASSERT_TRUE(PumpUntil(isTimeKept));
+
+    change("c=vec4(2)");
+    ASSERT_TRUE(PumpUntil([this] { return SourceOfRun().contains(u"vec4(2)") && Enabled() == u"RpSs"; }));
+    EXPECT_TRUE(isTimeKept());
+    EXPECT_EQ(player.currentRun->request.project.stages[kStageCommon].source, "// shared");
+    EXPECT_TRUE(player.currentRun->request.playedUpTo->frameCounter > 1);
+
+    // A text that doesn't compile keeps the time for the next.
+    testing::internal::CaptureStderr();
+    change("\\nc=gone");
+    EXPECT_TRUE(PumpUntil([] { return !App()->project.stageErrors[kStageImage].empty(); }));
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_NE(said.find(path.toStdString() + ":2:"), std::string::npos) << said;
+    EXPECT_NE(said.find("error: Image: "), std::string::npos) << said;
+    change("c=vec4(3)");
+    ASSERT_TRUE(PumpUntil([this] { return SourceOfRun().contains(u"vec4(3)") && Enabled() == u"RpSs"; }));
+    EXPECT_TRUE(isTimeKept());
+
+    // What this program saves is no change.
+    const std::shared_ptr<RenderRun> run = player.currentRun;
+    ReplaceText(kPlain);
+    Run(kCmdSaveProject);
+    QTest::qWait(5 * FileWatch::kQuietMs);
+    EXPECT_EQ(player.currentRun, run);
+
+    // Unsaved changes stay, unless the user gives them up.
+    ReplaceText(kBroken);
+    change("c=vec4(4)");
+    ASSERT_TRUE(PumpUntil([this] { return questions == 1; }));
+    EXPECT_EQ(image(), kBroken);
+    EXPECT_EQ(player.currentRun, run);
+    answer = true;
+    change("c=vec4(5)");
+    ASSERT_TRUE(PumpUntil([&] { return image().contains(u"vec4(5)"); }));
+    EXPECT_EQ(questions, 2);
+    EXPECT_TRUE(App()->project.previousProject) << "nor are they lost then";
+
+    // A source file is its stage's, and opening it is no change of it.
+    const QString source = FileWith("// a", QStringLiteral("glsl"));
+    SelectStage(App()->project, kStageCommon);
+    ASSERT_TRUE(window->Projects().LoadSource(source));
+    SelectStage(App()->project, kStageImage);
+    EXPECT_TRUE(WriteWholeFile(source, "// b"));
+    EXPECT_TRUE(PumpUntil([] { return App()->project.documents[kStageCommon].text == u"// b"; }));
+    EXPECT_EQ(App()->project.currentStage, uint32_t(kStageImage));
+    EXPECT_EQ(questions, 2);
 }
 
 }  // namespace
