@@ -61,8 +61,8 @@ CodeView::CodeView(QWidget* parent)
     connect(&text_, &StageText::Edited, this, &CodeView::OnEdited);
     // Marks need the layout, which hears of an edit only after that.
     connect(document(), &QTextDocument::contentsChanged, this, [this] {
-        if (marksAreStale_) RefreshErrorMarks();
         MarkBrackets();
+        if (marksAreStale_) RefreshErrorMarks();
     });
     connect(completions_, &CompletionList::Chosen, this, &CodeView::TakeCompletion);
     connect(completions_, &CompletionList::Dismissed, this, [this] { offer_.isDismissed = true; });
@@ -111,6 +111,7 @@ void CodeView::LoadDocument(StageDocument& incoming, StageSwitch how) {
     hoveredLink_ = QTextCursor();
     HideCompletions();
     offer_ = {};
+    brackets_.reset();
     setPlainText(WithLineFeeds(incoming.text));
     setUndoRedoEnabled(false);  // a new text turns it on
     text_.Follow(incoming);
@@ -180,7 +181,9 @@ void CodeView::MarkBrackets() {
     if (Shown() && !textCursor().hasSelection() && text_.Length() == Shown()->text.size() &&
         IsBracketBeside(Shown()->text, caret) && RefreshStageText())
         pair = BracketsAt(Shown()->text, Shown()->commentMap, caret);
-    if (pair == brackets_) return;
+    // An edit may have taken the marks with the brackets that it replaced.
+    if (pair == brackets_ && (!pair || !bracketsMayBeNew_)) return;
+    bracketsMayBeNew_ = false;
     brackets_ = pair;
     ShowMarks();
     if (layout_->HasLongLines()) viewport()->update();

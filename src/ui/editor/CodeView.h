@@ -201,6 +201,7 @@ class CodeView : public QPlainTextEdit {
     Offer offer_;
     bool isInKey_ = false;
     std::optional<BracketPair> brackets_;  // that are marked
+    bool bracketsMayBeNew_ = false;
     bool isLoading_ = false;
     bool marksAreStale_ = false;
 

@@ -17,6 +17,7 @@ void CodeView::OnEdited(const TextEdit& edit) {
     if (!edit.removed.contains(u'\n') && !come.contains(u'\n'))
         MoveColours(*document(), int(edit.position), int(edit.removed.size()), int(edit.added));
     coloured_ = {};
+    bracketsMayBeNew_ = true;
     marksAreStale_ = !edit.stage.errorLines.lines.empty();
     FlagRecolour();
     reportsPaint_ = true;
