@@ -20,7 +20,7 @@ void ShaderImport::GoOn(qint64 milliseconds) {
                 shader.name.isEmpty() ? QStringLiteral("one without a name") : InQuotes(shader.name);
             firstProblem_ = QStringLiteral("%1, as %2").arg(name, problem);
         }
-        if (clock.hasExpired(milliseconds)) return;
+        if (clock.elapsed() >= milliseconds) return;
     }
 }
 

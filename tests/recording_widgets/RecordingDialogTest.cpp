@@ -23,11 +23,15 @@ using namespace Qt::StringLiterals;
 
 class RecordingDialogTest : public DisplayTest {
   protected:
+    // Without the focus it loses none; a message that is gone before it had it may leave it nowhere.
+    void Activate() const {
+        dialog->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+    }
     void Show(FrameDialog* shown) {
         dialog.reset(shown);
         dialog->show();
-        dialog->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        Activate();
         controls.clear();
         for (QWidget* control : dialog->Client()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
             if (const QVariant id = control->property("controlId"); id.isValid())
@@ -50,6 +54,7 @@ class RecordingDialogTest : public DisplayTest {
     void Click(int id) const { QTest::mouseClick(controls.at(id), Qt::LeftButton); }
     void Type(int id, const QString& text) const {
         auto* edit = qobject_cast<QLineEdit*>(controls.at(id));
+        Activate();
         QTest::mouseClick(edit, Qt::LeftButton);
         edit->selectAll();
         QTest::keyClick(edit, Qt::Key_Delete);
@@ -83,6 +88,7 @@ class RecordingDialogTest : public DisplayTest {
             message = box->windowTitle() + u": "_s + box->findChild<QLabel*>(u"questionText"_s)->text();
             QTest::keyClick(box, Qt::Key_Escape);
         });
+        Activate();
         watch.start(5);
         Click(id);
         return message;
