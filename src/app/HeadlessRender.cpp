@@ -125,9 +125,10 @@ int RenderMain(const QStringList& arguments) {
         return Refuse(
             QStringLiteral("%1\n\"pixelgrove-render --help\" lists the options.").arg(parsed.error));
     }
-    if (parsed.options.help) {
-        std::fputs(RenderUsage().toLocal8Bit().constData(), stdout);
-        return kExitDone;
+    if (parsed.options.help || parsed.options.version) {
+        return PrintToStdout(parsed.options.help
+                                 ? RenderUsage().toLocal8Bit()
+                                 : QByteArrayLiteral("pixelgrove-render " PIXELGROVE_VERSION "\n"));
     }
     if (!AllocateGlobals()) return Refuse(QStringLiteral("no memory."));
     AppState& app = *App();

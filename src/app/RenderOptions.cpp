@@ -163,7 +163,7 @@ QString NoValueFor(const QString& name, const QString& value, QLatin1String take
 
 // What the options say together; empty when it makes sense.
 QString Contradiction(const RenderOptions& options, const QStringList& given) {
-    if (options.help) return {};
+    if (options.help || options.version) return {};
     if (options.project.isEmpty()) return QStringLiteral("No project given.");
     for (const char* name : {"--out", "--format", "--jobs"}) {
         if (options.pipe != PipeForm::None && given.contains(QLatin1String(name)))
@@ -207,6 +207,8 @@ QString RenderUsage() {
         "  --check               compile only\n"
         "  --format-errors FORM  compile messages as \"Image(4): error: ...\" (plain), or as\n"
         "                        \"FILE:LINE:COLUMN: error: ...\" for editors (gcc)\n"
+        "  --help                show this text\n"
+        "  --version             show the program's version\n"
         "Exit status: 0 done, 1 the project doesn't compile, 2 wrong usage, or a file or\n"
         "shader that can't be had.\n");
 }
@@ -239,6 +241,8 @@ ParsedOptions ParseRenderOptions(const QStringList& arguments) {
             options.checkOnly = true;
         } else if (argument == QLatin1String("--help") || argument == QLatin1String("-h")) {
             options.help = true;
+        } else if (argument == QLatin1String("--version")) {
+            options.version = true;
         } else if (argument.startsWith(u'-')) {
             parsed.error = QStringLiteral("Unknown option %1.").arg(argument);
         } else if (options.project.isEmpty()) {

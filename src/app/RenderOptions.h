@@ -40,6 +40,7 @@ struct RenderOptions {
     bool checkOnly = false;
     bool gccErrors = false;  // messages in the form of core/ProblemLines.h
     bool help = false;
+    bool version = false;
 };
 
 struct ParsedOptions {

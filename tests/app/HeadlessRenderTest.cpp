@@ -292,6 +292,7 @@ TEST_F(HeadlessRender, BadProjectFilesAreTwoAndSayWhy) {
         EXPECT_EQ(Run(line).exitCode, 2) << line;
     }
     EXPECT_EQ(Run("--help").exitCode, 0);
+    EXPECT_TRUE(Run("--version").out.startsWith(QLatin1String("pixelgrove-render ")));
 }
 
 TEST_F(HeadlessRender, MediaThatLieAreACompileFailure) {
