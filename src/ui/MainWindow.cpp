@@ -376,7 +376,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
             if (event->type() == QEvent::Drop)
                 dropEvent(drop);
             else
-                drop->acceptProposedAction();
+                AcceptAsCopy(*drop);
             return true;
         }
         default:
@@ -386,23 +386,13 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-    if (IsLoadable(*event->mimeData(), projects_.service)) {
-        event->acceptProposedAction();
-    } else if (IsTextFromOutside(*event)) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    }
+    if (IsLoadable(*event->mimeData(), projects_.service) || IsTextFromOutside(*event)) AcceptAsCopy(*event);
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
     const bool isText = !IsLoadable(*event->mimeData(), projects_.service);
     if (isText && !IsTextFromOutside(*event)) return;
-    if (isText) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    } else {
-        event->acceptProposedAction();
-    }
+    AcceptAsCopy(*event);
     // The program that it comes from waits for this event to end; a question may take long.
     const QStringList paths = DroppedFiles(*event->mimeData());
     const QString shader = DroppedShader(*event->mimeData(), projects_.service);

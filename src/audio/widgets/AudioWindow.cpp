@@ -16,7 +16,6 @@ constexpr int kPeriodMs = 22;
 constexpr double kHomingSteps = 8192;
 // So long after the last block, in periods, nothing plays: packets may come rarely at first.
 constexpr int kQuietTicks = 45;
-constexpr int kSmallestPart = 2;  // of the base size
 
 // No level in any column, and a waveform without a wave.
 bool IsSilent(const AudioBlock& rows) {
@@ -42,11 +41,7 @@ AudioWindow::~AudioWindow() = default;
 void AudioWindow::SetUpForm() {
     Client()->setFont(FormFont());
     form_->setupUi(Client());
-    setWindowTitle(Client()->windowTitle());
-    const QSize base = Client()->size();
-    SetMinimumClientSize(base / kSmallestPart);
-    ResizeClient(base);
-    AttachScaling(*Client());
+    FitToForm(*this);
     form_->sensitivitySlider->setFocus();
 }
 

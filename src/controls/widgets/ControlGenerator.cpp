@@ -16,12 +16,8 @@ ControlGenerator::ControlGenerator(QWidget* owner, std::function<void(const QStr
     : FrameDialog(owner), form_(std::make_unique<Ui::ControlDialog>()), insert_(std::move(insert)) {
     Client()->setFont(FormFont());
     form_->setupUi(Client());
-    setWindowTitle(Client()->windowTitle());
     SetRegistryName(QString::fromUtf16(kControlCreatorDlg));
-    const QSize base = Client()->size();
-    SetMinimumClientSize(base / 2);
-    ResizeClient(base);
-    AttachScaling(*Client());
+    FitToForm(*this);
 
     connect(form_->controlTypeCombo, &QComboBox::currentIndexChanged, this,
             &ControlGenerator::OnControlChosen);

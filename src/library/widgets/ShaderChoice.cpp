@@ -42,11 +42,7 @@ ShaderChoice::ShaderChoice(QWidget* owner, const FoundShaders& found)
       shown_(new QSortFilterProxyModel(this)) {
     Client()->setFont(FormFont());
     form_->setupUi(Client());
-    setWindowTitle(Client()->windowTitle());
-    const QSize base = Client()->size();
-    SetMinimumClientSize(base / 2);
-    ResizeClient(base);
-    AttachScaling(*Client());
+    FitToForm(*this);
 
     form_->openButton->setDefault(true);
     const QString all = QStringLiteral("%1 shaders").arg(qsizetype(found_.shaders.size()) + found_.leftOut);

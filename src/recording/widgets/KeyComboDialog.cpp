@@ -15,11 +15,7 @@ KeyComboDialog::KeyComboDialog(QWidget* owner, RecorderSettings& recorder, Recor
     : FrameDialog(owner), form_(std::make_unique<Ui::KeyComboDialog>()), recorder_(recorder), table_(table) {
     Client()->setFont(FormFont());
     form_->setupUi(Client());
-    setWindowTitle(Client()->windowTitle());
-    const QSize base = Client()->size();
-    SetMinimumClientSize(base / 2);
-    ResizeClient(base);
-    AttachScaling(*Client());
+    FitToForm(*this);
 
     connect(form_->comboList, &QComboBox::currentIndexChanged, this, [this] {
         ShowRow(TakeSelectedKeyCombo(*form_->comboList, table_));

@@ -53,11 +53,7 @@ RecordingDialog::RecordingDialog(QWidget* owner, AppState& app, RecorderSettings
       table_(table) {
     Client()->setFont(FormFont());
     form_->setupUi(Client());
-    setWindowTitle(Client()->windowTitle());
-    const QSize base = Client()->size();
-    SetMinimumClientSize(base / 2);
-    ResizeClient(base);
-    AttachScaling(*Client());
+    FitToForm(*this);
 
     const auto* digits = new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), this);
     for (QLineEdit* edit : {form_->widthEdit, form_->heightEdit, form_->delayEdit})

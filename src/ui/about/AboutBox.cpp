@@ -42,11 +42,7 @@ bool IsDocument(AboutPage page) {
 AboutBox::AboutBox(QWidget* owner, AboutSources sources)
     : FrameWindow(Kind::Dialog, owner), form_(MakeForm(Client())), sources_(std::move(sources)) {
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(Client()->windowTitle());
-    const QSize base = Client()->size();
-    SetMinimumClientSize(base / 2);
-    ResizeClient(base);
-    AttachScaling(*Client());
+    FitToForm(*this);
     SetUpPageView(*form_->pageText);
     ConnectButtons();
     StartUpdateCheck();

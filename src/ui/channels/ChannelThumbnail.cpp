@@ -12,6 +12,7 @@
 #include "ui/channels/ChannelDrop.h"
 #include "ui/channels/ChannelPictures.h"
 #include "ui/text/ChannelTooltip.h"
+#include "windows/widgets/DroppedFiles.h"
 
 namespace pixelgrove {
 
@@ -105,7 +106,7 @@ void ChannelThumbnail::dragEnterEvent(QDragEnterEvent* event) {
         event->ignore();
         return;
     }
-    event->acceptProposedAction();
+    AcceptAsCopy(*event);
     ShowDrag(true);
 }
 
@@ -115,7 +116,7 @@ void ChannelThumbnail::dragLeaveEvent(QDragLeaveEvent*) {
 
 void ChannelThumbnail::dropEvent(QDropEvent* event) {
     ShowDrag(false);
-    event->acceptProposedAction();
+    AcceptAsCopy(*event);
     Q_EMIT MediumDropped(DroppedMedium(*event->mimeData()));
 }
 

@@ -38,11 +38,7 @@ FindDialog::Fields FindDialog::SetUpForm(QWidget& client, bool replace) {
 FindDialog::FindDialog(bool replace, const FindTexts& texts, QWidget* owner)
     : FrameWindow(Kind::Dialog, owner), fields_(SetUpForm(*Client(), replace)) {
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(Client()->windowTitle());
-    const QSize base = Client()->size();
-    SetMinimumClientSize(base / 2);
-    ResizeClient(base);
-    AttachScaling(*Client());
+    FitToForm(*this);
 
     fields_.what->setText(texts.what);
     if (fields_.with) fields_.with->setText(texts.with);

@@ -36,11 +36,7 @@ PaletteBrowser::PaletteBrowser(QWidget* owner, const PaletteBrowserSetup& setup,
     : FrameDialog(owner), setup_(setup), memory_(memory), form_(std::make_unique<Ui::PaletteBrowser>()) {
     Client()->setFont(FormFont());
     form_->setupUi(Client());
-    setWindowTitle(Client()->windowTitle());
-    const QSize base = Client()->size();
-    SetMinimumClientSize(base / 2);
-    ResizeClient(base);
-    AttachScaling(*Client());
+    FitToForm(*this);
     setAcceptDrops(true);
 
     if (setup.source == PaletteSource::Files) form_->selectButton->setText(QStringLiteral("Files..."));
@@ -161,15 +157,13 @@ bool PaletteBrowser::eventFilter(QObject* watched, QEvent* event) {
 // The files are looked at, so they are copied even where they would be moved.
 void PaletteBrowser::dragEnterEvent(QDragEnterEvent* event) {
     if (DroppedFiles(*event->mimeData()).isEmpty()) return;
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    AcceptAsCopy(*event);
 }
 
 void PaletteBrowser::dropEvent(QDropEvent* event) {
     const QStringList paths = DroppedFiles(*event->mimeData());
     if (paths.isEmpty()) return;
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    AcceptAsCopy(*event);
     const QString& first = paths.constFirst();
     ShowFiles(paths, IsFolder(first) ? first : QFileInfo(first).path());
 }

@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "windows/widgets/FrameWindow.h"
+
 namespace pixelgrove {
 
 namespace {
@@ -224,6 +226,15 @@ FormScaler* ScalerOf(const QPointer<QObject>& object) {
 
 void AttachScaling(QWidget& form, bool mainWindow) {
     if (!FindScaler(form)) new FormScaler(form, mainWindow);
+}
+
+void FitToForm(FrameWindow& window, int smallestPart) {
+    QWidget& form = *window.Client();
+    window.setWindowTitle(form.windowTitle());
+    const QSize base = form.size();
+    window.SetMinimumClientSize(base / smallestPart);
+    window.ResizeClient(base);
+    AttachScaling(form);
 }
 
 void Rescale(QWidget& form) {

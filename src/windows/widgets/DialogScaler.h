@@ -17,6 +17,8 @@
 
 namespace pixelgrove {
 
+class FrameWindow;
+
 // A widget whose dynamic property of this name is true keeps its own font.
 inline constexpr char kKeepFont[] = "keepFont";
 
@@ -25,6 +27,10 @@ inline constexpr char kKeepFont[] = "keepFont";
 // are first shown. Once per form; ends with the form.
 // mainWindow: places of children that are added later are taken as base places, not divided by the scale.
 void AttachScaling(QWidget& form, bool mainWindow = false);
+
+// Fits a window that isn't shown yet to the form that was set up on its client area, and attaches scaling:
+// the form's title and size are the window's, which can be made smaller down to a part of that size.
+void FitToForm(FrameWindow& window, int smallestPart = 2);
 
 // Applies the form's present size; nothing for a widget without AttachScaling.
 void Rescale(QWidget& form);

@@ -1,5 +1,6 @@
 #include "windows/widgets/DroppedFiles.h"
 
+#include <QDropEvent>
 #include <QMimeData>
 #include <QUrl>
 
@@ -10,6 +11,11 @@ QStringList DroppedFiles(const QMimeData& data) {
     for (const QUrl& url : data.urls())
         if (url.isLocalFile()) paths.append(url.toLocalFile());
     return paths;
+}
+
+void AcceptAsCopy(QDropEvent& event) {
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
 }
 
 }  // namespace pixelgrove
