@@ -1,10 +1,12 @@
 #include "library/widgets/BrowserWindow.h"
 
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QVBoxLayout>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -99,6 +101,15 @@ void BrowserWindow::SetUpList() {
     list.setStyleSheet(QStringLiteral("QTreeView { background: %1; color: %2; }")
                            .arg(FromBgr(colours[UiColour::ListViewBackground]).name(),
                                 FromBgr(colours[UiColour::ListViewText]).name()));
+    hint_ = new QLabel(
+        QStringLiteral("Search for a word, or with an empty field for all. Offline Mode searches the shaders "
+                       "that are kept on this machine. Playlists are in the File menu."),
+        list.viewport());
+    hint_->setProperty("faint", true);
+    hint_->setWordWrap(true);
+    hint_->setAlignment(Qt::AlignCenter);
+    hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    (new QVBoxLayout(list.viewport()))->addWidget(hint_);
     connect(&list, &QTreeView::activated, this, &BrowserWindow::LoadRow);
     connect(&list, &QWidget::customContextMenuRequested, this, &BrowserWindow::PopUpMenu);
     connect(list.header(), &QHeaderView::sectionClicked, this, &BrowserWindow::SortBy);
@@ -138,6 +149,7 @@ void BrowserWindow::ShowPage() {
     FitColumns();
     form_->resultList->header()->setSortIndicatorShown(false);
     form_->resultList->scrollToTop();
+    if (!context_.results.empty() || search_) hint_->hide();
     form_->pageField->Show(context_.page);
     form_->pagesLabel->setText(QStringLiteral("of %1").arg(PageCount(context_)));
     WantDetails();

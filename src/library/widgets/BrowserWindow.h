@@ -18,6 +18,7 @@
 #include "windows/widgets/FrameWindow.h"
 #include "windows/widgets/UserDialogs.h"
 
+class QLabel;
 class QMenu;
 
 namespace Ui {
@@ -103,8 +104,9 @@ class BrowserWindow : public FrameWindow {
     StringList* recent_;
     const BrowserRoads roads_;
     std::unique_ptr<Ui::ShadertoyBrowse> form_;
-    QSize base_;            // of the form
-    int headerHeight_ = 0;  // of its upper part, as the next
+    QLabel* hint_ = nullptr;  // in the list until there was something to show
+    QSize base_;              // of the form
+    int headerHeight_ = 0;    // of its upper part, as the next
     int listMargin_ = 0;
     SearchContext context_;
     ResultModel model_{context_};
