@@ -1,11 +1,18 @@
 // The About box: its pages, its links, and the check for a newer build while it lives.
 #include "ui/about/AboutBox.h"
 
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <algorithm>
+#include <cmath>
+#include <string>
 #include <utility>
 
 #include "WindowFixture.h"
+#include "commands/MenuTable.h"
 #include "core/BaseFolders.h"
 #include "support/TestService.h"
 #include "ui/about/PageView.h"
@@ -33,6 +40,16 @@ class AboutBoxTest : public WindowTest {
         return ShowAboutBox(*window, sources, slot, page);
     }
 
+    // The documents as they lie where the program is installed.
+    AboutBox& OpenDocuments(AboutPage page) {
+        const QString source = QStringLiteral(PIXELGROVE_SOURCE_DIR);
+        for (const QString& name : QDir(source + QStringLiteral("/data/Help")).entryList(QDir::Files))
+            QFile::link(source + QStringLiteral("/data/Help/") + name, documents.filePath(name));
+        QFile::link(source + QStringLiteral("/docs/guide"), documents.filePath(QStringLiteral("Guide")));
+        return Open({.documents = documents.path(), .openUrl = window->Projects().dialogs.openUrl}, page);
+    }
+
+    QTemporaryDir documents;
     QPointer<AboutBox> slot;
 };
 
@@ -59,37 +76,135 @@ TEST_F(AboutBoxTest, CommandsShowTheirPagesInOneBox) {
     EXPECT_TRUE(PumpUntil([this] { return Box() == nullptr; }));
 }
 
-TEST_F(AboutBoxTest, LinksLeadToHeadingsAndToTheBrowser) {
-    const QString documents = QStringLiteral(PIXELGROVE_SOURCE_DIR "/data/Help");
-    AboutBox& box =
-        Open({.documents = documents, .openUrl = window->Projects().dialogs.openUrl}, AboutPage::About);
-    int headings = 0, pages = 0;
-    for (const AboutPage page : {AboutPage::About, AboutPage::Help, AboutPage::License, AboutPage::Thanks}) {
+TEST_F(AboutBoxTest, LinksOfTheDocumentsLeadToTheBrowser) {
+    AboutBox& box = OpenDocuments(AboutPage::About);
+    int links = 0;
+    for (const AboutPage page : {AboutPage::About, AboutPage::License, AboutPage::Thanks}) {
         box.ShowPage(page);
-        QTextBrowser& view = *View(box);
         EXPECT_FALSE(Text(box).startsWith(QStringLiteral("Missing file"))) << int(page);
-        QStringList links;
-        for (QTextBlock block = view.document()->begin(); block.isValid(); block = block.next())
-            for (const auto& range : block.textFormats())
-                if (range.format.isAnchor()) links.append(range.format.anchorHref());
-        for (const QString& link : links) {
-            const bool isHeading = link.startsWith(u'#');
-            ++(isHeading ? headings : pages);
-            if (isHeading)
-                EXPECT_TRUE(ScrollToHeading(view, link.sliced(1))) << qPrintable(link);
-            else
-                EXPECT_EQ(QUrl(link).scheme(), QStringLiteral("https")) << qPrintable(link);
-        }
+        for (QTextBlock block = View(box)->document()->begin(); block.isValid(); block = block.next())
+            for (const auto& range : block.textFormats()) {
+                if (!range.format.isAnchor()) continue;
+                ++links;
+                EXPECT_EQ(QUrl(range.format.anchorHref()).scheme(), QStringLiteral("https"));
+            }
     }
-    EXPECT_GT(headings, 15);
-    EXPECT_GT(pages, 10);
-    box.ShowPage(AboutPage::Help);
-    QTextBrowser& view = *View(box);
-    Q_EMIT view.anchorClicked(QUrl(QStringLiteral("#keys")));
-    EXPECT_EQ(view.cursorForPosition(QPoint(60, 8)).block().text(), QStringLiteral("Keys"));
-    EXPECT_TRUE(opened.isEmpty());
-    Q_EMIT view.anchorClicked(QUrl(QStringLiteral("https://example.org/a")));
+    EXPECT_GT(links, 10);
+    Q_EMIT View(box)->anchorClicked(QUrl(QStringLiteral("https://example.org/a")));
     EXPECT_EQ(opened, QStringList(QStringLiteral("https://example.org/a")));
+}
+
+TEST_F(AboutBoxTest, TheGuideIsWalkedBackAndForth) {
+    AboutBox& box = OpenDocuments(AboutPage::Help);
+    QTextBrowser& view = *View(box);
+    // The page, and the line at its upper border.
+    const auto place = [&] {
+        const QTextBlock atTop = view.cursorForPosition(QPoint(60, 8)).block();
+        return (view.document()->begin().text() + u'/' + atTop.text()).toStdString();
+    };
+    const std::string top = "Working with Pixelgrove/Working with Pixelgrove";
+    EXPECT_EQ(place(), top);
+    const struct {
+        const char* link;  // or which button
+        std::string place;
+    } rows[] = {
+        {"#the-main-window", "Working with Pixelgrove/The main window"},
+        {"Stages.md#include-files", "Stages, channels and inputs/Include files"},
+        {"backButton", "Working with Pixelgrove/The main window"},
+        {"backButton", top},
+        {"forwardButton", "Working with Pixelgrove/The main window"},
+        {"forwardButton", "Stages, channels and inputs/Include files"},
+        {"Nowhere.md", "Missing file: Nowhere.md/Missing file: Nowhere.md"},
+        {"helpButton", top},
+        {"backButton", "Missing file: Nowhere.md/Missing file: Nowhere.md"},
+    };
+    for (const auto& [link, expected] : rows) {
+        if (QByteArrayView(link).endsWith("Button"))
+            Click(box, link);
+        else
+            Q_EMIT view.anchorClicked(QUrl(QString::fromLatin1(link)));
+        EXPECT_EQ(place(), expected) << link;
+    }
+    EXPECT_TRUE(opened.isEmpty());
+    ASSERT_TRUE(PumpUntil([&box] { return box.isActiveWindow(); }));
+    QTest::keyClick(&view, Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(place(), rows[1].place);
+    EXPECT_EQ(box.findChild<QPushButton*>(QStringLiteral("forwardButton"))->isEnabled(), true);
+    Click(box, "thanksButton");
+    EXPECT_EQ(box.findChild<QPushButton*>(QStringLiteral("forwardButton"))->isEnabled(), false);
+}
+
+TEST_F(AboutBoxTest, PicturesAreAsWideAsTheTextAtMost) {
+    AboutBox& box = OpenDocuments(AboutPage::Help);
+    const QTextDocument& document = *View(box)->document();
+    const auto widths = [&] {
+        QList<double> found;
+        for (const QTextFormat& format : document.allFormats())
+            if (format.isImageFormat() && format.toImageFormat().width() > 0)
+                found.append(format.toImageFormat().width());
+        return found;
+    };
+    const auto widest = [&](double room) {
+        const QList<double> all = widths();
+        return std::ranges::any_of(all, [room](double width) { return std::abs(width - room) < 1; });
+    };
+    const auto room = [&] { return View(box)->viewport()->width() - 2 * document.documentMargin(); };
+    EXPECT_TRUE(widest(room()));
+    const double before = room();
+    box.ResizeClient(box.Client()->size() * 0.8);
+    ASSERT_TRUE(PumpUntil([&] { return room() < before - 50; }));
+    EXPECT_TRUE(widest(room()));
+}
+
+TEST_F(AboutBoxTest, TheGuideNamesEachEntryOfTheMenusAndEachKey) {
+    const QDir guide(QStringLiteral(PIXELGROVE_SOURCE_DIR "/docs/guide"));
+    QString all;
+    for (const QString& page : guide.entryList({QStringLiteral("*.md")}))
+        all += DocumentText(guide.path(), page);
+    const QStringList keyRows = DocumentText(guide.path(), QStringLiteral("Keys.md")).split(u'\n');
+    // In the guide keys are written as people call them.
+    const auto isInKeyTable = [&keyRows](QString key, const QString& entry) {
+        key.replace(QStringLiteral("Return"), QStringLiteral("Enter"));
+        key.replace(QStringLiteral("++"), QStringLiteral("+plus"))
+            .replace(QStringLiteral("+-"), QStringLiteral("+minus"));
+        return std::ranges::any_of(keyRows, [&](const QString& row) {
+            return row.section(u'|', 1, 1).trimmed().split(QStringLiteral(", ")).contains(key) &&
+                   row.contains(entry);
+        });
+    };
+    int entries = 0, keys = 0;
+    for (const auto& rows : {MenuBarRows(), EditorMenuRows(), OutputMenuRows(), BrowserMenuRows(),
+                             ChannelMenuRows(true), StageMenuRows()})
+        for (const MenuRow& row : rows) {
+            const bool isSite = row.commandId >= kCmdSiteBookOfShaders && row.commandId <= kCmdSiteOneShader;
+            if (*row.text == 0 || row.kind == MenuRowKind::Placeholder || isSite) continue;
+            QString text = QString::fromUtf16(row.text).remove(u'&');
+            while (text.endsWith(u'.') || text.endsWith(u','))
+                text.chop(1);
+            ++entries;
+            EXPECT_TRUE(all.contains(text, Qt::CaseInsensitive)) << qPrintable(text);
+            for (const QString& key :
+                 QString::fromLatin1(row.keys).split(QStringLiteral("; "), Qt::SkipEmptyParts)) {
+                ++keys;
+                EXPECT_TRUE(key == QLatin1String("Ctrl+=") || isInKeyTable(key, u'*' + text))
+                    << qPrintable(key);
+            }
+        }
+    for (const KeyRow& row : KeyRows())
+        for (const QString& key : QString::fromLatin1(row.keys).split(QStringLiteral("; ")))
+            EXPECT_TRUE(isInKeyTable(key, {})) << qPrintable(key);
+    // The windows' own entries lead to their pages.
+    const QStringList overview = DocumentText(guide.path(), QStringLiteral("Overview.md")).split(u'\n');
+    for (const int command :
+         {kCmdAnimationWindow, kCmdShadertoyBrowser, kCmdAudioConfiguration, kCmdRecordingSettings}) {
+        const MenuRow& row = *std::ranges::find(MenuBarRows(), command, &MenuRow::commandId);
+        const QString entry = QStringLiteral("*Windows > %1*").arg(QString::fromUtf16(row.text).remove(u'&'));
+        EXPECT_TRUE(std::ranges::any_of(overview, [&entry](const QString& line) {
+            return line.contains(entry) && line.contains(QStringLiteral(".md)"));
+        })) << qPrintable(entry);
+    }
+    EXPECT_GT(entries, 100);
+    EXPECT_GT(keys, 30);
 }
 
 TEST_F(AboutBoxTest, TextIsFoundRoundThePage) {

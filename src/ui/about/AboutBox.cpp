@@ -2,11 +2,15 @@
 
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QShortcut>
 #include <utility>
 
 #include "core/BaseFolders.h"
 #include "look/widgets/Theme.h"
 #include "platform/LoadedLibraries.h"
+#include "ui/about/PagePictures.h"
 #include "ui/about/PageView.h"
 #include "ui_AboutBox.h"
 #include "windows/widgets/DialogScaler.h"
@@ -32,20 +36,19 @@ std::array<QPushButton*, size_t(AboutPage::Count)> PageButtons(const Ui::AboutBo
             form.foldersButton, form.thanksButton, form.propertiesButton};
 }
 
-bool IsDocument(AboutPage page) {
-    return page == AboutPage::About || page == AboutPage::Help || page == AboutPage::License ||
-           page == AboutPage::Thanks;
-}
-
 }  // namespace
 
 AboutBox::AboutBox(QWidget* owner, AboutSources sources)
-    : FrameWindow(Kind::Dialog, owner), form_(MakeForm(Client())), sources_(std::move(sources)) {
+    : FrameWindow(Kind::Dialog, owner),
+      form_(MakeForm(Client())),
+      sources_(std::move(sources)),
+      pictures_(std::make_unique<PagePictures>(*form_->pageText)) {
     setAttribute(Qt::WA_DeleteOnClose);
     FitToForm(*this);
     SetUpPageView(*form_->pageText);
     ConnectButtons();
     StartUpdateCheck();
+    form_->pageText->viewport()->installEventFilter(this);
     form_->pageText->setFocus();
     QTimer::singleShot(kRaiseAfterMs, this, &QWidget::raise);
 }
@@ -67,6 +70,13 @@ void AboutBox::ConnectButtons() {
         connect(siteButtons[i], &QAbstractButton::clicked, this,
                 [this, i] { sources_.openUrl(sources_.sites[i].address); });
     }
+    form_->backButton->SetPicture(SitePicture::Back);
+    form_->forwardButton->SetPicture(SitePicture::Forward);
+    connect(form_->backButton, &QAbstractButton::clicked, this, &AboutBox::GoBack);
+    connect(form_->forwardButton, &QAbstractButton::clicked, this, &AboutBox::GoForward);
+    // Ahead of the view, which has such keys too.
+    new QShortcut(QKeySequence::Back, this, this, &AboutBox::GoBack);
+    new QShortcut(QKeySequence::Forward, this, this, &AboutBox::GoForward);
     connect(form_->pageText, &QTextBrowser::anchorClicked, this, &AboutBox::FollowLink);
     connect(form_->findEdit, &QLineEdit::textEdited, this,
             [this](const QString& text) { FindOnPage(*form_->pageText, text, FindStep::Again); });
@@ -89,7 +99,7 @@ void AboutBox::TakeUpdateText() {
     if (!text) return;
     updateTimer_.stop();
     updateText_ = *text;
-    if (page_ == AboutPage::Updates) ShowPage(page_);
+    if (shown_ && shown_->page == AboutPage::Updates) Show(PresentPlace());
 }
 
 QString AboutBox::PlainText(AboutPage page) const {
@@ -106,19 +116,59 @@ QString AboutBox::PlainText(AboutPage page) const {
 }
 
 void AboutBox::ShowPage(AboutPage page) {
-    page_ = page;
-    PageButtons(*form_)[size_t(page)]->setChecked(true);
-    if (IsDocument(page))
-        ShowDocument(*form_->pageText, DocumentText(page, sources_.documents));
-    else
-        ShowPlainText(*form_->pageText, PlainText(page));
+    const QString document = DocumentOf(page);
+    // Pressed again, it leads to the page's top.
+    if (!shown_ || shown_->page != page || shown_->document != document) Leave();
+    Show({.page = page, .document = document});
+}
+
+AboutBox::Place AboutBox::PresentPlace() const {
+    Place place = *shown_;
+    place.scroll = form_->pageText->verticalScrollBar()->value();
+    return place;
+}
+
+// Keeps the present place for the way back.
+void AboutBox::Leave() {
+    if (shown_) back_.append(PresentPlace());
+    forward_.clear();
+}
+
+void AboutBox::Show(const Place& place) {
+    const bool isOther = !shown_ || shown_->page != place.page || shown_->document != place.document;
+    shown_ = place;
+    PageButtons(*form_)[size_t(place.page)]->setChecked(true);
+    QTextBrowser& view = *form_->pageText;
+    if (place.document.isEmpty()) {
+        ShowPlainText(view, PlainText(place.page));
+    } else if (isOther) {
+        ShowDocument(view, DocumentText(sources_.documents, place.document));
+        pictures_->Show(sources_.documents + u'/' + LinkedDocument(place.document, {}));
+    }
+    ScrollTo(view, place.scroll);
+    form_->backButton->setEnabled(!back_.isEmpty());
+    form_->forwardButton->setEnabled(!forward_.isEmpty());
+}
+
+void AboutBox::Return(QList<Place>& from, QList<Place>& to) {
+    if (from.isEmpty()) return;
+    to.append(PresentPlace());
+    Show(from.takeLast());
 }
 
 void AboutBox::FollowLink(const QUrl& link) {
-    if (link.scheme().isEmpty())
-        ScrollToHeading(*form_->pageText, link.fragment());
-    else
+    if (!link.scheme().isEmpty()) {
         sources_.openUrl(link);
+        return;
+    }
+    Leave();
+    Place place = PresentPlace();
+    if (!link.path().isEmpty()) {
+        place.document = LinkedDocument(place.document, link.path());
+        place.scroll = 0;
+    }
+    Show(place);
+    if (link.hasFragment()) ScrollToHeading(*form_->pageText, link.fragment());
 }
 
 bool AboutBox::TakeFindKey(const QKeyEvent& event) {
@@ -135,6 +185,15 @@ bool AboutBox::TakeFindKey(const QKeyEvent& event) {
         return false;
     }
     return true;
+}
+
+// The mouse's own buttons for going back and forth.
+bool AboutBox::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::MouseButtonPress) return FrameWindow::eventFilter(watched, event);
+    const Qt::MouseButton button = static_cast<QMouseEvent*>(event)->button();
+    if (button == Qt::BackButton) GoBack();
+    if (button == Qt::ForwardButton) GoForward();
+    return button == Qt::BackButton || button == Qt::ForwardButton;
 }
 
 void AboutBox::keyPressEvent(QKeyEvent* event) {

@@ -1,5 +1,7 @@
 #include "ui/about/AboutPages.h"
 
+#include <QDir>
+
 #include "core/BaseFolders.h"
 #include "core/SeedData.h"
 #include "platform/Files.h"
@@ -9,21 +11,6 @@ namespace pixelgrove {
 namespace {
 
 const QString kLineEnd = QStringLiteral("\r\n");
-
-QString DocumentFile(AboutPage page) {
-    switch (page) {
-        case AboutPage::About:
-            return QStringLiteral("About.md");
-        case AboutPage::Help:
-            return QStringLiteral("Overview.md");
-        case AboutPage::License:
-            return QStringLiteral("License.md");
-        case AboutPage::Thanks:
-            return QStringLiteral("Thanks.md");
-        default:
-            return {};
-    }
-}
 
 QString Rows(const QStringList& paths) {
     QString rows;
@@ -39,10 +26,29 @@ QString HelpFolder() {
     return IsFolder(beside) ? beside : InstalledDataFolder() + u'/' + kHelpFolder;
 }
 
-QString DocumentText(AboutPage page, const QString& folder) {
-    const QString name = DocumentFile(page);
-    const std::optional<QByteArray> bytes = ReadWholeFile(folder + u'/' + name);
-    return bytes ? QString::fromUtf8(*bytes) : QStringLiteral("Missing file: ") + name;
+QString DocumentOf(AboutPage page) {
+    switch (page) {
+        case AboutPage::About:
+            return QStringLiteral("About.md");
+        case AboutPage::Help:
+            return QStringLiteral("Guide/Overview.md");
+        case AboutPage::License:
+            return QStringLiteral("License.md");
+        case AboutPage::Thanks:
+            return QStringLiteral("Thanks.md");
+        default:
+            return {};
+    }
+}
+
+QString LinkedDocument(const QString& document, const QString& link) {
+    return QDir::cleanPath(document.first(document.lastIndexOf(u'/') + 1) + link);
+}
+
+QString DocumentText(const QString& folder, const QString& document) {
+    const std::optional<QByteArray> bytes = ReadWholeFile(folder + u'/' + document);
+    return bytes ? QString::fromUtf8(*bytes)
+                 : QStringLiteral("Missing file: ") + document.sliced(document.lastIndexOf(u'/') + 1);
 }
 
 QString FolderListing(const QString& libraryFolder, const QStringList& libraries) {

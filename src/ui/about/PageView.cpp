@@ -158,11 +158,16 @@ void ShowPlainText(QTextBrowser& view, const QString& text) {
     view.verticalScrollBar()->setValue(0);
 }
 
+void ScrollTo(QTextBrowser& view, int position) {
+    view.document()->documentLayout()->pageCount();  // lays out all of it
+    view.verticalScrollBar()->setValue(position);
+}
+
 bool ScrollToHeading(QTextBrowser& view, const QString& name) {
     for (QTextBlock block = view.document()->begin(); block.isValid(); block = block.next()) {
         if (block.blockFormat().headingLevel() == 0 || HeadingName(block.text()) != name) continue;
         const QRectF place = view.document()->documentLayout()->blockBoundingRect(block);
-        view.verticalScrollBar()->setValue(int(place.top()));
+        ScrollTo(view, int(place.top()));
         view.setTextCursor(QTextCursor(block));
         return true;
     }

@@ -15,6 +15,9 @@ void ShowDocument(QTextBrowser& view, const QString& markdown);
 // Letter for letter: whatever stands in it, it is no markup.
 void ShowPlainText(QTextBrowser& view, const QString& text);
 
+// Also to where the text has not been laid out yet.
+void ScrollTo(QTextBrowser& view, int position);
+
 // Scrolls to the heading that a link in the document names: its words in small letters with '-' between them.
 // False without such a heading.
 bool ScrollToHeading(QTextBrowser& view, const QString& name);

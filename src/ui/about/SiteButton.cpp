@@ -53,6 +53,15 @@ void DrawOne(QPainter& painter) {
     painter.drawPolyline(QPolygonF({{9.5, 9.5}, {12.5, 7.5}, {12.5, 16.5}}));
 }
 
+void DrawArrow(QPainter& painter, bool back) {
+    if (back) {
+        painter.translate(kGridSide, 0);
+        painter.scale(-1, 1);
+    }
+    painter.drawLine(QPointF(4, 12), QPointF(19.5, 12));
+    painter.drawPolyline(QPolygonF({{13, 5.5}, {19.5, 12}, {13, 18.5}}));
+}
+
 void Draw(QPainter& painter, SitePicture picture) {
     switch (picture) {
         case SitePicture::Book:
@@ -65,6 +74,9 @@ void Draw(QPainter& painter, SitePicture picture) {
             return DrawPlayer(painter);
         case SitePicture::One:
             return DrawOne(painter);
+        case SitePicture::Back:
+        case SitePicture::Forward:
+            return DrawArrow(painter, picture == SitePicture::Back);
         case SitePicture::None:
             return;
     }
@@ -85,7 +97,8 @@ void SiteButton::paintEvent(QPaintEvent* event) {
     painter.translate(width() / 2.0, height() / 2.0);
     painter.scale(scale, scale);
     painter.translate(-kGridSide / 2, -kGridSide / 2);
-    painter.setPen(QPen(Theme().text, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(isEnabled() ? Theme().text : Theme().faintText, 1.6, Qt::SolidLine, Qt::RoundCap,
+                        Qt::RoundJoin));
     Draw(painter, picture_);
 }
 

@@ -1,11 +1,11 @@
-// SiteButton: a button with a picture of a site, as large as the button is. Main thread.
+// SiteButton: a button with a picture of a site, or an arrow, as large as the button is. Main thread.
 #pragma once
 
 #include <QPushButton>
 
 namespace pixelgrove {
 
-enum class SitePicture { None, Book, Glossary, Sandbox, Player, One };
+enum class SitePicture { None, Book, Glossary, Sandbox, Player, One, Back, Forward };
 
 class SiteButton : public QPushButton {
     Q_OBJECT
