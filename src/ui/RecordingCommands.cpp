@@ -1,6 +1,8 @@
 #include "ui/RecordingCommands.h"
 
+#include <chrono>
 #include <memory>
+#include <optional>
 
 #include "commands/CommandRegistry.h"
 #include "commands/Commands.h"
@@ -8,6 +10,7 @@
 #include "recording/RecorderSettings.h"
 #include "recording/widgets/ExternalRecorder.h"
 #include "recording/widgets/RecordingDialog.h"
+#include "render/FrameRecorder.h"
 #include "ui/MainWindow.h"
 #include "ui/WorkbenchSettings.h"
 #include "windows/widgets/WindowRegistry.h"
@@ -28,6 +31,11 @@ std::optional<std::chrono::seconds> LengthOf(int commandId) {
     return kLengths[commandId - kCmdRecordFor10s];
 }
 
+// A recording of frames that goes on is ended by every entry, whatever the settings say by now.
+bool IsForFrames(const AppState& app, const RecorderSettings& recorder) {
+    return recorder.method != 0 || app.run->recordingActive != 0;
+}
+
 }  // namespace
 
 void RegisterRecordingCommands(CommandRegistry& commands, AppState& app, const WorkbenchSettings& settings,
@@ -42,8 +50,16 @@ void RegisterRecordingCommands(CommandRegistry& commands, AppState& app, const W
     commands.Add(
         {.first = kCmdRecordFor10s,
          .last = kCmdRecordManualStop,
-         .run = [external](int id) { external->Toggle(*OutputFrame(), LengthOf(id)); },
-         .isAvailable = [&recorder](int) { return recorder.method == 0 && OutputFrame() != nullptr; }});
+         .run =
+             [external, &app, &recorder](int id) {
+                 const std::optional<std::chrono::seconds> length = LengthOf(id);
+                 if (IsForFrames(app, recorder))
+                     SetRecordingState(app, length ? uint32_t(length->count()) : kManualStopSeconds);
+                 else
+                     external->Toggle(*OutputFrame(), length);
+             },
+         .isAvailable = [&app,
+                         &recorder](int) { return IsForFrames(app, recorder) || OutputFrame() != nullptr; }});
 }
 
 }  // namespace pixelgrove

@@ -4,7 +4,6 @@
 #include <QGuiApplication>
 
 #include "OutputFixture.h"
-#include "render/FrameRecorder.h"
 #include "support/Memory.h"
 
 namespace pixelgrove {
@@ -136,13 +135,22 @@ TEST_F(PictureTest, OutputWindowsComeAndGoWhileProjectsPlay) {
     EXPECT_LT(test::ResidentMiB() - settledMiB, 12.0);
 }
 
-TEST_F(PictureTest, TheCaptionShowsHowMuchIsRecorded) {
+TEST_F(PictureTest, TheMenuRecordsFramesAndTheCaptionShowsHowMuch) {
+    settings.recorder.method = 1;
     *Hold(*settings.recorder.framePath) = {folder.path(), QStringLiteral("f-%d.png")};
     App()->run->recordWidth = App()->run->recordHeight = 20;
     App()->run->recordFrameDelayMs = 10;
     const QString plain = Output().windowTitle();
     const auto isPercent = [this] { return Output().windowTitle().endsWith(u'%'); };
-    SetRecordingState(*App(), 10);
+    for (const auto& [entry, frames] :
+         {std::pair(kCmdRecordFor10s, 600u), std::pair(kCmdRecordFor60s, 3600u),
+          std::pair(kCmdRecordManualStop, kManualStopFrames), std::pair(kCmdRecordFor20s, 1200u)}) {
+        Run(entry);
+        EXPECT_EQ(App()->run->recordFrameTotal, frames);
+        Run(kCmdRecordFor30s);
+        EXPECT_EQ(App()->run->recordingActive, 0u);
+    }
+    Run(kCmdRecordFor10s);
     ASSERT_TRUE(PlayUntilRunning());
     ASSERT_TRUE(PumpUntil(isPercent));
     EXPECT_TRUE(Output().windowTitle().startsWith(plain + QStringLiteral(" - ")));
@@ -150,9 +158,11 @@ TEST_F(PictureTest, TheCaptionShowsHowMuchIsRecorded) {
     ASSERT_TRUE(PumpUntil([this] { return !OutputFrame(); }));
     OpenOutput();
     ASSERT_TRUE(PumpUntil(isPercent)) << "of a window opened meanwhile too";
-    SetRecordingState(*App(), 10);
-    EXPECT_TRUE(PumpUntil([&] { return !isPercent(); }));
-    SetRecordingState(*App(), 10);
+    settings.recorder.method = 0;
+    Run(kCmdRecordManualStop);
+    EXPECT_TRUE(PumpUntil([&] { return !isPercent(); })) << "ended, though another recorder is chosen by now";
+    settings.recorder.method = 1;
+    Run(kCmdRecordFor10s);
     ASSERT_TRUE(PumpUntil(isPercent));
     Run(kCmdStop);
     EXPECT_EQ(Output().windowTitle(), plain);
