@@ -150,8 +150,11 @@ void RecordingDialog::ShowSample(const QString& folder, const QString& format) {
 
 void RecordingDialog::EditCombos() {
     const QPointer<RecordingDialog> self = this;
-    ExecOnce(new KeyComboDialog(this, recorder_, table_), [] {});
-    if (self) FillList();
+    const bool isChosen = ExecOnce(new KeyComboDialog(this, recorder_, table_), [] {});
+    if (!self) return;
+    // Its OK chose what its fields held, which need not be a row of the list.
+    if (isChosen) ShowCombo(ChosenKeyCombo(table_, recorder_));
+    FillList();
 }
 
 void RecordingDialog::ChooseFolder() {
