@@ -41,7 +41,7 @@ void LoadRecent(StringList* list, XmlStore& store, const QString& elementName) {
     if (!list || !XmlEnter(store, elementName)) return;
     list->entries.clear();
     for (int i = 0; i < kMaxStoredEntries; ++i) {
-        const std::optional<QString> path = XmlFind(store, EntryName(i));
+        const std::optional<QString> path = XmlFindUserText(store, EntryName(i));
         if (!path) break;
         PushRecent(list, *path);
     }
@@ -64,7 +64,7 @@ bool WriteRecent(const StringList* list, XmlStore& store, const QString& element
     if (list) {
         int number = 0;
         for (auto entry = list->entries.crbegin(); entry != list->entries.crend(); ++entry)
-            XmlWritePath(store, EntryName(number++), *entry);
+            XmlWriteUserText(store, EntryName(number++), *entry);
     }
     return XmlCloseElement(store) && !store.failed;
 }

@@ -1,5 +1,6 @@
 #include "persist/XmlStore.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
@@ -64,6 +65,38 @@ bool AppendLine(XmlStore& store, uint32_t level, const QString& line) {
     return true;
 }
 
+const QLatin1String kEscapeStart("&#x");
+constexpr qsizetype kMaxEscapeDigits = 4;
+
+bool NeedsEscape(QStringView rest) {
+    const QChar unit = rest.front();
+    return unit == u'<' || unit == QChar(0) || CountLackingCharacters(rest.first(1)) != 0 ||
+           rest.startsWith(kEscapeStart);
+}
+
+QString Escaped(QStringView text) {
+    QString escaped;
+    for (; !text.isEmpty(); text = text.sliced(1)) {
+        if (NeedsEscape(text))
+            escaped += kEscapeStart + QString::number(text.front().unicode(), 16).toUpper() + u';';
+        else
+            escaped += text.front();
+    }
+    return escaped;
+}
+
+QString Unescaped(QString text) {
+    const auto isDigit = [](QChar c) { return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'F'); };
+    for (qsizetype at = text.indexOf(kEscapeStart); at >= 0; at = text.indexOf(kEscapeStart, at + 1)) {
+        const qsizetype start = at + kEscapeStart.size(), end = text.indexOf(u';', start);
+        const QStringView digits = QStringView(text).mid(start, std::max<qsizetype>(end - start, 0));
+        if (digits.isEmpty() || digits.size() > kMaxEscapeDigits || !std::ranges::all_of(digits, isDigit))
+            continue;
+        text.replace(at, end + 1 - at, QChar(digits.toUShort(nullptr, 16)));
+    }
+    return text;
+}
+
 bool AppendValue(XmlStore& store, const QString& name, const QString& value) {
     if (!IsName(name) || value.size() > XmlStore::kMaxCharacters) return Refuse(store);
     return AppendLine(store, store.depth, OpeningTag(name) + value + ClosingTag(name));
@@ -123,6 +156,12 @@ std::optional<QString> XmlFind(const XmlStore& store, const QString& name) {
     return store.text.mid(start, end < 0 ? -1 : end - start);
 }
 
+std::optional<QString> XmlFindUserText(const XmlStore& store, const QString& name) {
+    std::optional<QString> text = XmlFind(store, name);
+    if (text) text = Unescaped(*std::move(text));
+    return text;
+}
+
 std::optional<int32_t> XmlFindInt(const XmlStore& store, const QString& name) {
     const std::optional<QString> text = XmlFind(store, name);
     if (!text) return std::nullopt;
@@ -165,12 +204,9 @@ bool XmlWriteText(XmlStore& store, const QString& name, const QString& text) {
     return AppendValue(store, name, nul < 0 ? text : text.left(nul));
 }
 
-bool IsStorablePath(const QString& path) {
-    return !path.contains(u'<') && !path.contains(QChar(0)) && FromCodePage(ToCodePage(path)) == path;
-}
-
-bool XmlWritePath(XmlStore& store, const QString& name, const QString& path) {
-    return AppendValue(store, name, IsStorablePath(path) ? path : QString());
+bool XmlWriteUserText(XmlStore& store, const QString& name, const QString& text) {
+    if (text.size() > XmlStore::kMaxCharacters) return Refuse(store);
+    return AppendValue(store, name, Escaped(text));
 }
 
 bool XmlWriteInt(XmlStore& store, const QString& name, int32_t value) {

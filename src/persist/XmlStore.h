@@ -1,9 +1,12 @@
 // XmlStore: the small reader and writer behind the settings and layout files.
 //
 // Not an XML parser. Reading is a search for tags in the text, without regard to case; writing appends lines.
-// There are no attributes, no comments and no escapes: a '<' in a value ends it when it is read. A commented
-// element is found like any other. Files hold bytes of the program's code page, lines end in LF, each level
-// is indented by one tab, and one NUL byte follows the last '>'.
+// There are no attributes and no comments, and a '<' in a value ends it when it is read. A commented element
+// is found like any other. Files hold bytes of the program's code page, lines end in LF, each level is
+// indented by one tab, and one NUL byte follows the last '>'.
+//
+// Values are raw, but for the texts of the user: in those "&#x3C9;" stands for the UTF-16 code unit of that
+// number. It is written only for what would not come back by itself, so all other texts look the same raw.
 //
 // One record serves one direction: XmlLoad makes a reader, XmlCreate a writer. Whoever made it owns it; one
 // thread at a time.
@@ -53,6 +56,8 @@ void XmlLeave(XmlStore& store);
 // The text from behind the first opening tag of that name, at any depth of the current element, to the next
 // '<'. Nothing when there is no such tag.
 std::optional<QString> XmlFind(const XmlStore& store, const QString& name);
+// The same for what XmlWriteUserText wrote, and for texts that were written raw.
+std::optional<QString> XmlFindUserText(const XmlStore& store, const QString& name);
 // The number at the start of that text behind blanks, 0 when there is none there. Integers are brought into
 // the range of their type; a real may come out infinite or not a number.
 std::optional<int32_t> XmlFindInt(const XmlStore& store, const QString& name);
@@ -68,10 +73,8 @@ bool XmlOpenElement(XmlStore& store, const QString& name);
 bool XmlCloseElement(XmlStore& store);
 // The text is written raw, up to its first NUL.
 bool XmlWriteText(XmlStore& store, const QString& name, const QString& text);
-// For the path of a file. One that would come back as another (the code page lacks a letter, a '<' in it)
-// leaves its element empty.
-bool XmlWritePath(XmlStore& store, const QString& name, const QString& path);
-bool IsStorablePath(const QString& path);
+// For what a user typed or chose, paths among it: any text comes back from XmlFindUserText as it is.
+bool XmlWriteUserText(XmlStore& store, const QString& name, const QString& text);
 bool XmlWriteInt(XmlStore& store, const QString& name, int32_t value);
 // With six decimals.
 bool XmlWriteReal(XmlStore& store, const QString& name, double value);

@@ -63,7 +63,7 @@ QString ComboElement(size_t index) {
 
 // Leaves the field when there is no such element or its text is too long.
 void ReadText(const XmlStore& store, const QString& element, qsizetype maxLength, QString& field) {
-    std::optional<QString> text = XmlFind(store, element);
+    std::optional<QString> text = XmlFindUserText(store, element);
     if (text && text->size() <= maxLength) field = *std::move(text);
 }
 
@@ -77,7 +77,7 @@ std::optional<int32_t> ReadUnsigned(const XmlStore& store, const QString& elemen
     return ReadUpTo(store, element, INT32_MAX);
 }
 
-// An empty element stands for a path that could not be stored, and leaves the default.
+// An empty element is no path, and leaves the default.
 void ReadPath(const XmlStore& store, const QString& element, QString& field) {
     QString path;
     ReadText(store, element, RecorderSettings::kMaxPathLength, path);
@@ -150,25 +150,24 @@ QString DefaultRecordFolder() {
 
 void WriteRecorder(XmlStore& store, const AppState& app, const RecorderSettings& recorder) {
     const FramePathTemplate path = recorder.framePath->Copy();
-    XmlWritePath(store, kFormat, path.format);
-    if (IsStorablePath(path.folder) || path.folder != DefaultRecordFolder())
-        XmlWritePath(store, kFolder, path.folder);
+    XmlWriteUserText(store, kFormat, path.format);
+    XmlWriteUserText(store, kFolder, path.folder);
     XmlWriteInt(store, kWidth, int32_t(app.run->recordWidth));
     XmlWriteInt(store, kHeight, int32_t(app.run->recordHeight));
     XmlWriteInt(store, kDelay, int32_t(app.run->recordFrameDelayMs));
     XmlWriteInt(store, kMethod, int32_t(recorder.method));
-    XmlWriteText(store, kFriendlyName, recorder.friendlyName);
-    XmlWriteText(store, kStart, recorder.start);
-    XmlWriteText(store, kStop, recorder.stop);
+    XmlWriteUserText(store, kFriendlyName, recorder.friendlyName);
+    XmlWriteUserText(store, kStart, recorder.start);
+    XmlWriteUserText(store, kStop, recorder.stop);
 }
 
 void WriteKeyCombos(XmlStore& store, const RecorderTable& table) {
     XmlOpenElement(store, kScreenRecorders);
     for (size_t i = 0; i < table.rows.size(); ++i) {
         XmlOpenElement(store, ComboElement(i));
-        XmlWriteText(store, kComboName, table.rows[i].name);
-        XmlWriteText(store, kComboStart, table.rows[i].start);
-        XmlWriteText(store, kComboStop, table.rows[i].stop);
+        XmlWriteUserText(store, kComboName, table.rows[i].name);
+        XmlWriteUserText(store, kComboStart, table.rows[i].start);
+        XmlWriteUserText(store, kComboStop, table.rows[i].stop);
         XmlCloseElement(store);
     }
     XmlCloseElement(store);

@@ -35,6 +35,42 @@ TEST_F(XmlStoreTest, WritesItsFormByteForByteAndReadsItBack) {
     EXPECT_EQ(XmlFind(*reader, S("text")), QStringLiteral(u"caf\u00e9 \u20ac ?"));
 }
 
+TEST_F(XmlStoreTest, TextsOfTheUserComeBackAsTheyAre) {
+    const struct {
+        QString text;
+        const char* written;
+    } rows[] = {
+        {S("Tom & \"Jerry\"'s > 1; &lt; &amp; &#60;"), "Tom & \"Jerry\"'s > 1; &lt; &amp; &#60;"},
+        {QStringLiteral(u"caf\u00e9 \u20ac\u0081 \t\r\n "), "caf\xe9 \x80\x81 \t\r\n "},
+        {S("Alt+<"), "Alt+&#x3C;"},
+        {S("</Text></Outer><Text>"), "&#x3C;/Text>&#x3C;/Outer>&#x3C;Text>"},
+        {QStringLiteral(u"/\u03c9/\U0001F600.glsl"), "/&#x3C9;/&#xD83D;&#xDE00;.glsl"},
+        {S("&#x3C;"), "&#x26;#x3C;"},
+        {S("&&#x26;#x;&#x"), "&&#x26;#x26;#x;&#x26;#x"},
+        {QStringLiteral(u"a\0b"), "a&#x0;b"},
+        {QString(QChar(0xDC00)), "&#xDC00;"},
+        {QString(), ""},
+    };
+    for (const auto& row : rows) {
+        const auto writer = XmlCreate();
+        EXPECT_TRUE(XmlOpenElement(*writer, S("Outer")) && XmlWriteUserText(*writer, S("Text"), row.text) &&
+                    XmlWriteUserText(*writer, S("Next"), S("next")) && XmlCloseElement(*writer));
+        ASSERT_TRUE(XmlSave(*writer, Path("out.xml")));
+        const QByteArray bytes = ReadWholeFile(Path("out.xml")).value_or("");
+        EXPECT_TRUE(bytes.contains("<Text>" + QByteArray(row.written) + "</Text>\n")) << bytes.constData();
+        const auto reader = XmlLoad(Path("out.xml"));
+        ASSERT_TRUE(reader && XmlEnter(*reader, S("Outer"))) << row.written;
+        EXPECT_EQ(XmlFindUserText(*reader, S("Text")), row.text) << row.written;
+        EXPECT_EQ(XmlFindUserText(*reader, S("Next")), S("next")) << row.written;
+    }
+    // What was written raw and only resembles an escape.
+    for (const char* raw : {"&#x", "&#x;", "&#x3c;", "&#x12345;", "&#x 3C;", "&#xG;", "&#x3C", "&#38;"}) {
+        const auto reader = Load(QByteArray("\n<Text>") + raw + "</Text>;");
+        ASSERT_TRUE(reader);
+        EXPECT_EQ(XmlFindUserText(*reader, S("Text")), QLatin1String(raw));
+    }
+}
+
 TEST_F(XmlStoreTest, FindsTagsAsTextWhereTheyStand) {
     const auto store = Load(
         "anything <A>first line</A>\r\n \t<!-- <A>1</A> --><B x=\"1\">2</B><C>a&lt;<i></C>\n"

@@ -231,22 +231,35 @@ TEST_F(SettingsTest, FileThatCannotBeReadIsLeftAlone) {
     EXPECT_EQ(ReadWholeFile(Path("s.xml")), QByteArray("kept"));
 }
 
-TEST_F(SettingsTest, PathsThatTheCodePageLacksAreNotStored) {
-    const FramePathTemplate before = records->recorder.framePath->Copy();
-    const QString path = dir.filePath(QStringLiteral(u"\u03c9.glsl"));
-    Hold(*records->recorder.framePath)->folder = QStringLiteral(u"/shots/\u03c9");
-    Hold(*records->recorder.framePath)->format = QStringLiteral(u"\u03c9-%d.png");
-    ASSERT_TRUE(WriteBytes(path, ""));
-    ASSERT_TRUE(PushRecent(App()->recent.recentFiles.get(), path) &&
-                PushRecent(App()->recent.recentFiles.get(), dir.path()));
+TEST_F(SettingsTest, TextsOfTheUserComeBackAsTheyAre) {
+    const QString texts[] = {QStringLiteral(u"\u03c9 <\U0001F600> & 'x' \"y\""), S("Alt+<"),
+                             S("</Combo3></Globals>"), S("&#x3C;")};
+    QStringList paths;
+    for (const QString& text : texts) {
+        const QString path = dir.filePath(QString(text).replace(u'/', u'|'));
+        ASSERT_TRUE(WriteBytes(path, "") && PushRecent(App()->recent.recentFiles.get(), path));
+        paths.prepend(path);
+        records->keyCombos.rows.push_back({text, S("F1"), text});
+    }
+    records->recorder.friendlyName = records->recorder.start = records->recorder.stop = texts[0];
+    *Hold(*records->recorder.framePath) = {texts[0] + u'/', texts[0] + S("-%d.png")};
     const QByteArray saved = Saved();
-    EXPECT_TRUE(saved.contains("<FrameRecordFolder></FrameRecordFolder>")) << saved.constData();
-    EXPECT_TRUE(saved.contains("<File_00></File_00>\n\t<File_01>/"));
-    EXPECT_FALSE(saved.contains('?' + QByteArray("-%d")));
     Load("saved.xml");
-    EXPECT_EQ(records->recorder.framePath->Copy().folder, before.folder);
-    EXPECT_EQ(records->recorder.framePath->Copy().format, before.format);
-    EXPECT_EQ(App()->recent.recentFiles->entries, QStringList({dir.path()}));
+    EXPECT_EQ(App()->recent.recentFiles->entries, paths);
+    ASSERT_EQ(records->keyCombos.rows.size(), 3 + std::size(texts)) << saved.constData();
+    for (size_t i = 0; i < std::size(texts); ++i) {
+        EXPECT_EQ(records->keyCombos.rows[3 + i].name, texts[i]);
+        EXPECT_EQ(records->keyCombos.rows[3 + i].stop, texts[i]);
+    }
+    EXPECT_EQ(records->recorder.friendlyName, texts[0]);
+    EXPECT_EQ(records->keyCombos.current.stop, texts[0]);
+    EXPECT_EQ(records->recorder.framePath->Copy().folder, texts[0] + u'/');
+    EXPECT_EQ(records->recorder.framePath->Copy().format, texts[0] + S("-%d.png"));
+    EXPECT_EQ(Saved(), saved);
+
+    const FramePathTemplate before = RecorderSettings().framePath->Copy();
+    LoadGlobals("<FrameRecordFormat></FrameRecordFormat>");
+    EXPECT_EQ(records->recorder.framePath->Copy().format, before.format) << "an empty one is none";
 }
 
 TEST_F(SettingsTest, RecentEntriesOfAnotherInstanceStay) {
