@@ -8,6 +8,7 @@
 #include <QSlider>
 #include <QTest>
 #include <QTimer>
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -77,20 +78,26 @@ class RecordingDialogTest : public DisplayTest {
         return names;
     }
     QString Selected() const { return qobject_cast<QComboBox*>(controls.at(1159))->currentText(); }
-    // Presses the button and confirms the message that comes, whose caption and text these are.
-    QString MessageOf(int id) const {
-        QString message;
+    // Presses the button and has the window that comes answered.
+    void ClickAndAnswer(int id, const std::function<void(QWidget& box)>& answer) const {
         QTimer watch;
         watch.callOnTimeout([&] {
             QWidget* box = QApplication::activeModalWidget();
             if (!box || box == dialog.get()) return;
             watch.stop();
-            message = box->windowTitle() + u": "_s + box->findChild<QLabel*>(u"questionText"_s)->text();
-            QTest::keyClick(box, Qt::Key_Escape);
+            answer(*box);
         });
         Activate();
         watch.start(5);
         Click(id);
+    }
+    // Confirms the message, whose caption and text these are.
+    QString MessageOf(int id) const {
+        QString message;
+        ClickAndAnswer(id, [&](QWidget& box) {
+            message = box.windowTitle() + u": "_s + box.findChild<QLabel*>(u"questionText"_s)->text();
+            QTest::keyClick(&box, Qt::Key_Escape);
+        });
         return message;
     }
     QString InForce() const { return table.current.start + u'|' + table.current.stop; }
@@ -236,6 +243,14 @@ TEST_F(RecordingDialogTest, CombosAreDeletedAtOnceAndChosenByOk) {
     EXPECT_EQ(recorder.friendlyName + u'|' + recorder.start + u'|' + recorder.stop, u"New|F7|Shift+F8"_s);
     EXPECT_EQ(InForce(), u"F7|Shift+F8"_s);
     EXPECT_TRUE(table.rows.empty());
+
+    // From the settings, too, also where it is no row of the list.
+    ShowRecording();
+    ClickAndAnswer(1105, [](QWidget& box) {
+        box.findChild<QLineEdit*>(u"startEdit"_s)->setText(u"F6"_s);
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    EXPECT_EQ(Texts({1136, 1156, 1157}), u"New|F6|Shift+F8"_s);
 }
 
 }  // namespace
