@@ -54,6 +54,7 @@ void PagePictures::Fit() {
         if (picture == pictures_.constEnd()) continue;
         const double scale = std::min(1.0, room / picture->width());
         const QSizeF size = QSizeF(picture->size()) * scale;
+        if (format.width() == size.width()) continue;
         QImage scaled =
             picture->scaled((size * pixels).toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         scaled.setDevicePixelRatio(pixels);
