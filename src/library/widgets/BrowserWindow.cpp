@@ -23,6 +23,7 @@ namespace pixelgrove {
 namespace {
 
 constexpr int kColumnPercent[] = {6, 12, 6, 6, 11, 200};
+constexpr int kCellMargins = 12;
 constexpr double kLeastHeaderScale = 0.85;  // smaller letters can't be read
 constexpr QSize kLeastClient(380, 150);
 constexpr int kSmallestFont = 5;
@@ -164,10 +165,14 @@ void BrowserWindow::GoToPage(uint32_t page) {
 void BrowserWindow::FitColumns() {
     QHeaderView& header = *form_->resultList->header();
     const int width = form_->resultList->viewport()->width();
+    const QFontMetrics letters = form_->resultList->fontMetrics();
     for (int i = 0; i < int(std::size(kColumnPercent)); ++i) {
-        // An id shows whole, and so does a title.
-        const int least = i == 0 ? header.fontMetrics().horizontalAdvance(QStringLiteral("XXXXXXX"))
-                                 : header.sectionSizeHint(i);
+        // A title shows whole, and so do an id and a size.
+        const QString whole = i == 0   ? QStringLiteral("XXXXXX")
+                              : i == 3 ? QStringLiteral("888888")
+                                       : QString();
+        const int least =
+            std::max(header.sectionSizeHint(i), letters.horizontalAdvance(whole) + kCellMargins);
         header.resizeSection(i, std::max(least, width * kColumnPercent[i] / 100));
     }
 }
