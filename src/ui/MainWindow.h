@@ -5,21 +5,21 @@
 // before the run has ended. Main thread, but for PostCommand, PostStatus and Beep.
 #pragma once
 
-#include <deque>
 #include <memory>
 
-#include "commands/CommandQueue.h"
 #include "commands/CommandRegistry.h"
 #include "core/Host.h"
-#include "platform/SynchronizedValue.h"
 #include "project/ProjectObserver.h"
 #include "ui/DiskReload.h"
 #include "ui/LayoutCommands.h"
 #include "ui/LiveControls.h"
 #include "ui/Menus.h"
 #include "ui/MessagePane.h"
+#include "ui/MessagePlaces.h"
 #include "ui/Playback.h"
+#include "ui/PostedWork.h"
 #include "ui/ProjectCommands.h"
+#include "ui/ProjectDrops.h"
 #include "ui/RecoveryKeeper.h"
 #include "ui/WorkbenchSettings.h"
 #include "ui/channels/ChannelPanel.h"
@@ -66,9 +66,8 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     const Menus& MenuEntries() const { return *menus_; }
     // What the message pane says.
     QString StatusText() const { return pane_.Text(); }
-    // Goes to the place of a message: its line in the shown stage, or its file in the user's text editor.
-    // Nothing for one without a place.
-    void JumpToMessage(const CompileMessage& message);
+    // As a double click on it does.
+    void JumpToMessage(const CompileMessage& message) { places_.JumpTo(message); }
 
     // Below what the message pane says already. Nothing for an empty text.
     void AddStatusLine(const QString& text) { pane_.Add(text); }
@@ -93,42 +92,34 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
 
   protected:
     bool event(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
     bool nativeEvent(const QByteArray& eventType, void* message, qintptr* result) override;
 
   private:
-    // Of this window alone: the sound, and the text, that another thread asked for.
-    static constexpr int kCmdBeep = -1;
-    static constexpr int kCmdStatus = -2;
+    static constexpr int kCmdBeep = -1;  // of this window alone: the sound that another thread asked for
 
     void ConnectControls();
     void ConnectEditor();
     void ConnectLoading();
-    void ProbeOutput();
     void RegisterCommands();
     void PopUpEditorMenu(const QPoint& globalPosition);
     void RefreshLayoutMenu();
     void RefreshCaretStatus();
-    void SayOldestStatus();
-    void SayWaitingStatus();
 
     AppState& app_;
     Player& player_;
     const WorkbenchSettings settings_;
     std::unique_ptr<Ui::EditWindow> form_;
-    CommandQueue posted_;
-    SynchronizedValue<std::deque<QString>> postedStatus_;  // for each kCmdStatus its text
-    bool runsPosted_ = false;                              // a posted command
     CommandRegistry commands_;
     std::unique_ptr<WindowTable> windows_ = std::make_unique<WindowTable>();
     MessagePane pane_;
+    PostedWork posted_;
     Playback playback_;
     ProjectCommands projects_;
+    ProjectDrops drops_;
+    MessagePlaces places_;
     DiskReload reload_;
     RecoveryKeeper recovery_;
     ChannelPanel channelPanel_;
