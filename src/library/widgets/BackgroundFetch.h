@@ -10,15 +10,14 @@
 
 #include <QString>
 #include <functional>
-#include <stop_token>
 
-#include "net/WebClient.h"
+#include "net/WebWorker.h"
 
 namespace pixelgrove {
 
 class BackgroundFetch {
   public:
-    explicit BackgroundFetch(const FetchLimits& limits = {}) : client_(limits) {}
+    explicit BackgroundFetch(const FetchLimits& limits = {}) : worker_(limits) {}
 
     // Called now and then with the bytes of the answer so far, first with 0, last of all with their full
     // number.
@@ -30,12 +29,11 @@ class BackgroundFetch {
     FetchResult Fetch(const QString& url, const Progress& progress = {});
 
     // Ends the fetch under way; nothing without one. For the events that come during it.
-    void Stop() { stop_.request_stop(); }
+    void Stop() { worker_.Stop(); }
     bool IsFetching() const { return isFetching_; }
 
   private:
-    WebClient client_;  // the worker's, while there is one
-    std::stop_source stop_;
+    WebWorker worker_;
     bool isFetching_ = false;
 };
 

@@ -32,8 +32,8 @@ void BrowserWindow::Search() {
     Client()->setCursor(Qt::WaitCursor);
     ShowSearch(*run);
 
-    LibraryJob job;
-    job.work = [run, address = service_](const LibraryTask& task) {
+    WebJob job;
+    job.work = [run, address = service_](const WebTask& task) {
         const auto progress = [&](float fraction) {
             if (fraction <= 1) {
                 run->stand.Exchange({fraction, run->context.done, run->context.total});

@@ -13,8 +13,8 @@
 #include "core/StringList.h"
 #include "library/ResultRows.h"
 #include "library/widgets/DetailsLoader.h"
-#include "library/widgets/LibraryWorker.h"
 #include "library/widgets/ResultModel.h"
+#include "net/WebWorker.h"
 #include "windows/widgets/FrameWindow.h"
 #include "windows/widgets/UserDialogs.h"
 
@@ -110,7 +110,7 @@ class BrowserWindow : public FrameWindow {
     int listMargin_ = 0;
     SearchContext context_;
     ResultModel model_{context_};
-    LibraryWorker worker_;
+    WebWorker worker_;
     DetailsLoader details_{service_, worker_};
     std::shared_ptr<SearchRun> search_;  // the one whose end is waited for
     std::set<size_t> tried_;             // places on this page whose details were asked for

@@ -23,7 +23,7 @@ bool IsNoWay(FetchFailure failure) {
 
 }  // namespace
 
-DetailsLoader::DetailsLoader(const ServiceAddress& service, LibraryWorker& worker)
+DetailsLoader::DetailsLoader(const ServiceAddress& service, WebWorker& worker)
     : service_(service), worker_(worker) {}
 
 void DetailsLoader::Want(std::vector<std::pair<size_t, QString>> records) {
@@ -36,8 +36,8 @@ void DetailsLoader::Want(std::vector<std::pair<size_t, QString>> records) {
     const auto desk = std::make_shared<Desk>();
     desk->wanted.Exchange(std::move(records));
     desk_ = desk;
-    LibraryJob job;
-    job.work = [desk, address = service_](const LibraryTask& task) {
+    WebJob job;
+    job.work = [desk, address = service_](const WebTask& task) {
         std::optional<FetchResult> noWay;
         const ShaderService service{address, [&](const QString& url) {
                                         if (noWay) return *noWay;

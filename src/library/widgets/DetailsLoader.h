@@ -10,7 +10,7 @@
 
 #include "core/ShaderProject.h"
 #include "library/ServiceAddress.h"
-#include "library/widgets/LibraryWorker.h"
+#include "net/WebWorker.h"
 
 namespace pixelgrove {
 
@@ -23,7 +23,7 @@ struct LoadedDetails {
 
 class DetailsLoader {
   public:
-    DetailsLoader(const ServiceAddress& service, LibraryWorker& worker);
+    DetailsLoader(const ServiceAddress& service, WebWorker& worker);
 
     std::function<void(const LoadedDetails& details)> loaded;
     // All that was wanted was loaded, tried or dropped; the worker is free for more, unless it has something
@@ -42,7 +42,7 @@ class DetailsLoader {
     void Hear(Desk& desk) const;
 
     const ServiceAddress& service_;
-    LibraryWorker& worker_;
+    WebWorker& worker_;
     std::shared_ptr<Desk> desk_;  // of the job that runs
 };
 
