@@ -41,11 +41,7 @@ bool DeleteKeyCombo(RecorderTable& table, const QString& name, RecorderSettings&
     const bool wasChosen = found->name == chosen.friendlyName;
     table.rows.erase(table.rows.begin() + (found - table.rows.data()));
     if (!wasChosen) return true;
-    const KeyCombo first = table.rows.empty() ? KeyCombo() : table.rows.front();
-    chosen.friendlyName = first.name;
-    chosen.start = first.start;
-    chosen.stop = first.stop;
-    PutInForce(table, first.start, first.stop);
+    ChooseKeyCombo(table, chosen, table.rows.empty() ? KeyCombo() : table.rows.front());
     return true;
 }
 
@@ -53,6 +49,13 @@ KeyCombo ChosenKeyCombo(const RecorderTable& table, const RecorderSettings& chos
     if (chosen.start.isEmpty() || chosen.stop.isEmpty())
         return {chosen.friendlyName, table.current.start, table.current.stop};
     return {chosen.friendlyName, chosen.start, chosen.stop};
+}
+
+void ChooseKeyCombo(RecorderTable& table, RecorderSettings& chosen, const KeyCombo& combo) {
+    chosen.friendlyName = combo.name;
+    chosen.start = combo.start;
+    chosen.stop = combo.stop;
+    PutInForce(table, combo.start, combo.stop);
 }
 
 void PutInForce(RecorderTable& table, const QString& start, const QString& stop) {

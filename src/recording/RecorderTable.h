@@ -43,6 +43,9 @@ bool DeleteKeyCombo(RecorderTable& table, const QString& name, RecorderSettings&
 // What the user chose; with the combinations in force where that lacks one.
 KeyCombo ChosenKeyCombo(const RecorderTable& table, const RecorderSettings& chosen);
 
+// Makes this the chosen one, as it is now, and puts it in force.
+void ChooseKeyCombo(RecorderTable& table, RecorderSettings& chosen, const KeyCombo& combo);
+
 // These are pressed from now on.
 void PutInForce(RecorderTable& table, const QString& start, const QString& stop);
 

@@ -52,6 +52,8 @@ class RecordingDialogTest : public DisplayTest {
             texts.append(Text(id));
         return texts.join(u'|');
     }
+    QString Combo() const { return Texts({1136, 1156, 1157}); }
+    QString Size() const { return Texts({1042, 1051}); }
     void Click(int id) const { QTest::mouseClick(controls.at(id), Qt::LeftButton); }
     void Type(int id, const QString& text) const {
         auto* edit = qobject_cast<QLineEdit*>(controls.at(id));
@@ -101,6 +103,7 @@ class RecordingDialogTest : public DisplayTest {
         return message;
     }
     QString InForce() const { return table.current.start + u'|' + table.current.stop; }
+    QString Chosen() const { return recorder.friendlyName + u'|' + recorder.start + u'|' + recorder.stop; }
 
     RecorderSettings recorder;
     RecorderTable table;
@@ -117,13 +120,13 @@ TEST_F(RecordingDialogTest, ShowsWhatIsSetAndStoresWhatItShows) {
     ASSERT_EQ(controls.size(), 26u);
     EXPECT_EQ(recorder.method, 1u);
     EXPECT_EQ(Names(), QStringList({u"NVidia Recorder"_s, u"OBS Studio"_s, u"XBOX Game Bar"_s}));
-    EXPECT_EQ(Texts({1136, 1156, 1157}), u"OBS Studio|Alt+[|Alt+]"_s);
+    EXPECT_EQ(Combo(), u"OBS Studio|Alt+[|Alt+]"_s);
     EXPECT_EQ(Texts({1037, 1039, 1042, 1051, 1137}), u"/frames|Untitled-%04d.png|1920|1080|250"_s);
     EXPECT_TRUE(QRegularExpression(u"^/frames/Untitled-\\d{4,5}\\.png$"_s).match(Text(1151)).hasMatch())
         << Text(1151).toStdString();
 
     Choose(u"NVidia Recorder"_s);
-    EXPECT_EQ(Texts({1136, 1156, 1157}), u"NVidia Recorder|Alt+F9|Alt+F9"_s);
+    EXPECT_EQ(Combo(), u"NVidia Recorder|Alt+F9|Alt+F9"_s);
     EXPECT_EQ(recorder.friendlyName, u"OBS Studio"_s);
     Click(1160);
     Type(1037, u"/other"_s);
@@ -135,7 +138,7 @@ TEST_F(RecordingDialogTest, ShowsWhatIsSetAndStoresWhatItShows) {
     EXPECT_FALSE(dialog->isVisible());
     const FramePathTemplate path = recorder.framePath->Copy();
     EXPECT_EQ(recorder.method, 0u);
-    EXPECT_EQ(recorder.friendlyName + recorder.start, u"NVidia RecorderAlt+F9"_s);
+    EXPECT_EQ(Chosen(), u"NVidia Recorder|Alt+F9|Alt+F9"_s);
     EXPECT_EQ(path.folder + path.format, u"/otherf.png"_s);
     EXPECT_EQ(App()->run->recordFrameDelayMs, 10000u);
 }
@@ -168,14 +171,13 @@ TEST_F(RecordingDialogTest, SizesByButtonsAndByKeys) {
                                                {1049, u"3840|2160"_s}, {1050, u"7680|4320"_s}};
     for (const auto& [id, size] : presets) {
         Click(id);
-        EXPECT_EQ(Texts({1042, 1051}), size);
+        EXPECT_EQ(Size(), size);
     }
     Click(1052);
-    EXPECT_EQ(Texts({1042, 1051}), u"4320|7680"_s);
+    EXPECT_EQ(Size(), u"4320|7680"_s);
     Click(1052);
-    EXPECT_EQ(Texts({1042, 1051}), u"7680|4320"_s);
+    EXPECT_EQ(Size(), u"7680|4320"_s);
 
-    const auto* note = dialog->findChild<QLabel*>(u"sizeNote"_s);
     const struct {
         QString typed, shown;
         bool isSize;
@@ -188,7 +190,7 @@ TEST_F(RecordingDialogTest, SizesByButtonsAndByKeys) {
                  {u"32769"_s, u"32769"_s, false, 32769}};
     for (const auto& c : cases) {
         ShowRecording();
-        note = dialog->findChild<QLabel*>(u"sizeNote"_s);
+        const auto* note = dialog->findChild<QLabel*>(u"sizeNote"_s);
         Type(1051, u"100"_s);
         Type(1042, c.typed);
         EXPECT_EQ(Text(1042), c.shown);
@@ -228,8 +230,9 @@ TEST_F(RecordingDialogTest, CombosAreDeletedAtOnceAndChosenByOk) {
     ShowCombos();
     EXPECT_EQ(Selected(), u"XBOX Game Bar"_s);
     Click(1110);
-    EXPECT_EQ(Texts({1136, 1156, 1157}), u"OBS Studio|Alt+[|Alt+]"_s);
-    EXPECT_EQ(recorder.friendlyName + u'|' + InForce(), u"OBS Studio|Alt+[|Alt+]"_s);
+    EXPECT_EQ(Combo(), u"OBS Studio|Alt+[|Alt+]"_s);
+    EXPECT_EQ(Chosen(), u"OBS Studio|Alt+[|Alt+]"_s);
+    EXPECT_EQ(InForce(), u"Alt+[|Alt+]"_s);
     Click(1110);
     Click(1110);
     EXPECT_EQ(Names(), QStringList());
@@ -240,7 +243,7 @@ TEST_F(RecordingDialogTest, CombosAreDeletedAtOnceAndChosenByOk) {
     Type(1157, u"shft-f8"_s);
     QTest::keyClick(controls[1157], Qt::Key_Return);
     EXPECT_FALSE(dialog->isVisible());
-    EXPECT_EQ(recorder.friendlyName + u'|' + recorder.start + u'|' + recorder.stop, u"New|F7|Shift+F8"_s);
+    EXPECT_EQ(Chosen(), u"New|F7|Shift+F8"_s);
     EXPECT_EQ(InForce(), u"F7|Shift+F8"_s);
     EXPECT_TRUE(table.rows.empty());
 

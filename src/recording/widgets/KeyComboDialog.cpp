@@ -2,9 +2,7 @@
 
 #include "look/widgets/Theme.h"
 #include "recording/RecorderSettings.h"
-#include "recording/RecorderTable.h"
 #include "recording/keyboard/KeyboardKeys.h"
-#include "recording/widgets/KeyComboList.h"
 #include "ui_KeyComboDialog.h"
 #include "windows/widgets/DialogScaler.h"
 #include "windows/widgets/Questions.h"
@@ -41,10 +39,11 @@ void KeyComboDialog::FillList() {
 }
 
 void KeyComboDialog::ShowRow(const KeyCombo* row) {
-    if (!row) return;
-    form_->nameEdit->setText(row->name);
-    form_->startEdit->setText(row->start);
-    form_->stopEdit->setText(row->stop);
+    if (row) Edits().Show(*row);
+}
+
+KeyComboEdits KeyComboDialog::Edits() const {
+    return {*form_->nameEdit, *form_->startEdit, *form_->stopEdit};
 }
 
 void KeyComboDialog::ShowState() {
@@ -59,7 +58,7 @@ void KeyComboDialog::Normalise(QLineEdit& edit) {
 
 void KeyComboDialog::Add() {
     const QList<QuestionButton> ok{{QStringLiteral("&OK"), QStringLiteral("okButton")}};
-    const KeyCombo combo{form_->nameEdit->text(), form_->startEdit->text(), form_->stopEdit->text()};
+    const KeyCombo combo = Edits().Shown();
     if (combo.name.isEmpty()) {
         Ask(this, QStringLiteral("Name Required"),
             QStringLiteral("Please provide a name for the keystroke combination."), ok);
@@ -86,10 +85,7 @@ void KeyComboDialog::Delete() {
 }
 
 void KeyComboDialog::Accept() {
-    recorder_.start = form_->startEdit->text();
-    recorder_.stop = form_->stopEdit->text();
-    recorder_.friendlyName = form_->nameEdit->text();
-    PutInForce(table_, recorder_.start, recorder_.stop);
+    ChooseKeyCombo(table_, recorder_, Edits().Shown());
     Done(true);
 }
 

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "recording/widgets/KeyComboList.h"
 #include "windows/widgets/Dialogs.h"
 
 class QLineEdit;
@@ -14,9 +15,7 @@ class KeyComboDialog;
 
 namespace pixelgrove {
 
-struct KeyCombo;
 struct RecorderSettings;
-struct RecorderTable;
 
 class KeyComboDialog : public FrameDialog {
     Q_OBJECT
@@ -28,6 +27,7 @@ class KeyComboDialog : public FrameDialog {
 
   private:
     void FillList();
+    KeyComboEdits Edits() const;
     void ShowRow(const KeyCombo* row);
     void ShowState();
     void Normalise(QLineEdit& edit);

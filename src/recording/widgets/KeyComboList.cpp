@@ -1,16 +1,26 @@
 #include "recording/widgets/KeyComboList.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 #include <QSignalBlocker>
 #include <QStringList>
 #include <algorithm>
 
 #include "platform/TextScan.h"
-#include "recording/RecorderTable.h"
 #include "recording/keyboard/KeyboardKeys.h"
 #include "windows/widgets/WindowSystem.h"
 
 namespace pixelgrove {
+
+void KeyComboEdits::Show(const KeyCombo& combo) const {
+    name.setText(combo.name);
+    start.setText(combo.start);
+    stop.setText(combo.stop);
+}
+
+KeyCombo KeyComboEdits::Shown() const {
+    return {name.text(), start.text(), stop.text()};
+}
 
 const KeyCombo* FillKeyComboList(QComboBox& list, const RecorderTable& table, const QString& chosen) {
     QStringList names;

@@ -3,12 +3,20 @@
 
 #include <QString>
 
+#include "recording/RecorderTable.h"
+
 class QComboBox;
+class QLineEdit;
 
 namespace pixelgrove {
 
-struct KeyCombo;
-struct RecorderTable;
+// The edits that show one combination; the form's.
+struct KeyComboEdits {
+    QLineEdit &name, &start, &stop;
+
+    void Show(const KeyCombo& combo) const;
+    KeyCombo Shown() const;
+};
 
 // The list shows the names of all rows, sorted, and has that of the chosen one selected, none without such a
 // row. Returns the row, or null; valid until one is added or removed. The list tells nobody of the change.

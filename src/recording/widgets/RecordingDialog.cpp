@@ -11,9 +11,7 @@
 #include "media/Bitmap.h"
 #include "platform/Random.h"
 #include "recording/FramePath.h"
-#include "recording/RecorderTable.h"
 #include "recording/widgets/KeyComboDialog.h"
-#include "recording/widgets/KeyComboList.h"
 #include "ui_RecordingDialog.h"
 #include "windows/widgets/DialogScaler.h"
 
@@ -123,10 +121,12 @@ void RecordingDialog::FillList() {
         ShowCombo(*row);
 }
 
+KeyComboEdits RecordingDialog::Edits() const {
+    return {*form_->nameEdit, *form_->startEdit, *form_->stopEdit};
+}
+
 void RecordingDialog::ShowCombo(const KeyCombo& combo) {
-    form_->nameEdit->setText(combo.name);
-    form_->startEdit->setText(combo.start);
-    form_->stopEdit->setText(combo.stop);
+    Edits().Show(combo);
     form_->noteLabel->setText(NoteOnKeyCombos(combo.start, combo.stop));
 }
 
@@ -185,10 +185,7 @@ void RecordingDialog::Accept() {
         path->folder = form_->folderEdit->text();
         path->format = form_->formatEdit->text();
     }
-    recorder_.start = form_->startEdit->text();
-    recorder_.stop = form_->stopEdit->text();
-    recorder_.friendlyName = form_->nameEdit->text();
-    PutInForce(table_, recorder_.start, recorder_.stop);
+    ChooseKeyCombo(table_, recorder_, Edits().Shown());
     Done(true);
 }
 

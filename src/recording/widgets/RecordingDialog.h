@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "recording/widgets/KeyComboList.h"
 #include "windows/widgets/Dialogs.h"
 
 namespace Ui {
@@ -13,9 +14,7 @@ class RecordingDialog;
 namespace pixelgrove {
 
 struct AppState;
-struct KeyCombo;
 struct RecorderSettings;
-struct RecorderTable;
 
 class RecordingDialog : public FrameDialog {
     Q_OBJECT
@@ -30,6 +29,7 @@ class RecordingDialog : public FrameDialog {
     void ShowSettings();
     void Connect();
     void FillList();
+    KeyComboEdits Edits() const;
     void ShowCombo(const KeyCombo& combo);
     void ShowSize(uint32_t width, uint32_t height);
     void ShowSizeNote();
