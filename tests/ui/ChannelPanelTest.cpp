@@ -2,13 +2,12 @@
 // reaches a run.
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDragEnterEvent>
 #include <QImage>
 #include <QMenu>
-#include <QMimeData>
 
 #include "OutputFixture.h"
 #include "shadertoy/ProjectFile.h"
+#include "support/Drops.h"
 #include "support/ImageTestSupport.h"
 #include "ui/channels/ChannelMenu.h"
 #include "ui/channels/ChannelThumbnail.h"
@@ -201,15 +200,7 @@ TEST_F(ChannelPanelTest, PicturesAreChosenByTheirFiles) {
 
 TEST_F(ChannelPanelTest, ThePictureTakesClicksAndDrops) {
     const auto drop = [this](const QString& path) {
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(path)});
-        const QPoint middle = Thumbnail()->rect().center();
-        QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(Thumbnail(), &enter);
-        ASSERT_TRUE(enter.isAccepted());
-        QDropEvent event(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(Thumbnail(), &event);
-        QCoreApplication::sendPostedEvents();
+        EXPECT_EQ(test::DropFiles(Thumbnail(), {path}), Qt::CopyAction);
     };
     QStringList problems;
     window->Projects().dialogs.inform = [&problems](QWidget&, const QString&, const QString& text) {

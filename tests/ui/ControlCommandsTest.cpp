@@ -11,12 +11,6 @@ namespace {
 
 class ControlCommandsTest : public WindowTest {
   protected:
-    void Select(int anchor, int position) const {
-        QTextCursor cursor = Editor()->textCursor();
-        cursor.setPosition(anchor);
-        cursor.setPosition(position, QTextCursor::KeepAnchor);
-        Editor()->setTextCursor(cursor);
-    }
     std::string Stored() const { return App()->project.currentDocument->text.toStdString(); }
 };
 

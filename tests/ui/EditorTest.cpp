@@ -48,12 +48,6 @@ class EditorTest : public WindowTest {
         Editor()->moveCursor(QTextCursor::Start);
         Paint();
     }
-    void SelectRange(int anchor, int position) const {
-        QTextCursor cursor(Editor()->document());
-        cursor.setPosition(anchor);
-        cursor.setPosition(position, QTextCursor::KeepAnchor);
-        Editor()->setTextCursor(cursor);
-    }
     const QString& Stored() const { return App()->project.currentDocument->text; }
     // The stretches of a line (from 0) that have the colour.
     QStringList Coloured(int line, uint32_t colour) const {
@@ -94,18 +88,6 @@ TEST_F(EditorTest, UndoAfterManyColouringsTakesBackTheUsersEditAlone) {
     EXPECT_EQ(Stored(), before);
     Key(Qt::Key_Y, Qt::ControlModifier);
     EXPECT_EQ(Stored(), Latin("vec2 ") + before);
-}
-
-TEST_F(EditorTest, UndoGoesBackAHundredSteps) {
-    Load(QString());
-    for (int i = 0; i < 120; ++i)
-        Paste(QStringLiteral("%1\n").arg(i));
-    for (int i = 0; i < 200; ++i)
-        Run(kCmdEditUndo);
-    EXPECT_EQ(Editor()->blockCount(), 21) << "20 lines and the empty last one are left";
-    while (Editor()->CanRedo())
-        Editor()->redo();
-    EXPECT_TRUE(Stored().endsWith(Latin("\n119\n")));
 }
 
 TEST_F(EditorTest, OnlyWhatIsOnScreenIsColouredAnew) {
@@ -235,7 +217,7 @@ TEST_F(EditorTest, KeysThatIndent) {
 
 TEST_F(EditorTest, TabsMoveTheSelectedLines) {
     Load(Latin("a\n\tb\n\nc\n"));
-    SelectRange(1, 6);  // ends at the start of the line with c
+    Select(1, 6);  // ends at the start of the line with c
     Key(Qt::Key_Tab);
     EXPECT_EQ(Stored(), Latin("\ta\n\t\tb\n\t\n\tc\n"));
     EXPECT_EQ(Editor()->textCursor().selectionStart(), 1);
@@ -279,7 +261,7 @@ TEST_F(EditorTest, LineCommandsAreSingleSteps) {
         Load(text);
         Type(Latin("x"));
         Key(Qt::Key_Backspace);
-        SelectRange(0, 4);
+        Select(0, 4);
         Run(command);
         EXPECT_EQ(Stored(), Latin(expected));
         EXPECT_EQ(Editor()->toPlainText(), Stored());
@@ -381,11 +363,11 @@ TEST_F(EditorTest, TheBracketsBesideTheCaretAreMarked) {
         return places;
     };
     EXPECT_EQ(marked(), "");
-    SelectRange(7, 7);
+    Select(7, 7);
     EXPECT_EQ(marked(), "1 6 ");
-    SelectRange(3, 4);
+    Select(3, 4);
     EXPECT_EQ(marked(), "");
-    SelectRange(4, 4);
+    Select(4, 4);
     EXPECT_EQ(marked(), "3 5 ");
     Key(Qt::Key_Delete);
     EXPECT_EQ(marked(), "3 4 ");
@@ -611,7 +593,7 @@ TEST_F(EditorTest, TheStoredTextFollowsEveryEdit) {
         Latin("\xA0\xE9/*"), QString(QChar(0)), Latin("*/"),     Latin("uniform int\n\n")};
     for (int i = 0; i < 1500; ++i) {
         const int length = Editor()->document()->characterCount() - 1;
-        SelectRange(below(length + 1), below(3) ? Editor()->textCursor().anchor() : below(length + 1));
+        Select(below(length + 1), below(3) ? Editor()->textCursor().anchor() : below(length + 1));
         switch (below(11)) {
             case 0:
                 Key(Qt::Key_Return);

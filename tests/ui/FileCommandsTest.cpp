@@ -193,8 +193,7 @@ TEST_F(FileCommandsTest, SavingWritesWhatIsEditedToTheProjectsOwnFile) {
     Run(kCmdOpenProject);
     ReplaceText(kRunning);
     if (App()->display.openGlOk) {
-        Run(kCmdPlay);
-        ASSERT_TRUE(PumpUntil([this] { return Enabled() == QStringLiteral("RpSs"); }));
+        ASSERT_TRUE(PlayUntilRunning());
         EXPECT_EQ(player.currentRun->request.project.stages[kStageImage].kind, kStageImage);
     }
     ReplaceText(QStringLiteral("// edited during the run"));

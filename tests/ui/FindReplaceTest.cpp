@@ -46,12 +46,6 @@ class FindReplaceTest : public WindowTest {
         return false;
     }
     static QString What(FindDialog* dialog) { return Edit(dialog, "findEdit")->text(); }
-    void Select(int anchor, int position) const {
-        QTextCursor cursor = Editor()->textCursor();
-        cursor.setPosition(anchor);
-        cursor.setPosition(position, QTextCursor::KeepAnchor);
-        Editor()->setTextCursor(cursor);
-    }
     // "anchor-position".
     std::string Selection() const {
         const QTextCursor cursor = Editor()->textCursor();

@@ -106,9 +106,6 @@ class LiveControlsTest : public OutputTest {
                 return table.values[size_t(i)].floatValue;
         return -1;
     }
-    bool WaitRunning() const {
-        return PumpUntil([this] { return Enabled() == QStringLiteral("RpSs"); });
-    }
 };
 
 TEST_F(LiveControlsTest, TheTreeShowsWhatImageDeclares) {

@@ -1,12 +1,11 @@
 // Shaders of the service, loaded into the main window.
 #include <QClipboard>
-#include <QDropEvent>
 #include <QGuiApplication>
-#include <QMimeData>
 #include <QTimer>
 #include <optional>
 #include <utility>
 
+#include "support/Drops.h"
 #include "support/TestService.h"
 #include "ui/WindowFixture.h"
 
@@ -66,11 +65,7 @@ TEST_F(LoadShaderTest, ADroppedPageOfAShaderLoadsIt) {
         window->Projects().New();
         QMimeData data;
         data.setUrls({QUrl(c.page)});
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(window.get(), &enter);
-        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(window.get(), &drop);
-        QCoreApplication::sendPostedEvents(window.get());
+        test::Drop(window.get(), data);
         EXPECT_EQ(Title().startsWith(QStringLiteral("Loaded")), c.isLoaded) << qPrintable(c.page);
     }
 }
@@ -130,14 +125,8 @@ TEST_F(LoadShaderTest, ADroppedTextIsCopiedNeverMoved) {
     QMimeData data;
     data.setText(QString::fromLatin1(kTwoStageProject));
     for (const Qt::DropActions offered : {Qt::DropActions(Qt::MoveAction), Qt::CopyAction | Qt::MoveAction}) {
-        QDragEnterEvent enter(QPoint(5, 5), offered, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(window.get(), &enter);
-        QDropEvent drop(QPointF(5, 5), offered, &data, Qt::LeftButton, Qt::NoModifier);
-        drop.setDropAction(Qt::IgnoreAction);
-        QCoreApplication::sendEvent(window.get(), &drop);
-        QCoreApplication::sendPostedEvents(window.get());
         const bool canCopy = offered.testFlag(Qt::CopyAction);
-        EXPECT_EQ(drop.dropAction(), canCopy ? Qt::CopyAction : Qt::IgnoreAction);
+        EXPECT_EQ(test::Drop(window.get(), data, offered), canCopy ? Qt::CopyAction : Qt::IgnoreAction);
         EXPECT_EQ(Title().startsWith(QStringLiteral("Loaded")), canCopy);
     }
 }

@@ -24,10 +24,6 @@ class OutputTest : public WindowTest {
         window->move(900, 20);
         ASSERT_TRUE(QTest::qWaitForWindowExposed(OutputFrame()));
     }
-    bool PlayUntilRunning() {
-        Run(kCmdPlay);
-        return PumpUntil([this] { return Enabled() == QStringLiteral("RpSs"); });
-    }
     OutputWindow& Output() const { return static_cast<OutputWindow&>(*OutputFrame()); }
     QImage Screenshot() const { return Output().screen()->grabWindow(Output().View()->winId()).toImage(); }
 };

@@ -3,14 +3,13 @@
 
 #include <QCheckBox>
 #include <QDir>
-#include <QDropEvent>
 #include <QFileInfo>
 #include <QHeaderView>
-#include <QMimeData>
 #include <QTimer>
 #include <QTreeView>
 
 #include "WindowFixture.h"
+#include "support/Drops.h"
 #include "ui/PaletteCommands.h"
 
 namespace pixelgrove {
@@ -168,19 +167,7 @@ TEST_F(PaletteBrowserTest, ARowIsPickedByMouseAndKeys) {
 
 TEST_F(PaletteBrowserTest, FilesAndFoldersTakeTheListsPlace) {
     const auto drop = [this](const QStringList& paths) {
-        QMimeData data;
-        QList<QUrl> urls;
-        for (const QString& path : paths)
-            urls.append(QUrl::fromLocalFile(path));
-        data.setUrls(urls);
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(browser.get(), &enter);
-        // With Shift the source proposes to move the files.
-        QDropEvent dropped(QPointF(5, 5), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
-                           Qt::ShiftModifier);
-        QCoreApplication::sendEvent(browser.get(), &dropped);
-        EXPECT_EQ(enter.isAccepted(), !paths.isEmpty());
-        EXPECT_EQ(dropped.dropAction(), paths.isEmpty() ? Qt::MoveAction : Qt::CopyAction);
+        EXPECT_EQ(test::DropFiles(browser.get(), paths), paths.isEmpty() ? Qt::IgnoreAction : Qt::CopyAction);
     };
     Open({.selectsSeveral = true});
     drop({Path("pal.txt"), Path("absent.pal"), Path("more.pal/e.pal"), Path("c.pal")});

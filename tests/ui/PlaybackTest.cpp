@@ -27,13 +27,6 @@ class PlaybackTest : public WindowTest {
         if (!App()->display.openGlOk) GTEST_SKIP() << "no usable OpenGL on this display";
         ReplaceText(kPlain);
     }
-    bool WaitRunning() {
-        return PumpUntil([this] { return Enabled() == QStringLiteral("RpSs"); });
-    }
-    bool PlayUntilRunning() {
-        Click("playButton");
-        return WaitRunning();
-    }
     // The run takes up this time while it is paused.
     static bool TimeBecomes(float time) {
         return PumpUntil([time] { return App()->run->playTime == time; });
@@ -84,9 +77,13 @@ TEST_F(PlaybackTest, WhatIsPostedIsSaidInItsOrder) {
     window->PostStatus(QStringLiteral("third"));
     window->AddStatusLine(QStringLiteral("below"));
     EXPECT_EQ(Status(), QStringLiteral("third\nbelow"));
-    App()->host->PostCommand(kCmdStop, 0);
+    App()->host->PostCommand(kCmdUseGdiDisplay, 0);
+    App()->host->PostCommand(kCmdMultisample4, 0);
+    App()->host->CancelPostedCommand(kCmdUseGdiDisplay);
     window->PostStatus(QStringLiteral("last"));
     EXPECT_TRUE(PumpUntil([this] { return Status() == QStringLiteral("last"); }));
+    EXPECT_EQ(App()->display.multisampleIndex, 2u);
+    EXPECT_EQ(App()->run->useGdiDisplay, 0u) << "it was taken back";
 }
 
 TEST_F(PlaybackTest, ARunWithoutAThreadIsTold) {

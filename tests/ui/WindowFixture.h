@@ -94,6 +94,12 @@ class WindowTest : public DisplayTest {
         Editor()->selectAll();
         Editor()->insertPlainText(text);
     }
+    void Select(int anchor, int position) const {
+        QTextCursor cursor = Editor()->textCursor();
+        cursor.setPosition(anchor);
+        cursor.setPosition(position, QTextCursor::KeepAnchor);
+        Editor()->setTextCursor(cursor);
+    }
     QString FileWith(const QByteArray& bytes, const QString& ending = QStringLiteral("json")) {
         QString path = folder.filePath(QStringLiteral("file%1.%2").arg(++filesMade).arg(ending));
         EXPECT_TRUE(WriteWholeFile(path, bytes));
@@ -111,6 +117,14 @@ class WindowTest : public DisplayTest {
         for (const auto& [name, letter] : buttons)
             if (Control<QPushButton>(name)->isEnabled()) letters += QLatin1Char(letter);
         return letters;
+    }
+
+    bool WaitRunning() const {
+        return PumpUntil([this] { return Enabled() == QStringLiteral("RpSs"); });
+    }
+    bool PlayUntilRunning() const {
+        Click("playButton");
+        return WaitRunning();
     }
 
     test::ScratchFolders dataFolders;

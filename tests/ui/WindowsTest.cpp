@@ -6,9 +6,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QDropEvent>
 #include <QMenu>
-#include <QMimeData>
 #include <cstdlib>
 #include <functional>
 #include <string>
@@ -18,6 +16,7 @@
 #include "platform/Files.h"
 #include "platform/SharedMemory.h"
 #include "render/widgets/OutputWindow.h"
+#include "support/Drops.h"
 #include "windows/LayoutRules.h"
 
 namespace pixelgrove {
@@ -164,14 +163,9 @@ TEST_F(WindowsTest, ARightPressBesideTheControlsGivesTheEditorMenu) {
 
 TEST_F(WindowsTest, FilesDroppedOnTheEditorAreLoaded) {
     const QString source = FileWith("// dropped\n", QStringLiteral("glsl"));
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(source), QUrl::fromLocalFile(QStringLiteral("/second.glsl"))});
-    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(Editor()->viewport(), &enter);
-    ASSERT_TRUE(enter.isAccepted());
-    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(Editor()->viewport(), &drop);
-    EXPECT_TRUE(PumpUntil([this] { return Editor()->toPlainText() == QStringLiteral("// dropped\n"); }));
+    EXPECT_EQ(test::DropFiles(Editor()->viewport(), {source, QStringLiteral("/second.glsl")}),
+              Qt::CopyAction);
+    EXPECT_EQ(Editor()->toPlainText(), QStringLiteral("// dropped\n"));
     EXPECT_EQ(Status(), QStringLiteral("First file loaded (drag-n-drop of multiple files not allowed)."));
 }
 
