@@ -197,14 +197,7 @@ bool AboutBox::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void AboutBox::keyPressEvent(QKeyEvent* event) {
-    if (TakeFindKey(*event)) return;
-    if (event->matches(QKeySequence::Cancel)) {
-        close();
-    } else if (QPushButton* button = ButtonOfKey(*this, *event)) {
-        button->click();
-    } else {
-        FrameWindow::keyPressEvent(event);
-    }
+    if (!TakeFindKey(*event) && !TakeDialogKey(*this, *event)) FrameWindow::keyPressEvent(event);
 }
 
 AboutBox& ShowAboutBox(QWidget& owner, const AboutSources& sources, QPointer<AboutBox>& slot,

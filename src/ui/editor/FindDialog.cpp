@@ -83,13 +83,7 @@ void FindDialog::StoreTexts(FindTexts& texts) const {
 }
 
 void FindDialog::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Cancel)) {
-        close();
-    } else if (QPushButton* button = ButtonOfKey(*this, *event)) {
-        button->click();
-    } else {
-        FrameWindow::keyPressEvent(event);
-    }
+    if (!TakeDialogKey(*this, *event)) FrameWindow::keyPressEvent(event);
 }
 
 }  // namespace pixelgrove

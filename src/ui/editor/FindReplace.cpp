@@ -2,9 +2,9 @@
 
 #include <QPlainTextEdit>
 #include <QScreen>
-#include <algorithm>
 
 #include "platform/TextScan.h"
+#include "windows/widgets/Dialogs.h"
 #include "windows/widgets/UserDialogs.h"
 
 namespace pixelgrove {
@@ -28,11 +28,7 @@ QRect PlaceFor(const QWidget& owner, QSize size, int index) {
     const int inset = kDialogInset + index * kDialogStep;
     QRect rect(QPoint(), size);
     rect.moveTopRight(owner.frameGeometry().topRight() + QPoint(-inset, inset));
-    rect.moveRight(std::min(rect.right(), area.right()));
-    rect.moveBottom(std::min(rect.bottom(), area.bottom()));
-    rect.moveLeft(std::max(rect.left(), area.left()));
-    rect.moveTop(std::max(rect.top(), area.top()));
-    return rect;
+    return MovedInto(rect, area);
 }
 
 }  // namespace

@@ -12,6 +12,14 @@
 
 namespace pixelgrove {
 
+QRect MovedInto(QRect rect, const QRect& area) {
+    rect.moveRight(std::min(rect.right(), area.right()));
+    rect.moveBottom(std::min(rect.bottom(), area.bottom()));
+    rect.moveLeft(std::max(rect.left(), area.left()));
+    rect.moveTop(std::max(rect.top(), area.top()));
+    return rect;
+}
+
 QRect PlaceOver(const QWidget* owner, const QSize& size) {
     const QWidget* window = owner ? owner->window() : nullptr;
     if (window && (!window->isVisible() || window->isMinimized())) window = nullptr;
@@ -19,11 +27,7 @@ QRect PlaceOver(const QWidget* owner, const QSize& size) {
     const QRect area = screen ? screen->availableGeometry() : QRect(QPoint(), size);
     QRect rect(QPoint(), size);
     rect.moveCenter((window ? window->frameGeometry() : area).center());
-    rect.moveRight(std::min(rect.right(), area.right()));
-    rect.moveBottom(std::min(rect.bottom(), area.bottom()));
-    rect.moveLeft(std::max(rect.left(), area.left()));
-    rect.moveTop(std::max(rect.top(), area.top()));
-    return rect;
+    return MovedInto(rect, area);
 }
 
 FrameDialog::FrameDialog(QWidget* owner, Kind kind) : FrameWindow(kind, owner ? owner->window() : nullptr) {
@@ -61,15 +65,10 @@ void FrameDialog::Done(bool accepted) {
 }
 
 void FrameDialog::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Cancel)) {
+    if (event->matches(QKeySequence::Cancel))
         Done(false);
-        return;
-    }
-    if (QPushButton* button = ButtonOfKey(*this, *event)) {
-        button->click();
-        return;
-    }
-    FrameWindow::keyPressEvent(event);
+    else if (!TakeDialogKey(*this, *event))
+        FrameWindow::keyPressEvent(event);
 }
 
 void FrameDialog::closeEvent(QCloseEvent* event) {
@@ -77,14 +76,19 @@ void FrameDialog::closeEvent(QCloseEvent* event) {
     if (event->isAccepted()) Done(false);
 }
 
-QPushButton* ButtonOfKey(const QWidget& window, const QKeyEvent& key) {
+bool TakeDialogKey(QWidget& window, const QKeyEvent& key) {
+    if (key.matches(QKeySequence::Cancel)) {
+        window.close();
+        return true;
+    }
     const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-    if (!enter || (key.modifiers() & ~Qt::KeypadModifier)) return nullptr;
+    if (!enter || (key.modifiers() & ~Qt::KeypadModifier)) return false;
     auto* button = qobject_cast<QPushButton*>(window.focusWidget());
     if (!button)
         for (QPushButton* candidate : window.findChildren<QPushButton*>())
             if (candidate->isDefault() && candidate->isVisible()) button = candidate;
-    return button;
+    if (button) button->click();
+    return button != nullptr;
 }
 
 bool ExecOnce(FrameDialog* dialog, const std::function<void()>& whenAccepted) {

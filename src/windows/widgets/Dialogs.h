@@ -10,9 +10,11 @@
 #include "windows/widgets/FrameWindow.h"
 
 class QEventLoop;
-class QPushButton;
 
 namespace pixelgrove {
+
+// The rectangle moved into the area; where it is too large, its upper left corner is in there.
+QRect MovedInto(QRect rect, const QRect& area);
 
 // The middle of the owner's window, or of the screen where that isn't seen, kept inside the work area; the
 // caption wins over the lower edge.
@@ -48,9 +50,9 @@ class FrameDialog : public FrameWindow {
 // called before, when Done(true) ended it; the answer is whether it was.
 bool ExecOnce(FrameDialog* dialog, const std::function<void()>& whenAccepted);
 
-// The button that the key presses in such a window, also one that isn't modal: with Enter the one that has
-// the focus, else the default one. Null for other keys, and where there is none.
-QPushButton* ButtonOfKey(const QWidget& window, const QKeyEvent& key);
+// What a key does in such a window, also one that isn't modal: Escape closes it, Enter presses the button
+// that has the focus, else the default one. False for other keys, and where there is no button.
+bool TakeDialogKey(QWidget& window, const QKeyEvent& key);
 
 enum class Answer { Yes, No, Cancel };
 
