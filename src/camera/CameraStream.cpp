@@ -9,20 +9,11 @@
 #include <utility>
 
 #include "media/LiveFeeds.h"
+#include "platform/Owned.h"
 
 namespace pixelgrove {
 
 namespace {
-
-template <auto Free>
-struct Freer {
-    template <typename T>
-    void operator()(T* object) const {
-        Free(object);
-    }
-};
-template <typename T, auto Free>
-using Owned = std::unique_ptr<T, Freer<Free>>;
 
 // The first form that both sides know is taken. Cameras pack what is too much for their cable as JPEG.
 constexpr const char* kForms =

@@ -13,8 +13,8 @@ constexpr int kUnwantedPackets = 100;         // of the short ones, until then
 constexpr const char* kStreamName = "Sound for shaders";
 
 // What mixers show of who listens.
-std::unique_ptr<pa_proplist, decltype(&pa_proplist_free)> ProgramProperties() {
-    std::unique_ptr<pa_proplist, decltype(&pa_proplist_free)> list(pa_proplist_new(), pa_proplist_free);
+Owned<pa_proplist, pa_proplist_free> ProgramProperties() {
+    Owned<pa_proplist, pa_proplist_free> list(pa_proplist_new());
     pa_proplist_sets(list.get(), PA_PROP_APPLICATION_NAME, "Pixelgrove");
     pa_proplist_sets(list.get(), PA_PROP_APPLICATION_ICON_NAME, "pixelgrove");
     return list;

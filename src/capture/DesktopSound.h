@@ -12,11 +12,11 @@
 #include <condition_variable>
 #include <cstddef>
 #include <functional>
-#include <memory>
 #include <mutex>
 #include <span>
 
 #include "audio/SoundFrames.h"
+#include "platform/Owned.h"
 
 namespace pixelgrove {
 
@@ -40,13 +40,6 @@ class DesktopSound {
     void Stop();
 
   private:
-    template <auto Free>
-    struct Freer {
-        template <typename T>
-        void operator()(T* object) const {
-            Free(object);
-        }
-    };
     static void EndContext(pa_context* context);
     static void EndStream(pa_stream* stream);
 
@@ -61,10 +54,10 @@ class DesktopSound {
     std::mutex restLock_;
     std::condition_variable restEnd_;
     std::atomic<bool> isStopped_{false};  // set under restLock_
-    const std::unique_ptr<pa_mainloop, Freer<pa_mainloop_free>> loop_;
+    const Owned<pa_mainloop, pa_mainloop_free> loop_;
     // The listening thread's.
-    std::unique_ptr<pa_context, Freer<EndContext>> context_;
-    std::unique_ptr<pa_stream, Freer<EndStream>> stream_;
+    Owned<pa_context, EndContext> context_;
+    Owned<pa_stream, EndStream> stream_;
     SoundFormat format_;
     bool isRare_ = false;  // the packets
     int unwanted_ = 0;     // packets since the last that anyone looked at

@@ -10,10 +10,10 @@
 #include <bit>
 #include <csignal>
 #include <cstdlib>
-#include <memory>
 #include <set>
 
 #include "platform/Clock.h"
+#include "platform/Owned.h"
 #include "recording/keyboard/KeyPresser.h"
 #include "recording/keyboard/KeyboardKeys.h"
 
@@ -24,116 +24,35 @@ using namespace Qt::StringLiterals;
 using Keys = std::vector<uint32_t>;
 
 KeyboardKeys KeysOfLayout(const char* layout, const char* variant = "", uint32_t group = 0) {
-    const std::unique_ptr<xkb_context, decltype(&xkb_context_unref)> context(
-        xkb_context_new(XKB_CONTEXT_NO_FLAGS), &xkb_context_unref);
+    const Owned<xkb_context, xkb_context_unref> context(xkb_context_new(XKB_CONTEXT_NO_FLAGS));
     const xkb_rule_names rules{"evdev", "pc105", layout, variant, nullptr};
-    const std::unique_ptr<xkb_keymap, decltype(&xkb_keymap_unref)> keymap(
-        xkb_keymap_new_from_names(context.get(), &rules, XKB_KEYMAP_COMPILE_NO_FLAGS), &xkb_keymap_unref);
+    const Owned<xkb_keymap, xkb_keymap_unref> keymap(
+        xkb_keymap_new_from_names(context.get(), &rules, XKB_KEYMAP_COMPILE_NO_FLAGS));
     EXPECT_TRUE(keymap);
     return keymap ? KeysOf(*keymap, group) : KeyboardKeys();
 }
 
 TEST(KeyboardKeys, NamesFollowTheLayout) {
     const struct {
-        const char* layout;
-        const char* variant;
+        const char *layout, *variant;
         uint32_t group;
-        struct {
-            QString name;
-            int keyCode;  // 0 for a name that no key has
-        } keys[9];
+        QString keys;  // names, each with its key code behind; 0 for a name that no key has
     } cases[] = {
-        {"us",
-         "",
-         0,
-         {{u"Y"_s, 29},
-          {u"["_s, 34},
-          {u"1"_s, 10},
-          {u"Minus"_s, 20},
-          {u"Less"_s, 94},
-          {u"Plus"_s, 0},
-          {u"/"_s, 61},
-          {u"Windows"_s, 133},
-          {u"F13"_s, 0}}},
-        {"de",
-         "",
-         0,
-         {{u"Y"_s, 52},
-          {u"["_s, 0},
-          {u"1"_s, 10},
-          {u"Minus"_s, 61},
-          {u"ß"_s, 20},
-          {u"Plus"_s, 35},
-          {u"Ü"_s, 34},
-          {u"´"_s, 21},
-          {u"AltGr"_s, 92}}},
-        {"fr",
-         "",
-         0,
-         {{u"A"_s, 24},
-          {u"["_s, 0},
-          {u"1"_s, 10},
-          {u","_s, 58},
-          {u"M"_s, 47},
-          {u"*"_s, 51},
-          {u"!"_s, 61},
-          {u"Num1"_s, 87},
-          {u"F9"_s, 75}}},
-        {"us",
-         "dvorak",
-         0,
-         {{u"S"_s, 47},
-          {u"'"_s, 24},
-          {u"/"_s, 34},
-          {u"["_s, 20},
-          {u"]"_s, 21},
-          {u"="_s, 35},
-          {u"Minus"_s, 48},
-          {u"Period"_s, 26},
-          {u"\\"_s, 51}}},
-        {"ru",
-         "",
-         0,
-         {{u"Q"_s, 24},
-          {u"["_s, 34},
-          {u"1"_s, 10},
-          {u"Period"_s, 61},
-          {u"Enter"_s, 36},
-          {u"Ctrl"_s, 37},
-          {u"Alt"_s, 64},
-          {u"Shift"_s, 50},
-          {u"PageUp"_s, 112}}},
-        {"ru,us",
-         ",",
-         0,
-         {{u"Q"_s, 24},
-          {u"["_s, 34},
-          {u";"_s, 47},
-          {u"Period"_s, 60},
-          {u"Insert"_s, 118},
-          {u"Delete"_s, 119},
-          {u"Esc"_s, 9},
-          {u"Pause"_s, 127},
-          {u"Space"_s, 65}}},
-        {"us,de",
-         ",",
-         1,
-         {{u"Y"_s, 52},
-          {u"Z"_s, 29},
-          {u"Ö"_s, 47},
-          {u"Ä"_s, 48},
-          {u"#"_s, 51},
-          {u"^"_s, 49},
-          {u","_s, 59},
-          {u"Less"_s, 94},
-          {u"NumMinus"_s, 82}}},
+        {"us", "", 0, u"Y 29 [ 34 1 10 Minus 20 Less 94 Plus 0 / 61 Windows 133 F13 0"_s},
+        {"de", "", 0, u"Y 52 [ 0 1 10 Minus 61 ß 20 Plus 35 Ü 34 ´ 21 AltGr 92"_s},
+        {"fr", "", 0, u"A 24 [ 0 1 10 , 58 M 47 * 51 ! 61 Num1 87 F9 75"_s},
+        {"us", "dvorak", 0, u"S 47 ' 24 / 34 [ 20 ] 21 = 35 Minus 48 Period 26 \\ 51"_s},
+        {"ru", "", 0, u"Q 24 [ 34 1 10 Period 61 Enter 36 Ctrl 37 Alt 64 Shift 50 PageUp 112"_s},
+        {"ru,us", ",", 0, u"Q 24 [ 34 ; 47 Period 60 Insert 118 Delete 119 Esc 9 Pause 127 Space 65"_s},
+        {"us,de", ",", 1, u"Y 52 Z 29 Ö 47 Ä 48 # 51 ^ 49 , 59 Less 94 NumMinus 82"_s},
     };
     for (const auto& c : cases) {
         const KeyboardKeys keyboard = KeysOfLayout(c.layout, c.variant, c.group);
-        for (const auto& [name, keyCode] : c.keys) {
-            const auto keys = ParseKeyCombo(name, keyboard.names);
-            EXPECT_EQ(keys ? keyboard.keyCodes.at(keys->front()) : 0, keyCode)
-                << c.layout << " " << c.variant << " " << name.toStdString();
+        const QStringList words = c.keys.split(u' ');
+        for (qsizetype i = 0; i < words.size(); i += 2) {
+            const auto keys = ParseKeyCombo(words[i], keyboard.names);
+            EXPECT_EQ(keys ? keyboard.keyCodes.at(keys->front()) : 0, words[i + 1].toInt())
+                << c.layout << " " << c.variant << " " << words[i].toStdString();
         }
     }
 }
@@ -214,20 +133,26 @@ class KeyPresserTest : public testing::Test {
         return down;
     }
     uint8_t CodeOf(uint32_t key) const { return keys.keyCodes[key]; }
-    bool PressAndWait(KeyPresser& presser, const Keys& virtualKeys) const {
-        bool released = false;
-        QString reason;
-        if (!presser.Press(
-                virtualKeys, [&] { released = true; }, reason))
-            return false;
-        while (!released)
+    // Counts the release in `released`.
+    bool Press(KeyPresser& presser, const Keys& virtualKeys) {
+        const auto onRelease = [this] { ++released; };
+        return presser.Press(virtualKeys, onRelease, reason);
+    }
+    void WaitForRelease() const {
+        for (const int before = released; released == before;)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    bool PressAndWait(KeyPresser& presser, const Keys& virtualKeys) {
+        if (!Press(presser, virtualKeys)) return false;
+        WaitForRelease();
         return true;
     }
 
     xcb_connection_t* watcher = nullptr;
     xcb_window_t root = XCB_NONE;
     KeyboardKeys keys;
+    int released = 0;
+    QString reason;  // why the last press was refused
 };
 
 TEST_F(KeyPresserTest, PressesAndReleasesInTheOrderOfTheText) {
@@ -270,40 +195,32 @@ TEST_F(KeyPresserTest, AGlobalHotKeySeesItsModifiers) {
 TEST_F(KeyPresserTest, RefusesWhatItCannotPress) {
     GrabKeyboard();
     KeyPresser presser;
-    QString reason;
-    bool released = false;
-    EXPECT_FALSE(presser.Press(
-        {kKeyCtrl, 124}, [] {}, reason))
-        << "F13";
+    EXPECT_FALSE(Press(presser, {kKeyCtrl, 124})) << "F13";
     EXPECT_EQ(reason, u"the keyboard lacks one of the keys"_s);
-    EXPECT_TRUE(presser.Press(
-        {'A'}, [&] { released = true; }, reason));
-    EXPECT_FALSE(presser.Press(
-        {'B'}, [] {}, reason))
-        << "while A is down";
-    while (!released)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_TRUE(Press(presser, {'A'}));
+    EXPECT_FALSE(Press(presser, {'B'})) << "while A is down";
+    WaitForRelease();
     EXPECT_EQ(Seen().size(), 2u);
+    EXPECT_EQ(released, 1);
 }
 
 TEST_F(KeyPresserTest, NoKeyStaysDown) {
     GrabKeyboard();
-    QString reason;
     {
         KeyPresser presser;
-        ASSERT_TRUE(presser.Press(
-            {kKeyCtrl, 'A'}, [] { FAIL() << "gone by then"; }, reason));
+        ASSERT_TRUE(Press(presser, {kKeyCtrl, 'A'}));
         Sync();
         EXPECT_EQ(KeysDown(), 2);
     }
     EXPECT_EQ(KeysDown(), 0) << "its end waits for them";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(released, 0) << "and tells nobody";
 
     // A process that is killed meanwhile.
     const pid_t child = fork();
     if (child == 0) {
         KeyPresser presser;
-        presser.Press(
-            {kKeyCtrl, 'A'}, [] {}, reason);
+        Press(presser, {kKeyCtrl, 'A'});
         raise(SIGKILL);
     }
     waitpid(child, nullptr, 0);

@@ -7,11 +7,11 @@
 
 #include <QString>
 #include <bitset>
-#include <memory>
 #include <utility>
 
 #include "platform/CodePage.h"
 #include "platform/KeyPlaces.h"
+#include "platform/Owned.h"
 
 namespace pixelgrove {
 
@@ -249,23 +249,20 @@ std::optional<KeyboardKeys> ReadKeyboard(xcb_connection_t& connection) {
         return {};
     const int32_t device = xkb_x11_get_core_keyboard_device_id(&connection);
     if (device < 0) return {};
-    const std::unique_ptr<xkb_context, decltype(&xkb_context_unref)> context(
-        xkb_context_new(XKB_CONTEXT_NO_FLAGS), &xkb_context_unref);
+    const Owned<xkb_context, xkb_context_unref> context(xkb_context_new(XKB_CONTEXT_NO_FLAGS));
     if (!context) return {};
-    const std::unique_ptr<xkb_keymap, decltype(&xkb_keymap_unref)> keymap(
-        xkb_x11_keymap_new_from_device(context.get(), &connection, device, XKB_KEYMAP_COMPILE_NO_FLAGS),
-        &xkb_keymap_unref);
+    const Owned<xkb_keymap, xkb_keymap_unref> keymap(
+        xkb_x11_keymap_new_from_device(context.get(), &connection, device, XKB_KEYMAP_COMPILE_NO_FLAGS));
     if (!keymap) return {};
-    const std::unique_ptr<xkb_state, decltype(&xkb_state_unref)> state(
-        xkb_x11_state_new_from_device(keymap.get(), &connection, device), &xkb_state_unref);
+    const Owned<xkb_state, xkb_state_unref> state(
+        xkb_x11_state_new_from_device(keymap.get(), &connection, device));
     if (!state) return {};
     return KeysOf(*keymap, xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE));
 }
 
 const KeyNameTable& KeyNames() {
     static const KeyNameTable names = [] {
-        const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(
-            xcb_connect(nullptr, nullptr), &xcb_disconnect);
+        const Owned<xcb_connection_t, xcb_disconnect> connection(xcb_connect(nullptr, nullptr));
         if (xcb_connection_has_error(connection.get()) != 0) return KeyNameTable();
         std::optional<KeyboardKeys> keys = ReadKeyboard(*connection);
         return keys ? std::move(keys->names) : KeyNameTable();
