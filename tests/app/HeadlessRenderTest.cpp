@@ -19,6 +19,28 @@ struct Outcome {
     QString out, err;
 };
 
+QByteArray Pass(const char* type, const char* name, const QByteArray& code, const QByteArray& inputs = "") {
+    QByteArray escaped = code;
+    escaped.replace('\\', "\\\\").replace('"', "\\\"").replace('\n', "\\n");
+    return QByteArray("{\"inputs\":[") + inputs + "],\"outputs\":[],\"code\":\"" + escaped +
+           "\",\"name\":\"" + name + "\",\"description\":\"\",\"type\":\"" + type + "\"}";
+}
+
+QByteArray Project(const QByteArray& passes) {
+    return "{\"Shader\":{\"ver\":\"0.1\",\"info\":{},\"renderpass\":[" + passes + "]}}";
+}
+
+QByteArray Input(const char* ctype, const char* src) {
+    return QByteArray("{\"id\":1,\"src\":\"") + src + "\",\"ctype\":\"" + ctype +
+           "\",\"channel\":0,\"sampler\":{\"filter\":\"nearest\",\"wrap\":\"clamp\",\"vflip\":\"true\","
+           "\"srgb\":\"false\"},\"published\":1}";
+}
+
+// A stage's text that makes every pixel this colour.
+QByteArray Shows(const QByteArray& colour) {
+    return "void mainImage(out vec4 c, in vec2 p) { c = " + colour + "; }";
+}
+
 class HeadlessRender : public ::testing::Test {
   protected:
     QString Path(const char* name) const { return folder_.filePath(QString::fromLatin1(name)); }
@@ -26,6 +48,11 @@ class HeadlessRender : public ::testing::Test {
         QFile file(Path(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     }
+    // A project of one stage.
+    void WriteImage(const char* name, const QByteArray& code, const QByteArray& inputs = "") const {
+        Write(name, Project(Pass("image", "Image", code, inputs)));
+    }
+    QColor Pixel(const char* name = "frame-0001.png") const { return QImage(Path(name)).pixelColor(1, 1); }
     Outcome Run(const QStringList& arguments) const {
         QProcess process;
         process.setWorkingDirectory(folder_.path());
@@ -49,28 +76,11 @@ class HeadlessRender : public ::testing::Test {
     QString program_ = QStringLiteral(PIXELGROVE_BIN_DIR "/pixelgrove-render");
 };
 
-QByteArray Pass(const char* type, const char* name, const QByteArray& code, const QByteArray& inputs = "") {
-    QByteArray escaped = code;
-    escaped.replace('\\', "\\\\").replace('"', "\\\"").replace('\n', "\\n");
-    return QByteArray("{\"inputs\":[") + inputs + "],\"outputs\":[],\"code\":\"" + escaped +
-           "\",\"name\":\"" + name + "\",\"description\":\"\",\"type\":\"" + type + "\"}";
-}
-
-QByteArray Project(const QByteArray& passes) {
-    return "{\"Shader\":{\"ver\":\"0.1\",\"info\":{},\"renderpass\":[" + passes + "]}}";
-}
-
-QByteArray Input(const char* ctype, const char* src) {
-    return QByteArray("{\"id\":1,\"src\":\"") + src + "\",\"ctype\":\"" + ctype +
-           "\",\"channel\":0,\"sampler\":{\"filter\":\"nearest\",\"wrap\":\"clamp\",\"vflip\":\"true\","
-           "\"srgb\":\"false\"},\"published\":1}";
-}
-
 const QByteArray kGradient =
     "uniform float blue;\nvoid mainImage(out vec4 c, in vec2 p) { c = vec4(p / iResolution.xy, blue, 1.0); }";
 
 TEST_F(HeadlessRender, WritesNumberedFramesOfTheAskedSize) {
-    Write("a.json", Project(Pass("image", "Image", kGradient)));
+    WriteImage("a.json", kGradient);
     const Outcome outcome = Run("a.json --frames 3 --size 8x4 --set blue=0.4 --format f%02d.png");
     ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
     EXPECT_EQ(QDir(folder_.path()).entryList({QStringLiteral("*.png")}),
@@ -84,34 +94,28 @@ TEST_F(HeadlessRender, WritesNumberedFramesOfTheAskedSize) {
 
 TEST_F(HeadlessRender, TheCameraIsLeftAloneAndThatIsSaid) {
     qputenv("PIXELGROVE_CAMERA", "videotestsrc");
-    Write("a.json", Project(Pass("image", "Image",
-                                 "void mainImage(out vec4 c, in vec2 p) { c = texture(iChannel0, p); }",
-                                 Input("webcam", ""))));
+    WriteImage("a.json", Shows("texture(iChannel0, p)"), Input("webcam", ""));
     const Outcome outcome = Run("a.json --size 4x4 --frames 40");
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_EQ(outcome.err.count(QStringLiteral("webcam")), 1) << outcome.err.toStdString();
-    EXPECT_EQ(QImage(Path("frame-0040.png")).pixelColor(1, 1), QColor(0, 0, 0));
+    EXPECT_EQ(Pixel("frame-0040.png"), QColor(0, 0, 0));
     qunsetenv("PIXELGROVE_CAMERA");
 }
 
 TEST_F(HeadlessRender, TimeStartsOneStepAfterStart) {
-    Write("a.json", Project(Pass("image", "Image",
-                                 "void mainImage(out vec4 c, in vec2 p) { c = vec4(abs(iTime - 0.75) < 1e-6, "
-                                 "iTimeDelta == 0.25, iFrame == 0, 1.0); }")));
+    WriteImage("a.json", Shows("vec4(abs(iTime - 0.75) < 1e-6, iTimeDelta == 0.25, iFrame == 0, 1.0)"));
     ASSERT_EQ(Run("a.json --start 0.5 --speed 0.25 --size 4x4").exitCode, 0);
-    EXPECT_EQ(QImage(Path("frame-0001.png")).pixelColor(1, 1), QColor(255, 255, 255));
+    EXPECT_EQ(Pixel(), QColor(255, 255, 255));
 }
 
 TEST_F(HeadlessRender, ValuesArriveExactly) {
-    Write("a.json",
-          Project(Pass(
-              "image", "Image",
-              "uniform bool b, d; uniform int i, j; uniform uint u; void mainImage(out vec4 c, in vec2 p) "
-              "{ c = vec4(b && !d, i == -3 && j == 16777217, u == 4294967295u, 1.0); }")));
+    WriteImage("a.json",
+               "uniform bool b, d; uniform int i, j; uniform uint u; void mainImage(out vec4 c, in vec2 p) "
+               "{ c = vec4(b && !d, i == -3 && j == 16777217, u == 4294967295u, 1.0); }");
     EXPECT_EQ(Run("a.json --size 4x4 --set b=true --set d=0 --set i=-3 --set j=16777217 --set u=4294967295")
                   .err.toStdString(),
               "");
-    EXPECT_EQ(QImage(Path("frame-0001.png")).pixelColor(1, 1), QColor(255, 255, 255));
+    EXPECT_EQ(Pixel(), QColor(255, 255, 255));
     for (const char* line :
          {"a.json --set i=1.5", "a.json --set u=-1", "a.json --set j=3e9", "a.json --set u=a"})
         EXPECT_EQ(Run(line).exitCode, 2) << line;
@@ -149,7 +153,7 @@ TEST_F(HeadlessRender, LiveControlsAreListedSetAndDrawn) {
             arguments << QStringLiteral("--set") << setting;
         const Outcome outcome = Run(arguments);
         EXPECT_EQ(outcome.err.toStdString() + std::to_string(outcome.exitCode), "0");
-        EXPECT_EQ(QImage(Path("frame-0001.png")).pixelColor(1, 1), row.colour);
+        EXPECT_EQ(Pixel(), row.colour);
     }
     for (const auto& [setting, sentence] :
          {std::pair{"RED=1.5", "RED is a value from 0 to 1."},
@@ -185,19 +189,17 @@ TEST_F(HeadlessRender, CubeFacesStandInARow) {
 }
 
 TEST_F(HeadlessRender, CompileFailuresAreOneWithMappedMessages) {
-    Write("a.json",
-          Project(Pass("image", "Image", "void mainImage(out vec4 c, in vec2 p)\n{\n\n    c = wrong;\n}")));
+    const QByteArray wrong = "void mainImage(out vec4 c, in vec2 p)\n{\n\n    c = wrong;\n}";
+    WriteImage("a.json", wrong);
     for (const char* line : {"a.json", "a.json --check"}) {
         const Outcome outcome = Run(line);
         EXPECT_EQ(outcome.exitCode, 1);
         EXPECT_TRUE(outcome.err.contains(QLatin1String("Image(4): error: "))) << outcome.err.toStdString();
     }
     // The driver's column; a file of one stage needs no stage's name.
-    const QByteArray wrong = "void mainImage(out vec4 c, in vec2 p)\n{\n\n    c = wrong;\n}";
     Write("a.glsl", wrong);
-    Write("b.json",
-          Project(Pass("common", "Common", "float f() {\n  return gone;\n}") + "," +
-                  Pass("image", "Image", "void mainImage(out vec4 c, in vec2 p) { c = vec4(f()); }")));
+    Write("b.json", Project(Pass("common", "Common", "float f() {\n  return gone;\n}") + "," +
+                            Pass("image", "Image", Shows("vec4(f())"))));
     Write("c.json", "{");
     const struct {
         const char* file;
@@ -212,21 +214,20 @@ TEST_F(HeadlessRender, CompileFailuresAreOneWithMappedMessages) {
         EXPECT_TRUE(QRegularExpression(QLatin1String(start)).match(outcome.err).hasMatch())
             << outcome.err.toStdString();
     }
-    Write("baked.json",
-          Project(Pass("image", "Image", "#define N a // n [0..4]\nvoid mainImage() { N; N }")));
+    WriteImage("baked.json", "#define N a // n [0..4]\nvoid mainImage() { N; N }");
     const Outcome baked = Run("baked.json --check");
     EXPECT_EQ(baked.exitCode, 1);
     EXPECT_TRUE(
         baked.err.contains(QLatin1String("Image(1): note: the control \"n \" put its value in place"
                                          " of \"#define N a // n [0..4]\"\n")))
         << baked.err.toStdString();
-    Write("good.json", Project(Pass("image", "Image", kGradient)));
+    WriteImage("good.json", kGradient);
     EXPECT_EQ(Run("good.json --check").exitCode, 0);
     EXPECT_TRUE(QDir(folder_.path()).entryList({QStringLiteral("*.png")}).isEmpty());
 }
 
 TEST_F(HeadlessRender, AnOpenGlThatIsTooOldIsNamed) {
-    Write("a.json", Project(Pass("image", "Image", kGradient)));
+    WriteImage("a.json", kGradient);
     qputenv("MESA_GL_VERSION_OVERRIDE", "3.1COMPAT");
     const Outcome outcome = Run("a.json --check");
     qunsetenv("MESA_GL_VERSION_OVERRIDE");
@@ -236,7 +237,7 @@ TEST_F(HeadlessRender, AnOpenGlThatIsTooOldIsNamed) {
 }
 
 TEST_F(HeadlessRender, PicturesBeyondTheDriversMemoryAreAFailure) {
-    Write("a.json", Project(Pass("image", "Image", kGradient)));
+    WriteImage("a.json", kGradient);
     const Outcome outcome = Run("a.json --check --size 16384x16384");
     if (outcome.exitCode == 0 && outcome.err.isEmpty()) GTEST_SKIP() << "this driver has room for them";
     EXPECT_EQ(outcome.exitCode, 1);
@@ -245,8 +246,7 @@ TEST_F(HeadlessRender, PicturesBeyondTheDriversMemoryAreAFailure) {
 
 TEST_F(HeadlessRender, LongExpressionsCompile) {
     const QByteArray sum = "p.x" + QByteArray("+p.x").repeated(40000);
-    Write("a.json", Project(Pass("image", "Image",
-                                 "void mainImage(out vec4 c, in vec2 p) { c = vec4(" + sum + "); }")));
+    WriteImage("a.json", Shows("vec4(" + sum + ")"));
     EXPECT_EQ(Run("a.json --check").exitCode, 0);
 }
 
@@ -312,7 +312,7 @@ TEST_F(HeadlessRender, MediaThatLieAreACompileFailure) {
                                            {"texture", "lie.bmp", damaged},
                                            {"texture", "gone.png", missing},
                                            {"cubemap", "lie.bmp", damaged}}) {
-        Write("a.json", Project(Pass("image", "Image", kGradient, Input(type, src))));
+        WriteImage("a.json", kGradient, Input(type, src));
         const Outcome outcome = Run("a.json --size 8x8");
         EXPECT_EQ(outcome.exitCode, 1) << type << " " << src;
         // Once as a warning of the load, once as what the compile failed of.
@@ -361,11 +361,9 @@ TEST_F(HeadlessRender, AShadersIdIsFetchedOnce) {
     QImage white(4, 4, QImage::Format_RGB32);
     white.fill(Qt::white);
     ASSERT_TRUE(white.save(service.FilePath("media/white.png")));
-    service.Put(
-        "shaders/AbC12.json",
-        Project(Pass("image", "Image",
-                     "void mainImage(out vec4 c, in vec2 p) { c = texelFetch(iChannel0, ivec2(0), 0); }",
-                     Input("texture", "/media/a/white.png"))));
+    service.Put("shaders/AbC12.json",
+                Project(Pass("image", "Image", Shows("texelFetch(iChannel0, ivec2(0), 0)"),
+                             Input("texture", "/media/a/white.png"))));
     // The cache is below the program's own folder.
     program_ = Path("pixelgrove-render");
     ASSERT_TRUE(QFile::copy(QStringLiteral(PIXELGROVE_BIN_DIR "/pixelgrove-render"), program_));
@@ -376,7 +374,7 @@ TEST_F(HeadlessRender, AShadersIdIsFetchedOnce) {
         const Outcome outcome = Run("AbC12 --size 4x4");
         ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
         EXPECT_EQ(outcome.err.toStdString(), "");
-        EXPECT_EQ(QImage(Path("frame-0001.png")).pixelColor(1, 1), QColor(255, 255, 255));
+        EXPECT_EQ(Pixel(), QColor(255, 255, 255));
         ASSERT_TRUE(QFile::remove(Path("frame-0001.png")));
     }
     const Outcome outcome = Run("other");
@@ -394,12 +392,11 @@ QByteArray AllOf(const QString& path) {
 }
 
 TEST_F(HeadlessRender, RateAndDateAreTheFilmsOwn) {
-    Write("a.json", Project(Pass("image", "Image",
-                                 "void mainImage(out vec4 c, in vec2 p) { c = vec4(iFrameRate == 0.5, "
-                                 "iDate.xyz == vec3(2027, 1, 1), iDate.w == 3.0, 1.0); }")));
+    WriteImage("a.json",
+               Shows("vec4(iFrameRate == 0.5, iDate.xyz == vec3(2027, 1, 1), iDate.w == 3.0, 1.0)"));
     ASSERT_EQ(Run("a.json --size 4x4 --frames 3 --rate 0.5 --date 2026-12-31T23:59:59").exitCode, 0);
-    EXPECT_EQ(QImage(Path("frame-0001.png")).pixelColor(1, 1), QColor(255, 0, 0));
-    EXPECT_EQ(QImage(Path("frame-0003.png")).pixelColor(1, 1), QColor(255, 255, 255));
+    EXPECT_EQ(Pixel(), QColor(255, 0, 0));
+    EXPECT_EQ(Pixel("frame-0003.png"), QColor(255, 255, 255));
 }
 
 TEST_F(HeadlessRender, ARangeOfFramesIsTheSameAsInOneRun) {
@@ -421,10 +418,8 @@ TEST_F(HeadlessRender, ARangeOfFramesIsTheSameAsInOneRun) {
          "frames 1 to 4 are drawn without being written: Image "},
     };
     for (const auto& row : rows) {
-        Write("a.json",
-              Project(Pass("image", "Image",
-                           all + "void mainImage(out vec4 c, in vec2 p) { " + row.image + " c.w = 1.0; }",
-                           row.input)));
+        WriteImage("a.json", all + "void mainImage(out vec4 c, in vec2 p) { " + row.image + " c.w = 1.0; }",
+                   row.input);
         const auto run = [&](const QString& range) {
             return Run((QStringLiteral("a.json --size 8x8 --rate 7 --date 2026-11-23 --audio a.wav --format "
                                        "%d.png ") +
@@ -457,10 +452,8 @@ TEST_F(HeadlessRender, ARangeOfFramesIsTheSameAsInOneRun) {
 
 TEST_F(HeadlessRender, AToneHasItsBarAtItsFrequency) {
     using pixelgrove::test::Tone;
-    Write("a.json", Project(Pass("image", "Image",
-                                 "void mainImage(out vec4 c, in vec2 p) { c = vec4(texelFetch(iChannel0, "
-                                 "ivec2(p.x, 0), 0).x > 0.99); }",
-                                 Input("musicstream", ""))));
+    WriteImage("a.json", Shows("vec4(texelFetch(iChannel0, ivec2(p.x, 0), 0).x > 0.99)"),
+               Input("musicstream", ""));
     for (const int hertz : {1000, 5000, 15000}) {
         Write("a.wav", pixelgrove::test::WaveFile(Tone(hertz, 48000, 48000), 48000));
         ASSERT_EQ(Run("a.json --size 512x2 --frames 30 --audio a.wav").err.toStdString(), "");
@@ -477,7 +470,7 @@ TEST_F(HeadlessRender, AToneHasItsBarAtItsFrequency) {
 }
 
 TEST_F(HeadlessRender, WhatCantBeHeardIsNamed) {
-    Write("a.json", Project(Pass("image", "Image", kGradient)));
+    WriteImage("a.json", kGradient);
     Write("text.wav", "no sound");
     for (const char* file : {"none.wav", ".", "text.wav", "a.json", "/dev/zero"}) {
         const Outcome outcome =
@@ -490,10 +483,7 @@ TEST_F(HeadlessRender, WhatCantBeHeardIsNamed) {
 }
 
 TEST_F(HeadlessRender, APipeCarriesThePixelsOfTheFiles) {
-    Write("a.json",
-          Project(Pass("image", "Image",
-                       "void mainImage(out vec4 c, in vec2 p) { c = vec4(p / 8.0, fract(iTime * 7.0), "
-                       "1.0); }")));
+    WriteImage("a.json", Shows("vec4(p / 8.0, fract(iTime * 7.0), 1.0)"));
     ASSERT_EQ(Run("a.json --size 7x5 --frames 3").exitCode, 0);
     QByteArray pixels;
     for (int frame = 1; frame <= 3; ++frame) {

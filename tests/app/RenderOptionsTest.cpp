@@ -56,51 +56,23 @@ TEST(RenderOptions, GoodLines) {
 }
 
 TEST(RenderOptions, BadLines) {
-    for (const char* line : {"",
-                             "a.json b.json",
-                             "a.json --frames",
-                             "a.json --frames 0",
-                             "a.json --frames 99999999999",
-                             "a.json --size 10",
-                             "a.json --size 0x5",
-                             "a.json --size 1x1",
-                             "a.json --size 99999x10",
-                             "a.json --speed 1.5",
-                             "a.json --speed nan",
-                             "a.json --start inf",
-                             "a.json --stage Common",
-                             "a.json --set x",
-                             "a.json --set =1",
-                             "a.json --set x=",
-                             "a.json --format frame.png --frames 2",
-                             "a.json --format %d%d",
-                             "a.json --format %s",
-                             "a.json --first 0",
-                             "a.json --jobs 0",
-                             "a.json --jobs x",
-                             "a.json --rate 0",
-                             "a.json --rate 1/0",
-                             "a.json --rate -5",
-                             "a.json --rate 1e3",
-                             "a.json --rate .",
-                             "a.json --rate 99999",
-                             "a.json --rate 1.0000000001",
-                             "a.json --date 12:00",
-                             "a.json --date 2026-02-30",
-                             "a.json --date 2026-11-23T12:00:00Z",
-                             "a.json --date 2026-11-23T25:00:00",
-                             "a.json --date 2026-11-23T",
-                             "a.json --pipe --out d",
-                             "a.json --pipe y4m --jobs 2",
-                             "a.json --pipe --format %d.png",
-                             "a.json --pipe mp4",
-                             "a.json --pipe=mp4",
-                             "a.json --check=1",
-                             "a.json --format-errors msvc",
-                             "a.json -x",
-                             "a.json --nonsense"}) {
-        const QString error = Parse(line).error;
-        EXPECT_TRUE(error.endsWith(u'.') && !error.contains(u'\n')) << line << ": " << error.toStdString();
+    QStringList lines =
+        QStringLiteral(
+            "b.json | --frames | --frames 0 | --frames 99999999999 | --size 10 | --size 0x5 | "
+            "--size 1x1 | --size 99999x10 | --speed 1.5 | --speed nan | --start inf | "
+            "--stage Common | --set x | --set =1 | --set x= | --format frame.png --frames 2 | "
+            "--format %d%d | --format %s | --first 0 | --jobs 0 | --jobs x | --rate 0 | --rate 1/0 | "
+            "--rate -5 | --rate 1e3 | --rate . | --rate 99999 | --rate 1.0000000001 | --date 12:00 | "
+            "--date 2026-02-30 | --date 2026-11-23T12:00:00Z | --date 2026-11-23T25:00:00 | "
+            "--date 2026-11-23T | --pipe --out d | --pipe y4m --jobs 2 | --pipe --format %d.png | "
+            "--pipe mp4 | --pipe=mp4 | --check=1 | --format-errors msvc | -x | --nonsense")
+            .split(QStringLiteral(" | "));
+    for (QString& line : lines)
+        line.prepend(QStringLiteral("a.json "));
+    lines.append(QString());  // no project at all
+    for (const QString& line : lines) {
+        const QString error = Parse(line.toLatin1()).error;
+        EXPECT_TRUE(error.endsWith(u'.') && !error.contains(u'\n')) << qPrintable(line + error);
     }
 }
 
