@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
-#include <csignal>
 
 #include "media/ImageFiles.h"
 #include "platform/Files.h"
@@ -98,23 +97,6 @@ TEST_F(SaveBitmapImageTest, PpmTakesMemoryForPixelsOfThreeBytes) {
     // An 8-bit bitmap has too few bytes for this treatment.
     EXPECT_FALSE(SaveBitmapImage(*PatternBitmap(8, 3, 8, false, false), Path("g.ppm")));
     EXPECT_FALSE(QFileInfo::exists(Path("g.ppm")));
-}
-
-TEST_F(SaveBitmapImageTest, FailedWriteKeepsTheOlderFile) {
-    // A limit on the length of files stands in for a full disk.
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit old{};
-    getrlimit(RLIMIT_FSIZE, &old);
-    const rlimit limited{600, old.rlim_max};
-    const auto bitmap = PatternBitmap(64, 64, 32, true, false);
-    for (const char* name : {"f.png", "f.bmp", "f.jpg", "f.tif", "f.gif"}) {
-        EXPECT_TRUE(WriteBytes(Path(name), "older"));
-        setrlimit(RLIMIT_FSIZE, &limited);
-        EXPECT_FALSE(SaveBitmapImage(*bitmap, Path(name))) << name;
-        setrlimit(RLIMIT_FSIZE, &old);
-        EXPECT_EQ(ReadWholeFile(Path(name)), QByteArray("older")) << name;
-    }
-    std::signal(SIGXFSZ, oldHandler);
 }
 
 TEST_F(SaveBitmapImageTest, TargetsThatAreNoFilesAndIncompleteBitmapsAreRefused) {

@@ -1,6 +1,5 @@
 // Stages, editor, messages, menus and project commands of the main window.
 #include <QClipboard>
-#include <QFile>
 #include <QMenu>
 #include <QTextBlock>
 
@@ -151,26 +150,6 @@ TEST_F(MainWindowTest, ASourceFileBeginsAProject) {
     EXPECT_EQ(App()->project.fileName, path);
     EXPECT_EQ(Status(), QStringLiteral("File loaded."));
     EXPECT_EQ(Text("stageImageButton"), QStringLiteral("[ Image ]"));
-}
-
-TEST_F(MainWindowTest, ASavedProjectReadsBackTheSame) {
-    const QString common = QStringLiteral("// \u00E9\u00A0\t\"quoted\"\n\n");
-    AddStage(App()->project, kStageCommon);
-    SelectStage(App()->project, kStageCommon);
-    ReplaceText(common);
-    App()->project.channels[kStageImage][2].kind = kChannelKeyboard;
-    OnStageChanged(App()->project, kStageImage);
-    chosenPath = folder.filePath(QStringLiteral("saved.json"));
-    Run(kCmdSaveProjectAs);
-    EXPECT_EQ(Status(), QStringLiteral("File saved."));
-    EXPECT_EQ(Title(), QStringLiteral("saved.json - Pixelgrove"));
-    EXPECT_FALSE(App()->project.shaderModified);
-
-    Run(kCmdNew);
-    ASSERT_FALSE(App()->project.documents[kStageCommon].hasText);
-    Run(kCmdOpenProject);
-    EXPECT_EQ(App()->project.documents[kStageCommon].text, common);
-    EXPECT_EQ(App()->project.channels[kStageImage][2].kind, uint32_t(kChannelKeyboard));
 }
 
 TEST_F(MainWindowTest, MenuChoicesReachTheRunsSettings) {
