@@ -1,9 +1,24 @@
 #include "media/BitmapRows.h"
 
+#include <QtEndian>
 #include <cstring>
 #include <new>
 
 namespace pixelgrove {
+
+namespace {
+
+// Two pixels at a time, as one word; each write but the last reaches into the next one's place.
+int RgbOfPairs(const uint8_t* in, int width, uint8_t* out) {
+    int x = 0;
+    for (; x + 3 <= width; x += 2, in += 8, out += 6) {
+        const uint64_t word = qFromBigEndian<quint64>(in);
+        qToLittleEndian<quint64>((word >> 40 & 0xffffff) | (word >> 8 & 0xffffff) << 24, out);
+    }
+    return x;
+}
+
+}  // namespace
 
 std::optional<std::vector<uint8_t>> RepackBitmapRows(const Bitmap& bitmap, bool vflip) {
     const int depth = bitmap.bitsPerPixel;
@@ -19,6 +34,17 @@ std::optional<std::vector<uint8_t>> RepackBitmapRows(const Bitmap& bitmap, bool 
         return tight;
     } catch (const std::bad_alloc&) {
         return std::nullopt;
+    }
+}
+
+void UprightRgbRow(const Bitmap& bitmap, int y, uint8_t* out) {
+    const uint8_t* in = bitmap.Row(bitmap.bottomUp ? bitmap.height - 1 - y : y);
+    const int step = bitmap.bitsPerPixel / 8;
+    int x = step == 4 ? RgbOfPairs(in, bitmap.width, out) : 0;
+    for (in += x * step, out += x * 3; x < bitmap.width; ++x, in += step, out += 3) {
+        out[0] = in[2];
+        out[1] = in[1];
+        out[2] = in[0];
     }
 }
 

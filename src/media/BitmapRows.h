@@ -16,4 +16,8 @@ namespace pixelgrove {
 // not 8, 24 or 32, the bitmap's bits are not all there, or memory is short.
 std::optional<std::vector<uint8_t>> RepackBitmapRows(const Bitmap& bitmap, bool vflip);
 
+// Row y from the top of a complete 24- or 32-bit bitmap, whichever way its rows run: red, green and blue of
+// each pixel.
+void UprightRgbRow(const Bitmap& bitmap, int y, uint8_t* out);
+
 }  // namespace pixelgrove

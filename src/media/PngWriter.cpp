@@ -5,12 +5,15 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
+#include <span>
 #include <utility>
 #include <vector>
 
+#include "media/BitmapRows.h"
+#include "media/RunDeflater.h"
 #include "platform/Thread.h"
 
 namespace pixelgrove {
@@ -21,11 +24,14 @@ namespace {
 constexpr int kStrips = 4;
 constexpr uint8_t kPaethFilter = 4;
 constexpr size_t kStackBytes = size_t(256) << 10;
+constexpr size_t kFilterStep = 32;
+static_assert(size_t(kMaxBitmapSide) * 3 + 1 <= RunDeflater::kBlockBytes);
 
 struct Strip {
     int firstRow = 0, endRow = 0;
     QByteArray packed;  // raw deflate; empty on failure
-    uLong adler = 0;
+    uLong crc = 0;      // of what is packed
+    uLong adler = 0;    // of what was there before
     z_off_t unpackedBytes = 0;
 };
 
@@ -35,70 +41,80 @@ size_t ChannelsOf(const Bitmap& bitmap) {
 
 // The row's bytes as PNG has them, counted from the top.
 void FillRow(const Bitmap& bitmap, int y, uint8_t* out) {
-    const uint8_t* in = bitmap.Row(bitmap.bottomUp ? bitmap.height - 1 - y : y);
-    if (bitmap.bitsPerPixel == 8) {
-        std::memcpy(out, in, size_t(bitmap.width));
-        return;
-    }
-    const int step = bitmap.bitsPerPixel / 8;
-    for (int x = 0; x < bitmap.width; ++x, in += step, out += 3) {
-        out[0] = in[2];
-        out[1] = in[1];
-        out[2] = in[0];
-    }
+    if (bitmap.bitsPerPixel == 8)
+        std::memcpy(out, bitmap.Row(bitmap.bottomUp ? bitmap.height - 1 - y : y), size_t(bitmap.width));
+    else
+        UprightRgbRow(bitmap, y, out);
 }
 
-// Of left, up and their corner, the one nearest to left + up - corner.
-uint8_t Predicted(int left, int up, int corner) {
-    const int toLeft = std::abs(up - corner);
-    const int toUp = std::abs(left - corner);
-    const int toCorner = std::abs(left + up - 2 * corner);
-    return uint8_t(toLeft <= toUp && toLeft <= toCorner ? left : toUp <= toCorner ? up : corner);
+int16_t Magnitude(int16_t number) {
+    return std::max(number, int16_t(-number));
 }
 
-// Rows begin with a pixel of zeros.
+// Of left, up and their corner, the one nearest to left + up - corner. By masks, which the compiler turns
+// into instructions for many bytes at once.
+uint8_t Predicted(int16_t left, int16_t up, int16_t corner) {
+    const auto fromLeft = int16_t(up - corner), fromUp = int16_t(left - corner);
+    const int16_t toLeft = Magnitude(fromLeft), toUp = Magnitude(fromUp);
+    const int16_t nearest = std::min(std::min(toLeft, toUp), Magnitude(int16_t(fromLeft + fromUp)));
+    const auto isLeft = int16_t(-(toLeft == nearest)), isUp = int16_t(-(toUp == nearest));
+    const auto other = int16_t((up & isUp) | (corner & ~isUp));
+    return uint8_t((left & isLeft) | (other & ~isLeft));
+}
+
+// Rows begin with a pixel of zeros; all three have a step's bytes behind their end, for the last step. Steps
+// of a fixed length on arrays of their own are what every compiler turns into vectors.
 void FilterRow(const uint8_t* row, const uint8_t* above, size_t channels, size_t bytes, uint8_t* out) {
-    for (size_t i = 0; i < bytes; ++i) {
-        const size_t here = i + channels;
-        out[i] = uint8_t(row[here] - Predicted(row[i], above[here], above[i]));
+    for (size_t i = 0; i < bytes; i += kFilterStep) {
+        std::array<uint8_t, kFilterStep> here, left, up, corner, result;
+        std::memcpy(here.data(), row + i + channels, kFilterStep);
+        std::memcpy(left.data(), row + i, kFilterStep);
+        std::memcpy(up.data(), above + i + channels, kFilterStep);
+        std::memcpy(corner.data(), above + i, kFilterStep);
+        for (size_t k = 0; k < kFilterStep; ++k)
+            result[k] = uint8_t(here[k] - Predicted(left[k], up[k], corner[k]));
+        std::memcpy(out + i, result.data(), kFilterStep);
     }
 }
 
 void PackStrip(const Bitmap& bitmap, Strip& strip) {
     const size_t channels = ChannelsOf(bitmap);
     const size_t bytes = size_t(bitmap.width) * channels;
-    std::vector<uint8_t> row(bytes + channels), above(bytes + channels), filtered(bytes + 1);
+    const size_t lineBytes = bytes + 1;
+    const auto rows = size_t(strip.endRow - strip.firstRow);
+    const size_t blockRows = RunDeflater::kBlockBytes / lineBytes;
+    std::vector<uint8_t> row(bytes + channels + kFilterStep), above(row.size());
+    const size_t blockBytes = lineBytes * std::min(blockRows, rows);
+    std::vector<uint8_t> block(blockBytes + kFilterStep);
+    QByteArray packed(qsizetype(RunDeflater::MostBytes(lineBytes * rows, rows / blockRows + 1)),
+                      Qt::Uninitialized);
+    const auto deflater = std::make_unique<RunDeflater>(reinterpret_cast<uint8_t*>(packed.data()));
     if (strip.firstRow > 0) FillRow(bitmap, strip.firstRow - 1, above.data() + channels);
-    // What is left of a drawn picture behind the filter are runs: looking for nothing else is quickest, and
-    // no longer match of bytes is lost on the edges of strips.
-    z_stream stream{};
-    if (deflateInit2(&stream, 1, Z_DEFLATED, -MAX_WBITS, 9, Z_RLE) != Z_OK) return;
-    strip.unpackedBytes = z_off_t(filtered.size()) * (strip.endRow - strip.firstRow);
-    QByteArray packed(qsizetype(deflateBound(&stream, uLong(strip.unpackedBytes))) + 16, Qt::Uninitialized);
-    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
-    stream.avail_out = uInt(packed.size());
+    strip.unpackedBytes = z_off_t(lineBytes * rows);
     strip.adler = adler32(0, nullptr, 0);
-    int result = Z_OK;
-    for (int y = strip.firstRow; y < strip.endRow && result == Z_OK; ++y) {
+    const bool isLast = strip.endRow == bitmap.height;
+    uint8_t* line = block.data();
+    for (int y = strip.firstRow; y < strip.endRow; ++y) {
         FillRow(bitmap, y, row.data() + channels);
-        filtered[0] = kPaethFilter;
-        FilterRow(row.data(), above.data(), channels, bytes, filtered.data() + 1);
+        *line = kPaethFilter;
+        FilterRow(row.data(), above.data(), channels, bytes, line + 1);
+        line += lineBytes;
         std::swap(row, above);
-        strip.adler = adler32(strip.adler, filtered.data(), uInt(filtered.size()));
-        stream.next_in = filtered.data();
-        stream.avail_in = uInt(filtered.size());
-        const bool isLast = y + 1 == strip.endRow;
-        const bool isEnd = y + 1 == bitmap.height;
-        result = deflate(&stream, isEnd ? Z_FINISH : isLast ? Z_SYNC_FLUSH : Z_NO_FLUSH);
+        const bool isEnd = y + 1 == strip.endRow;
+        if (!isEnd && line < block.data() + blockBytes) continue;
+        const std::span filled(block.data(), line);
+        strip.adler = adler32_z(strip.adler, filled.data(), filled.size());
+        deflater->AddBlock(filled, isEnd && isLast);
+        line = block.data();
     }
-    const bool isWhole = (result == Z_OK || result == Z_STREAM_END) && stream.avail_in == 0;
-    packed.truncate(qsizetype(stream.total_out));
-    deflateEnd(&stream);
-    if (isWhole) strip.packed = std::move(packed);
+    packed.truncate(qsizetype(deflater->EndPart(isLast)));
+    strip.crc = crc32_z(0, reinterpret_cast<const Bytef*>(packed.constData()), size_t(packed.size()));
+    strip.packed = std::move(packed);
 }
 
-// A failure leaves the strip empty.
+// A failure leaves the strip empty, as one without rows is.
 void TryPackStrip(const Bitmap& bitmap, Strip& strip) {
+    if (strip.firstRow == strip.endRow) return;
     try {
         PackStrip(bitmap, strip);
     } catch (const std::bad_alloc&) {
@@ -122,11 +138,36 @@ QByteArray BigEndian(uint32_t number) {
     return QByteArray(bytes.data(), bytes.size());
 }
 
+uLong CrcOf(QByteArrayView bytes, uLong before = 0) {
+    return crc32_z(before, reinterpret_cast<const Bytef*>(bytes.data()), size_t(bytes.size()));
+}
+
 void AddChunk(QByteArray& file, const QByteArray& typeAndData) {
     file += BigEndian(uint32_t(typeAndData.size() - 4));
     file += typeAndData;
-    file += BigEndian(uint32_t(
-        crc32_z(0, reinterpret_cast<const Bytef*>(typeAndData.constData()), size_t(typeAndData.size()))));
+    file += BigEndian(uint32_t(CrcOf(typeAndData)));
+}
+
+// The picture's chunk. False without a strip.
+bool AddPicture(QByteArray& file, const std::array<Strip, kStrips>& strips) {
+    const QByteArray head("IDAT\x78\x01");  // a zlib stream with a window of 32 kB
+    uLong adler = adler32(0, nullptr, 0);
+    uLong crc = CrcOf(head);
+    qsizetype bytes = head.size();
+    for (const Strip& strip : strips) {
+        if (strip.firstRow == strip.endRow) continue;
+        if (strip.packed.isEmpty()) return false;
+        adler = adler32_combine(adler, strip.adler, strip.unpackedBytes);
+        crc = crc32_combine(crc, strip.crc, z_off_t(strip.packed.size()));
+        bytes += strip.packed.size();
+    }
+    const QByteArray end = BigEndian(uint32_t(adler));
+    file.reserve(file.size() + bytes + 64);
+    file += BigEndian(uint32_t(bytes + end.size() - 4)) + head;
+    for (const Strip& strip : strips)
+        file += strip.packed;
+    file += end + BigEndian(uint32_t(CrcOf(end, crc)));
+    return true;
 }
 
 }  // namespace
@@ -140,23 +181,13 @@ QByteArray EncodePng(const Bitmap& bitmap) {
     }
     PackStrips(bitmap, strips);
 
-    QByteArray data("IDAT\x78\x01");  // the head of a zlib stream with a window of 32 kB
-    uLong adler = adler32(0, nullptr, 0);
-    for (const Strip& strip : strips) {
-        if (strip.firstRow == strip.endRow) continue;
-        if (strip.packed.isEmpty()) return {};
-        data += strip.packed;
-        adler = adler32_combine(adler, strip.adler, strip.unpackedBytes);
-    }
-    data += BigEndian(uint32_t(adler));
-
     QByteArray header = "IHDR" + BigEndian(uint32_t(bitmap.width)) + BigEndian(uint32_t(bitmap.height));
     const std::array<char, 5> form = {8, char(bitmap.bitsPerPixel == 8 ? 0 : 2), 0, 0,
                                       0};  // 8 bits, grey or colour
     header.append(form.data(), form.size());
     QByteArray file("\x89PNG\r\n\x1a\n");
     AddChunk(file, header);
-    AddChunk(file, data);
+    if (!AddPicture(file, strips)) return {};
     AddChunk(file, "IEND");
     return file;
 }

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <vector>
 
 #include "media/ImageFiles.h"
 #include "platform/Files.h"
@@ -64,13 +65,23 @@ TEST_F(SaveBitmapImageTest, LosslessFormatsGiveBackThePictureUprightAndOpaque) {
     }
 }
 
-TEST_F(SaveBitmapImageTest, APngOfFewRowsIsWhole) {
-    for (int height = 1; height <= 9; ++height) {
-        const auto bitmap = PatternBitmap(1 + height % 3, height, 32, true, true);
-        ASSERT_TRUE(SaveBitmapImage(*bitmap, Path("f.png")));
-        const QImage back(Path("f.png"));
-        ASSERT_EQ(back.height(), height);
-        EXPECT_EQ(MeanError(back, *bitmap), 0.0);
+// Fewer rows than are packed at a time, widths around what is filtered at a time, rows wider than a block.
+TEST_F(SaveBitmapImageTest, APngOfAnySizeIsWhole) {
+    std::vector<QSize> sizes = {
+        {3, 5}, {32, 3}, {33, 2}, {64, 1}, {131, 70}, {400, 301}, {kMaxBitmapSide, 2}};
+    for (int height = 1; height <= 9; ++height)
+        sizes.emplace_back(1 + height % 3, height);
+    for (const QSize size : sizes) {
+        for (const int depth : {8, 24, 32}) {
+            for (const bool bottomUp : {false, true}) {
+                const auto bitmap = PatternBitmap(size.width(), size.height(), depth, bottomUp, true);
+                ASSERT_TRUE(SaveBitmapImage(*bitmap, Path("f.png")));
+                const QImage back(Path("f.png"));
+                ASSERT_EQ(back.size(), size);
+                EXPECT_EQ(MeanError(back, *bitmap), 0.0)
+                    << size.width() << 'x' << size.height() << ' ' << depth;
+            }
+        }
     }
 }
 
