@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
-#include <cstring>
+
+#include "media/BitmapRows.h"
 
 namespace pixelgrove {
 
@@ -36,38 +36,40 @@ constexpr PlaneWeights ChromaWeights(double own, double other, bool isRed) {
 constexpr std::array kPlanes = {LumaWeights(), ChromaWeights(kBlue, kRed, false),
                                 ChromaWeights(kRed, kBlue, true)};
 
-// Four pixels at once, as words of the machine.
-void PackFour(const uint8_t* in, uint8_t* out) {
-    static_assert(std::endian::native == std::endian::little);
-    std::array<uint32_t, 4> pixels;
-    std::memcpy(pixels.data(), in, 16);
-    for (uint32_t& pixel : pixels)
-        pixel = (pixel >> 16 & 0xff) | (pixel & 0xff00) | (pixel & 0xff) << 16;
-    const std::array<uint32_t, 3> packed = {pixels[0] | pixels[1] << 24, pixels[1] >> 8 | pixels[2] << 16,
-                                            pixels[2] >> 16 | pixels[3] << 8};
-    std::memcpy(out, packed.data(), 12);
+// What a value of each channel, blue first, adds to the planes; blue brings the bases. Y and Cb stand in one
+// number, from the 32nd bit on the latter: sums of whole pixels are below that in each half.
+struct PlaneTables {
+    std::array<std::array<uint64_t, 256>, 3> lumaAndBlue;
+    std::array<std::array<uint32_t, 256>, 3> red;
+};
+
+constexpr PlaneTables MakePlaneTables() {
+    PlaneTables tables{};
+    for (int channel = 0; channel < 3; ++channel) {
+        std::array<int64_t, 3> weights{}, bases{};
+        for (size_t p = 0; p < kPlanes.size(); ++p) {
+            const PlaneWeights& plane = kPlanes[p];
+            weights[p] = channel == 0 ? plane.blue : channel == 1 ? plane.green : plane.red;
+            bases[p] = channel == 0 ? plane.base : 0;
+        }
+        for (int value = 0; value < 256; ++value) {
+            const auto part = [&](size_t p) { return uint64_t(weights[p] * value + bases[p]); };
+            tables.lumaAndBlue[size_t(channel)][size_t(value)] = part(0) + (part(1) << 32);
+            tables.red[size_t(channel)][size_t(value)] = uint32_t(part(2));
+        }
+    }
+    return tables;
 }
 
-const uint8_t* UprightRow(const Bitmap& picture, int row) {
-    return picture.Row(picture.bottomUp ? picture.height - 1 - row : row);
-}
+constexpr PlaneTables kTables = MakePlaneTables();
 
 }  // namespace
 
 void ToRgb24(const Bitmap& picture, std::vector<uint8_t>& bytes) {
-    bytes.resize(size_t(picture.width) * size_t(picture.height) * 3);
-    uint8_t* out = bytes.data();
-    for (int y = 0; y < picture.height; ++y) {
-        const uint8_t* in = UprightRow(picture, y);
-        int x = 0;
-        for (; x + 4 <= picture.width; x += 4, in += 16, out += 12)
-            PackFour(in, out);
-        for (; x < picture.width; ++x, in += 4, out += 3) {
-            out[0] = in[2];
-            out[1] = in[1];
-            out[2] = in[0];
-        }
-    }
+    const size_t rowBytes = size_t(picture.width) * 3;
+    bytes.resize(rowBytes * size_t(picture.height));
+    for (int y = 0; y < picture.height; ++y)
+        UprightRgbRow(picture, y, bytes.data() + size_t(y) * rowBytes);
 }
 
 QByteArray Y4mHeader(int width, int height, const FrameRate& rate) {
@@ -81,15 +83,16 @@ void ToY4mFrame(const Bitmap& picture, std::vector<uint8_t>& bytes) {
     const size_t plane = size_t(picture.width) * size_t(picture.height);
     bytes.resize(kMark.size() + 3 * plane);
     std::ranges::copy(kMark, bytes.begin());
-    for (size_t p = 0; p < kPlanes.size(); ++p) {
-        const PlaneWeights weights = kPlanes[p];
-        uint8_t* out = bytes.data() + kMark.size() + p * plane;
-        for (int y = 0; y < picture.height; ++y) {
-            const uint8_t* in = UprightRow(picture, y);
-            for (int x = 0; x < picture.width; ++x, in += 4)
-                *out++ = uint8_t(
-                    (weights.red * in[2] + weights.green * in[1] + weights.blue * in[0] + weights.base) >>
-                    16);
+    uint8_t* out = bytes.data() + kMark.size();
+    for (int y = 0; y < picture.height; ++y) {
+        const uint8_t* in = picture.Row(picture.bottomUp ? picture.height - 1 - y : y);
+        for (int x = 0; x < picture.width; ++x, ++out, in += 4) {
+            const auto& [ofBlue, ofGreen, ofRed] = kTables.lumaAndBlue;
+            const uint64_t lumaAndBlue = ofBlue[in[0]] + ofGreen[in[1]] + ofRed[in[2]];
+            const uint32_t red = kTables.red[0][in[0]] + kTables.red[1][in[1]] + kTables.red[2][in[2]];
+            out[0] = uint8_t(lumaAndBlue >> 16);
+            out[plane] = uint8_t(lumaAndBlue >> 48);
+            out[2 * plane] = uint8_t(red >> 16);
         }
     }
 }
