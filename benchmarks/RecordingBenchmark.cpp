@@ -1,91 +1,124 @@
-// What a recorded frame costs beside its drawing and its packing, and how fast it is against ffmpeg packing
-// the same pixels. Each frame is measured as a whole and in its two parts, in turns; see README.md beside
-// this file.
+// Recorded frames as PNG against one thread of ffmpeg packing the same pixels, and what of a recorded frame's
+// time is neither drawing, reading nor packing. Both sides take turns; see README.md beside this file.
+//
+// The linker leads the calls of those three through this file (--wrap in CMakeLists.txt), which notes how
+// long they take.
 
 #include <sys/resource.h>
 #include <time.h>
 
-#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 #include <vector>
 
 #include "../tests/support/Engine.h"
 #include "media/PngWriter.h"
 #include "project/ProjectModel.h"
 #include "render/FrameRecorder.h"
+#include "render/FrameRenderer.h"
 #include "shadertoy/ProjectFile.h"
 
 namespace pixelgrove {
 namespace {
 
 constexpr SurfaceSize kSize{1920, 1080};
-constexpr int kFrames = 40;
+constexpr int kTurns = 5;
+constexpr double kTurnSeconds = 1.0;
 
-// Time of all processors, which other programs don't add to: this program's, and its children's.
-double OwnMs() {
-    timespec spent{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &spent);
-    return double(spent.tv_sec) * 1e3 + double(spent.tv_nsec) / 1e6;
+double MsOn(clockid_t clock) {
+    timespec now{};
+    clock_gettime(clock, &now);
+    return double(now.tv_sec) * 1e3 + double(now.tv_nsec) / 1e6;
 }
 
-template <typename F>
-double MsOf(F&& run) {
-    const double start = OwnMs();
-    run();
-    return OwnMs() - start;
+// Wall time, and that of all processors, to which other programs don't add.
+struct Cost {
+    double wallMs = 0.0, ownMs = 0.0;
+
+    Cost operator+(const Cost& other) const { return {wallMs + other.wallMs, ownMs + other.ownMs}; }
+    Cost operator-(const Cost& other) const { return {wallMs - other.wallMs, ownMs - other.ownMs}; }
+    Cost operator/(double count) const { return {wallMs / count, ownMs / count}; }
+};
+
+Cost Now() {
+    return {MsOn(CLOCK_MONOTONIC), MsOn(CLOCK_PROCESS_CPUTIME_ID)};
 }
 
-// What the quickest tenth stays below: other programs still take the caches.
-double Quick(std::vector<double> values) {
-    std::ranges::sort(values);
-    return values[values.size() / 10];
-}
-
-double MsOfChildren() {
+Cost NowOfChildren() {
     rusage usage{};
     getrusage(RUSAGE_CHILDREN, &usage);
-    return double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1e3 +
-           double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e3;
+    return {MsOn(CLOCK_MONOTONIC), double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1e3 +
+                                       double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e3};
 }
 
-// Rows of red, green and blue.
-bool WriteRaw(const Bitmap& frame, QFile& file) {
-    QByteArray row(qsizetype(frame.width) * 3, 0);
-    for (int y = frame.height - 1; y >= 0; --y) {
-        const uint8_t* in = frame.Row(y);
-        for (qsizetype i = 0; i < row.size(); i += 3, in += 4) {
-            row[i] = char(in[2]);
-            row[i + 1] = char(in[1]);
-            row[i + 2] = char(in[0]);
-        }
-        if (file.write(row) != row.size()) return false;
-    }
-    return true;
+// What the calls took since they were last set to nothing.
+struct Spans {
+    Cost drawing, reading, packing;
+};
+Spans spans;
+
+template <typename F>
+auto Noted(Cost& span, F&& call) {
+    const Cost start = Now();
+    auto result = call();
+    span = span + (Now() - start);
+    return result;
 }
 
-double SizeOfFiles(const QString& folder) {
+double SizeOfFiles(const QString& folder, int frames) {
     double bytes = 0;
-    for (const QFileInfo& file : QDir(folder).entryInfoList({QStringLiteral("f-*.png")}))
-        bytes += double(file.size());
+    for (int i = 1; i <= frames; ++i)
+        bytes += double(QFileInfo(folder + QStringLiteral("/f-%1.png").arg(i)).size());
     return bytes;
 }
 
-// Milliseconds of one processor that one thread of ffmpeg takes a frame to pack the raw frames into the
-// folder; 0 without it.
-double MsOfFfmpeg(const QString& rawPath, const QString& folder) {
+// What one thread of ffmpeg takes to pack the first so many raw frames into the folder; nothing without it.
+Cost CostOfFfmpeg(const QString& rawPath, int frames, const QString& folder) {
     const QString size = QStringLiteral("%1x%2").arg(kSize.width).arg(kSize.height);
     QStringList arguments =
         QStringLiteral("-loglevel error -y -f rawvideo -pix_fmt rgb24 -video_size").split(u' ');
-    arguments << size << QStringLiteral("-i") << rawPath;
+    arguments << size << QStringLiteral("-i") << rawPath << QStringLiteral("-frames:v")
+              << QString::number(frames);
     arguments << QStringLiteral("-threads 1 -c:v png").split(u' ') << folder + QStringLiteral("/f-%d.png");
-    const double before = MsOfChildren();
+    const Cost before = NowOfChildren();
     const int result = QProcess::execute(QStringLiteral("ffmpeg"), arguments);
-    return result == 0 ? (MsOfChildren() - before) / kFrames : 0;
+    return result == 0 ? NowOfChildren() - before : Cost();
 }
+
+// Numbers from 1, on top of those of the turn before.
+Cost Record(test::Engine& engine, int frames) {
+    SetRecordingState(*App(), kManualStopSeconds);
+    const Cost start = Now();
+    engine.Draw(frames);
+    const Cost cost = Now() - start;
+    SetRecordingState(*App(), 0);
+    return cost;
+}
+
+// The turn's frames, for ffmpeg.
+bool DecodeInto(const QString& rawPath, const QString& folder, int frames) {
+    QFile raw(rawPath);
+    if (!raw.open(QIODevice::WriteOnly)) return false;
+    for (int i = 1; i <= frames; ++i) {
+        const QImage picture =
+            QImage(folder + QStringLiteral("/f-%1.png").arg(i)).convertToFormat(QImage::Format_RGB888);
+        for (int y = 0; y < picture.height(); ++y) {
+            const auto* line = reinterpret_cast<const char*>(picture.constScanLine(y));
+            if (raw.write(line, qint64(picture.width()) * 3) != qint64(picture.width()) * 3) return false;
+        }
+    }
+    return raw.size() == qint64(frames) * kSize.width * kSize.height * 3;
+}
+
+struct Range {
+    double least = 0.0, median = 0.0, most = 0.0;
+};
 
 bool Measure(const QString& projectPath) {
     test::Engine engine;
@@ -101,37 +134,95 @@ bool Measure(const QString& projectPath) {
     asked.recordWidth = uint32_t(kSize.width);
     asked.recordHeight = uint32_t(kSize.height);
     asked.recordFrameDelayMs = 0;
-    engine.Draw(3);
+    Record(engine, 2);
+    const int frames = std::clamp(int(kTurnSeconds * 1e3 / Record(engine, 1).wallMs), 3, 30);
+    const QString rawPath = theirs.filePath(QStringLiteral("raw"));
 
-    QFile raw(theirs.filePath(QStringLiteral("raw")));
-    if (!raw.open(QIODevice::WriteOnly)) return false;
-    std::vector<double> whole, drawing, reading, packing;
-    for (int i = 0; i < kFrames; ++i) {
-        // Not recorded, a frame is drawn and nothing else, or read back too: the surface has no window.
-        asked.useGdiDisplay = 0;
-        drawing.push_back(MsOf([&] { engine.Draw(1); }));
-        asked.useGdiDisplay = 1;
-        reading.push_back(MsOf([&] { engine.Draw(1); }));
-        SetRecordingState(*App(), kManualStopSeconds);
-        asked.recordFrameIndex = uint32_t(i);
-        whole.push_back(MsOf([&] { engine.Draw(1); }));
-        SetRecordingState(*App(), 0);
-        packing.push_back(MsOf([&] { EncodePng(*engine.Run().frame); }));
-        if (!WriteRaw(*engine.Run().frame, raw)) return false;
+    struct Turn {
+        Cost whole;
+        Spans parts;
+        Cost ffmpeg;
+    };
+    std::vector<Turn> turns;
+    std::vector<double> sizes;
+    Cost start{1e9, 1e9};  // ffmpeg's for one frame, the least of all turns: it isn't counted
+    for (int i = 0; i < kTurns; ++i) {
+        spans = {};
+        Turn turn;
+        turn.whole = Record(engine, frames) / frames;
+        turn.parts = {spans.drawing / frames, spans.reading / frames, spans.packing / frames};
+        if (!DecodeInto(rawPath, folder.path(), frames)) return false;
+        const Cost first = CostOfFfmpeg(rawPath, 1, theirs.path());
+        start = {std::min(start.wallMs, first.wallMs), std::min(start.ownMs, first.ownMs)};
+        turn.ffmpeg = CostOfFfmpeg(rawPath, frames, theirs.path());
+        turns.push_back(turn);
+        sizes.push_back(SizeOfFiles(folder.path(), frames) / SizeOfFiles(theirs.path(), frames));
     }
-    raw.close();
-    const double ffmpegMs = MsOfFfmpeg(raw.fileName(), theirs.path());
-    const double frameMs = Quick(whole);
-    const double drawMs = Quick(drawing);
-    const double restMs = frameMs - Quick(reading) - Quick(packing);
-    std::printf("%-16s %8.1f %8.1f %8.1f %8.1f %7.1f%% %8.1f %8.2f %8.2f %6.2f\n",
-                qPrintable(QFileInfo(projectPath).completeBaseName()), frameMs, drawMs,
-                Quick(reading) - drawMs, Quick(packing), restMs / frameMs * 100, ffmpegMs, ffmpegMs / frameMs,
-                ffmpegMs / (frameMs - drawMs), SizeOfFiles(folder.path()) / SizeOfFiles(theirs.path()));
+    for (Turn& turn : turns)
+        turn.ffmpeg = (turn.ffmpeg - start) / (frames - 1);
+    for (const auto clock : {&Cost::wallMs, &Cost::ownMs}) {
+        const auto range = [&](auto&& value) {
+            std::vector<double> values;
+            for (const Turn& turn : turns)
+                values.push_back(value(turn));
+            std::ranges::sort(values);
+            return Range{values.front(), values[values.size() / 2], values.back()};
+        };
+        const Range recorded = range([&](const Turn& turn) { return turn.whole.*clock; });
+        const Range drawing = range([&](const Turn& turn) { return turn.parts.drawing.*clock; });
+        const Range reading = range([&](const Turn& turn) { return turn.parts.reading.*clock; });
+        const Range packing = range([&](const Turn& turn) { return turn.parts.packing.*clock; });
+        const Range rest = range([&](const Turn& turn) {
+            const Spans& parts = turn.parts;
+            const Cost named = parts.drawing + parts.reading + parts.packing;
+            return 100.0 * (1.0 - named.*clock / (turn.whole.*clock));
+        });
+        const Range ffmpeg = range([&](const Turn& turn) { return turn.ffmpeg.*clock; });
+        const Range faster =
+            range([&](const Turn& turn) { return turn.ffmpeg.*clock / (turn.whole.*clock); });
+        const Range undrawn = range([&](const Turn& turn) {
+            return turn.ffmpeg.*clock / ((turn.whole - turn.parts.drawing).*clock);
+        });
+        std::ranges::sort(sizes);
+        std::printf(
+            "%-14s %-10s %8.1f %8.1f %8.1f %8.1f %6.1f%% %8.1f   %.2f (%.2f to %.2f)   %.2f (%.2f to %.2f) "
+            "%6.2f\n",
+            qPrintable(QFileInfo(projectPath).completeBaseName()),
+            clock == &Cost::wallMs ? "wall" : "processors", recorded.median, drawing.median, reading.median,
+            packing.median, rest.median, ffmpeg.median, faster.median, faster.least, faster.most,
+            undrawn.median, undrawn.least, undrawn.most, sizes[sizes.size() / 2]);
+    }
     return true;
 }
 
 }  // namespace
+
+// The wrapped calls, by the names that the linker knows.
+#define PIXELGROVE_DRAW \
+    "_ZN10pixelgrove12RenderStagesEPNS_13RenderContextEPKNS_17SynchronizedValueINS_12PaletteTableEEE"
+#define PIXELGROVE_READ "_ZN10pixelgrove13ReadBackStageERNS_13RenderContextEjRNS_6BitmapEi"
+#define PIXELGROVE_PACK "_ZN10pixelgrove9EncodePngERKNS_6BitmapE"
+
+bool RealDraw(RenderContext*, const SharedPalette*) asm("__real_" PIXELGROVE_DRAW);
+bool RealRead(RenderContext&, uint32_t, Bitmap&, int) asm("__real_" PIXELGROVE_READ);
+QByteArray RealPack(const Bitmap&) asm("__real_" PIXELGROVE_PACK);
+
+bool NotedDraw(RenderContext* context, const SharedPalette* palette) asm("__wrap_" PIXELGROVE_DRAW);
+bool NotedDraw(RenderContext* context, const SharedPalette* palette) {
+    return Noted(spans.drawing, [&] { return RealDraw(context, palette); });
+}
+
+bool NotedRead(RenderContext& context, uint32_t stage, Bitmap& bitmap,
+               int face) asm("__wrap_" PIXELGROVE_READ);
+bool NotedRead(RenderContext& context, uint32_t stage, Bitmap& bitmap, int face) {
+    return Noted(spans.reading, [&] { return RealRead(context, stage, bitmap, face); });
+}
+
+QByteArray NotedPack(const Bitmap& bitmap) asm("__wrap_" PIXELGROVE_PACK);
+QByteArray NotedPack(const Bitmap& bitmap) {
+    return Noted(spans.packing, [&] { return RealPack(bitmap); });
+}
+
 }  // namespace pixelgrove
 
 int main(int argumentCount, char** arguments) {
@@ -139,10 +230,10 @@ int main(int argumentCount, char** arguments) {
         std::fprintf(stderr, "bench_recording PROJECT...\n");
         return 2;
     }
-    std::printf("%dx%d PNG, ms of processor a frame, the quickest tenth of %d frames\n",
-                pixelgrove::kSize.width, pixelgrove::kSize.height, pixelgrove::kFrames);
-    std::printf("%-16s %8s %8s %8s %8s %8s %8s %8s %8s %6s\n", "project", "recorded", "drawing", "reading",
-                "packing", "rest", "ffmpeg", "faster", "undrawn", "size");
+    std::printf("%dx%d PNG, ms a frame, medians of %d turns\n", pixelgrove::kSize.width,
+                pixelgrove::kSize.height, pixelgrove::kTurns);
+    std::printf("%-14s %-10s %8s %8s %8s %8s %7s %8s   %-21s %-21s %s\n", "project", "clock", "recorded",
+                "drawing", "reading", "packing", "rest", "ffmpeg", "faster", "undrawn", "size");
     for (int i = 1; i < argumentCount; ++i) {
         if (pixelgrove::Measure(QString::fromLocal8Bit(arguments[i]))) continue;
         std::fprintf(stderr, "%s can't be played\n", arguments[i]);

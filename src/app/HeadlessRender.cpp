@@ -34,8 +34,7 @@ namespace {
 
 // The stage's latest picture, in place of what `picture` holds if it holds something; for Cube A its six
 // faces side by side.
-std::shared_ptr<Bitmap> ReadPicture(const RenderContext& context, uint32_t stage,
-                                    std::shared_ptr<Bitmap> picture) {
+std::shared_ptr<Bitmap> ReadPicture(RenderContext& context, uint32_t stage, std::shared_ptr<Bitmap> picture) {
     if (stage != kStageCubeA) {
         if (!picture) picture = CreateFrameBitmap(context.renderSize.width, context.renderSize.height);
         if (!picture || !ReadBackStage(context, stage, *picture)) return nullptr;

@@ -17,8 +17,8 @@ namespace pixelgrove {
 namespace {
 
 bool ShowReadBack(RenderRun& run, int width, int height) {
-    // A new bitmap each time: the main thread may still be painting the last one.
-    std::shared_ptr<Bitmap> frame = CreateFrameBitmap(width, height);
+    // Another one each time: the main thread may still be painting the last.
+    std::shared_ptr<Bitmap> frame = run.frames.Take(width, height);
     if (!frame || !ReadBackStage(*run.context, kStageImage, *frame)) return false;
     run.context->surface->ShowBitmap(frame);
     run.frame = std::move(frame);
@@ -28,7 +28,7 @@ bool ShowReadBack(RenderRun& run, int width, int height) {
 void ShowChannelPreviews(RenderRun& run) {
     const uint32_t shown = run.previewStage;
     if (!run.showPreview || shown >= kStageCount) return;
-    const RenderContext& context = *run.context;
+    RenderContext& context = *run.context;
     for (int i = 0; i < kChannelCount; ++i) {
         if (run.stopRequested) return;
         const ChannelInput& channel = context.project.stages[shown].channels[size_t(i)];
@@ -116,6 +116,10 @@ bool RenderAndPresent(RenderRun& run, int width, int height) {
     GivePicture(run);
     if (run.stopRequested) return true;
     if (controls.useGdiDisplay || run.recording) return ShowReadBack(run, width, height);
+    if (context.glContext->HasDrawable()) {  // else whoever drives the engine reads back
+        run.frames.Clear();
+        DropReadBackTarget(context);
+    }
     if (controls.showChannelBuffers) ShowChannelPreviews(run);
     if (run.stopRequested) return true;
     PresentByBlit(context);

@@ -16,6 +16,13 @@
 
 namespace pixelgrove {
 
+// A picture in 8 bits a channel, on its way to memory.
+struct ReadBackTarget {
+    uint32_t texture = 0;
+    uint32_t frameBuffer = 0;
+    SurfaceSize size;
+};
+
 struct RenderContext {
     bool initialised = false;
     std::unique_ptr<GlContext> glContext;
@@ -39,6 +46,7 @@ struct RenderContext {
 
     uint32_t vertexArray = 0;
     uint32_t vertexBuffer = 0;
+    ReadBackTarget readBack;
     uint32_t paletteTexture = 0;
     uint32_t paletteWidth = 0;
     uint64_t paletteSerial = 0;

@@ -16,6 +16,7 @@
 #include "controls/BakedText.h"
 #include "core/AppState.h"
 #include "core/CompileMessage.h"
+#include "media/FramePool.h"
 #include "platform/SynchronizedValue.h"
 #include "platform/Thread.h"
 #include "recording/RecorderSettings.h"
@@ -102,8 +103,9 @@ struct RenderRun {
     std::atomic<bool> isSavingFrame{false};  // the thread writes
 
     // The thread's.
-    uint32_t recording = 0;         // the request to record that the frame follows
-    QString recordingTrouble;       // what went wrong first in that recording; or empty
+    uint32_t recording = 0;    // the request to record that the frame follows
+    QString recordingTrouble;  // what went wrong first in that recording; or empty
+    FramePool frames;
     std::shared_ptr<Bitmap> frame;  // what this frame was read back into; null when it wasn't
 
     // The gate: held while the thread calls what the main thread owns, f(Host&). A run that was abandoned,

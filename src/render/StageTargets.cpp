@@ -47,23 +47,59 @@ void AllocateFlat(const RenderContext& context, GLuint texture, int width, int h
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
 }
 
-}  // namespace
-
-ResolvedTarget::ResolvedTarget(uint32_t sourceFrameBuffer, int width, int height) {
-    glGenTextures(1, &texture_);
-    glBindTexture(GL_TEXTURE_2D, texture_);
+GLuint MakeByteTexture(int width, int height) {
+    GLuint texture = 0;
+    glGenTextures(1, &texture);
+    glBindTexture(GL_TEXTURE_2D, texture);
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, width, height, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
-    glGenFramebuffers(1, &frameBuffer_);
-    glBindFramebuffer(GL_READ_FRAMEBUFFER, sourceFrameBuffer);
-    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, frameBuffer_);
-    glFramebufferTexture2D(GL_DRAW_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture_, 0);
+    return texture;
+}
+
+GLuint MakeFrameBuffer(GLuint texture) {
+    GLuint frameBuffer = 0;
+    glGenFramebuffers(1, &frameBuffer);
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, frameBuffer);
+    glFramebufferTexture2D(GL_DRAW_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
+    return frameBuffer;
+}
+
+// No frame buffer is bound afterwards.
+void CopyPicture(GLuint from, GLuint to, int width, int height) {
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, from);
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, to);
     glBlitFramebuffer(0, 0, width, height, 0, 0, width, height, GL_COLOR_BUFFER_BIT, GL_NEAREST);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
+}
+
+// One of that size: the last one, or another in its place.
+const ReadBackTarget& ReadBackTargetOf(RenderContext& context, int width, int height) {
+    ReadBackTarget& kept = context.readBack;
+    if (kept.size == SurfaceSize{width, height}) return kept;
+    DropReadBackTarget(context);
+    kept.texture = MakeByteTexture(width, height);
+    kept.frameBuffer = MakeFrameBuffer(kept.texture);
+    kept.size = {width, height};
+    return kept;
+}
+
+}  // namespace
+
+ResolvedTarget::ResolvedTarget(uint32_t sourceFrameBuffer, int width, int height)
+    : texture_(MakeByteTexture(width, height)), frameBuffer_(MakeFrameBuffer(texture_)) {
+    CopyPicture(sourceFrameBuffer, frameBuffer_, width, height);
 }
 
 ResolvedTarget::~ResolvedTarget() {
     glDeleteFramebuffers(1, &frameBuffer_);
     glDeleteTextures(1, &texture_);
+}
+
+void DropReadBackTarget(RenderContext& context) {
+    ReadBackTarget& kept = context.readBack;
+    if (kept.texture == 0) return;
+    glDeleteFramebuffers(1, &kept.frameBuffer);
+    glDeleteTextures(1, &kept.texture);
+    kept = {};
 }
 
 void DeleteStageTargets(ShaderStage& stage) {
@@ -97,7 +133,7 @@ bool CreateStageTargets(const RenderContext& context, ShaderStage& stage, int wi
     return fits;
 }
 
-bool ReadBackStage(const RenderContext& context, uint32_t stageId, Bitmap& bitmap, int face) {
+bool ReadBackStage(RenderContext& context, uint32_t stageId, Bitmap& bitmap, int face) {
     if (!IsRenderedStage(stageId) || face < 0 || face > 5) return false;
     const ShaderStage& stage = context.project.stages[stageId];
     const uint32_t latest = (stage.writeIndex + 1) % 2;
@@ -125,8 +161,9 @@ bool ReadBackStage(const RenderContext& context, uint32_t stageId, Bitmap& bitma
     if (cube || (small && !multisampled)) {
         glGetTexImage(imageTarget, 0, GL_BGRA, GL_UNSIGNED_BYTE, bitmap.bits.data());
     } else {
-        const ResolvedTarget resolved(stage.frameBuffers[latest], width, height);
-        glBindTexture(GL_TEXTURE_2D, resolved.Texture());
+        const ReadBackTarget& bytes = ReadBackTargetOf(context, width, height);
+        CopyPicture(stage.frameBuffers[latest], bytes.frameBuffer, width, height);
+        glBindTexture(GL_TEXTURE_2D, bytes.texture);
         glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, bitmap.bits.data());
     }
     ShowGLError();

@@ -33,7 +33,11 @@ class ResolvedTarget {
 
 // Copies the stage's latest picture into a bottom-up 32-bit bitmap of exactly its size. face chooses a face
 // of Cube A, 0 to 5, and means nothing for other stages. False, with the bitmap as it was, when the stage is
-// not drawn or the sizes or the depth differ.
-bool ReadBackStage(const RenderContext& context, uint32_t stageId, Bitmap& bitmap, int face = 0);
+// not drawn or the sizes or the depth differ. What large pictures are copied into on their way is kept for
+// the next one.
+bool ReadBackStage(RenderContext& context, uint32_t stageId, Bitmap& bitmap, int face = 0);
+
+// Frees what ReadBackStage keeps.
+void DropReadBackTarget(RenderContext& context);
 
 }  // namespace pixelgrove

@@ -182,6 +182,11 @@ TEST(Frame, MultisampledTargetsAreResolvedOnReadBack) {
     const auto wrongSize = CreateFrameBitmap(5, 2);
     EXPECT_FALSE(ReadBackStage(engine.Context(), kStageImage, *wrongSize));
     EXPECT_FALSE(ReadBackStage(engine.Context(), kStageBufferA, *bitmap));
+    engine.Surface().Resize({5, 2});
+    ASSERT_TRUE(engine.Draw(1));
+    ASSERT_TRUE(ReadBackStage(engine.Context(), kStageImage, *wrongSize)) << "another size after the first";
+    EXPECT_EQ(wrongSize->Row(1)[16], 102);
+    EXPECT_EQ(wrongSize->Row(1)[4 + 2], 255);
 }
 
 TEST(Frame, FramesThatNoStageMissesMayBeLeftOut) {
