@@ -2,6 +2,11 @@
 
 #include <GL/glew.h>
 
+#include <deque>
+#include <memory>
+#include <utility>
+#include <vector>
+
 #include "controls/BakedNote.h"
 #include "platform/Clock.h"
 #include "platform/CodePage.h"
@@ -35,9 +40,12 @@ class ShaderObject {
     ShaderObject(const ShaderObject&) = delete;
     ShaderObject& operator=(const ShaderObject&) = delete;
 
-    bool Compile(const char* text) {
+    void Compile(const char* text) {
         glShaderSource(name_, 1, &text, nullptr);
         glCompileShader(name_);
+    }
+    // Waits for the compiler.
+    bool IsGood() const {
         GLint status = 0;
         glGetShaderiv(name_, GL_COMPILE_STATUS, &status);
         return status == 1;
@@ -59,32 +67,55 @@ void CaptureInfoLog(GLuint shader, ShaderStage& stage) {
     stage.log = log;
 }
 
-// The program, or 0. A link failure leaves no log: linkers give no place in the user's text.
-GLuint LinkProgram(ShaderStage& stage, const QByteArray& fragmentText, bool& linkFailed) {
-    const GLuint program = glCreateProgram();
-    ShaderObject vertex(GL_VERTEX_SHADER);
-    ShaderObject fragment(GL_FRAGMENT_SHADER);
-    for (auto& [shader, text] : {std::pair<ShaderObject&, const char*>{vertex, kVertexText},
-                                 std::pair<ShaderObject&, const char*>{fragment, fragmentText.constData()}}) {
-        if (!shader.Compile(text)) {
-            CaptureInfoLog(shader.Name(), stage);
-            glDeleteProgram(program);
+// A stage's program between the moment in which the driver gets its texts and the one in which it is asked
+// what came of them.
+class ProgramInWork {
+  public:
+    explicit ProgramInWork(const QByteArray& fragmentText) : program_(glCreateProgram()) {
+        vertex_.Compile(kVertexText);
+        fragment_.Compile(fragmentText.constData());
+        glAttachShader(program_, vertex_.Name());
+        glAttachShader(program_, fragment_.Name());
+        glLinkProgram(program_);
+    }
+    ~ProgramInWork() { glDeleteProgram(program_); }
+    ProgramInWork(const ProgramInWork&) = delete;
+    ProgramInWork& operator=(const ProgramInWork&) = delete;
+
+    // Doesn't wait. True of drivers that don't know the question.
+    bool IsDone() const {
+        GLint done = 1;
+        glGetProgramiv(program_, GL_COMPLETION_STATUS_KHR, &done);
+        return done != 0;
+    }
+    // The program, which is the caller's then, or 0. Waits for the driver. A link failure leaves no log:
+    // linkers give no place in the user's text.
+    GLuint Take(ShaderStage& stage, bool& linkFailed) {
+        for (const ShaderObject* shader : {&vertex_, &fragment_}) {
+            if (shader->IsGood()) continue;
+            CaptureInfoLog(shader->Name(), stage);
             return 0;
         }
-        glAttachShader(program, shader.Name());
+        GLint status = 0;
+        glGetProgramiv(program_, GL_LINK_STATUS, &status);
+        linkFailed = status == 0;
+        if (linkFailed) return 0;
+        glDetachShader(program_, vertex_.Name());
+        glDetachShader(program_, fragment_.Name());
+        return std::exchange(program_, 0);
     }
-    glLinkProgram(program);
-    GLint status = 0;
-    glGetProgramiv(program, GL_LINK_STATUS, &status);
-    if (status == 0) {
-        linkFailed = true;
-        glDeleteProgram(program);
-        return 0;
-    }
-    glDetachShader(program, vertex.Name());
-    glDetachShader(program, fragment.Name());
-    return program;
-}
+
+  private:
+    GLuint program_;
+    ShaderObject vertex_{GL_VERTEX_SHADER};
+    ShaderObject fragment_{GL_FRAGMENT_SHADER};
+};
+
+// Nothing where the text couldn't be put together.
+struct StageInWork {
+    std::unique_ptr<ProgramInWork> program;
+    QString failure;
+};
 
 void Fail(CompileOutcome& outcome, uint32_t stage, const QString& failure) {
     outcome.result = CompileResult::Failed;
@@ -123,7 +154,62 @@ bool PrepareChannels(RenderContext& context, uint32_t stageId, CompileOutcome& o
     return true;
 }
 
+StageInWork BeginStage(RenderContext& context, uint32_t stageId) {
+    SetSelfReference(context, stageId);
+    const std::optional<QByteArray> text =
+        AssembleStageSource(context.project, context.includeContext, stageId, context.versionLine);
+    if (!text) return {nullptr, context.includeContext.failure};
+    return {std::make_unique<ProgramInWork>(*text), {}};
+}
+
+// On failure outcome says why, and a compiler's log stays in the stage.
+bool FinishStage(RenderContext& context, uint32_t stageId, const StageInWork& work, CompileOutcome& outcome) {
+    if (!work.program) {
+        Fail(outcome, stageId, work.failure);
+        return false;
+    }
+    ShaderStage& stage = context.project.stages[stageId];
+    bool linkFailed = false;
+    stage.program = work.program->Take(stage, linkFailed);
+    if (stage.program == 0) {
+        Fail(outcome, stageId,
+             linkFailed ? QStringLiteral("%1: linking failed.").arg(StageName(stageId)) : QString());
+        return false;
+    }
+    const SurfaceSize size = context.renderSize;
+    if (!CreateStageTargets(context, stage, size.width, size.height)) {
+        Fail(outcome, stageId,
+             QStringLiteral("%1: the graphics driver has no room for pictures of %2 by %3 pixels.")
+                 .arg(StageName(stageId))
+                 .arg(size.width)
+                 .arg(size.height));
+        return false;
+    }
+    SetInitialMouse(context);
+    return true;
+}
+
+std::vector<uint32_t> StagesToCompile(const RenderContext& context) {
+    std::vector<uint32_t> ids;
+    for (uint32_t id = 0; id < kStageCount; ++id)
+        if (IsRenderedStage(context.project.stages[id].kind)) ids.push_back(id);
+    return ids;
+}
+
+// No more threads than there are programs: the rest of the machine has other work.
+void AllowThreads(size_t count) {
+    if (glMaxShaderCompilerThreadsKHR)
+        glMaxShaderCompilerThreadsKHR(GLuint(count));
+    else if (glMaxShaderCompilerThreadsARB)
+        glMaxShaderCompilerThreadsARB(GLuint(count));
+}
+
 }  // namespace
+
+CompileOrder OrderOfDriver() {
+    const bool isParallel = GLEW_KHR_parallel_shader_compile || GLEW_ARB_parallel_shader_compile;
+    return isParallel ? CompileOrder::AllAtOnce : CompileOrder::OneByOne;
+}
 
 void SetVersionLine(RenderContext& context) {
     GLint major = 0;
@@ -148,47 +234,41 @@ void SetSelfReference(RenderContext& context, uint32_t stage) {
     }
 }
 
-bool CompileStage(RenderContext& context, uint32_t stageId, CompileOutcome& outcome) {
-    ShaderStage& stage = context.project.stages[stageId];
-    SetSelfReference(context, stageId);
-    const std::optional<QByteArray> text =
-        AssembleStageSource(context.project, context.includeContext, stageId, context.versionLine);
-    if (!text) {
-        Fail(outcome, stageId, context.includeContext.failure);
-        return false;
-    }
-    bool linkFailed = false;
-    stage.program = LinkProgram(stage, *text, linkFailed);
-    if (stage.program == 0) {
-        Fail(outcome, stageId,
-             linkFailed ? QStringLiteral("%1: linking failed.").arg(StageName(stageId)) : QString());
-        return false;
-    }
-    const SurfaceSize size = context.renderSize;
-    if (!CreateStageTargets(context, stage, size.width, size.height)) {
-        Fail(outcome, stageId,
-             QStringLiteral("%1: the graphics driver has no room for pictures of %2 by %3 pixels.")
-                 .arg(StageName(stageId))
-                 .arg(size.width)
-                 .arg(size.height));
-        return false;
-    }
-    SetInitialMouse(context);
-    return true;
-}
-
-CompileOutcome CompileProject(RenderContext& context, const std::function<bool()>& shouldStop) {
+CompileOutcome CompileProject(RenderContext& context, const std::function<bool()>& shouldStop,
+                              std::optional<CompileOrder> order) {
     CompileOutcome outcome;
     SetVersionLine(context);
     context.runStartMs = TickCountMs();
     context.frameCounter = -1;
-    for (uint32_t id = 0; id < kStageCount; ++id) {
-        if (!IsRenderedStage(context.project.stages[id].kind)) continue;
-        if (shouldStop && shouldStop()) {
-            outcome.result = CompileResult::Stopped;
-            return outcome;
+    const std::vector<uint32_t> ids = StagesToCompile(context);
+    std::deque<StageInWork> work;
+    const auto begin = [&](uint32_t id) { work.push_back(BeginStage(context, id)); };
+    const auto isStopped = [&] {
+        if (!shouldStop || !shouldStop()) return false;
+        outcome.result = CompileResult::Stopped;
+        return true;
+    };
+    const bool allAtOnce = order.value_or(OrderOfDriver()) == CompileOrder::AllAtOnce;
+    if (allAtOnce) {
+        AllowThreads(ids.size());
+        for (const uint32_t id : ids) {
+            // A driver may also take its time here.
+            if (isStopped()) return outcome;
+            begin(id);
+            // It fails, or one before it does.
+            if (!work.back().program) break;
         }
-        if (!CompileStage(context, id, outcome) || !PrepareChannels(context, id, outcome)) return outcome;
+    }
+    for (const uint32_t id : ids) {
+        if (isStopped()) return outcome;
+        if (!allAtOnce) begin(id);
+        while (allAtOnce && work.front().program && !work.front().program->IsDone()) {
+            SleepMs(1);
+            if (isStopped()) return outcome;
+        }
+        if (!FinishStage(context, id, work.front(), outcome) || !PrepareChannels(context, id, outcome))
+            return outcome;
+        work.pop_front();
     }
     ShowGLError();
     return outcome;

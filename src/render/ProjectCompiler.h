@@ -8,6 +8,7 @@
 #include <QString>
 #include <array>
 #include <functional>
+#include <optional>
 
 #include "controls/BakedText.h"
 #include "core/CompileMessage.h"
@@ -27,12 +28,19 @@ struct CompileOutcome {
 // What a failed compile shows, per stage.
 using StageErrorArray = std::array<CompileMessages, kStageCount>;
 
-// Compiles and links every stage in order, makes targets and uploads channels; stops at the first failure.
-// shouldStop is asked between stages, as a compiler may take long over each; may be empty.
-CompileOutcome CompileProject(RenderContext& context, const std::function<bool()>& shouldStop = {});
+// OneByOne asks the driver what came of a stage before it gets the next one. AllAtOnce hands over all stages
+// first, for drivers that compile them beside each other; what is reported is the same.
+enum class CompileOrder { OneByOne, AllAtOnce };
 
-// One stage. On failure outcome says why, and a compiler's log stays in the stage.
-bool CompileStage(RenderContext& context, uint32_t stage, CompileOutcome& outcome);
+// AllAtOnce where the driver says that it compiles in parallel.
+CompileOrder OrderOfDriver();
+
+// Compiles and links every stage in order, makes targets and uploads channels; stops at the first failure:
+// the outcome says why, and a compiler's log stays in the stage. shouldStop is asked between stages, as a
+// compiler may take long over each, and while it waits for one of several in work; may be empty. The order is
+// the driver's where none is given.
+CompileOutcome CompileProject(RenderContext& context, const std::function<bool()>& shouldStop = {},
+                              std::optional<CompileOrder> order = std::nullopt);
 
 // Asks the driver for its version and sets the version line: major times 10 plus minor, times 10.
 void SetVersionLine(RenderContext& context);

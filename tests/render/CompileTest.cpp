@@ -111,6 +111,41 @@ TEST(Compile, ReservedWordsOfTheServiceAndCodePageTextCompile) {
     EXPECT_EQ(engine.ReadFirst(), (test::Pixel{0.5f, 0.25f, 0, 1}));
 }
 
+TEST(Compile, WhatIsReportedIsTheSameInBothOrders) {
+    constexpr const char* kUnlinked = "vec4 f();\nvoid mainImage(out vec4 c, in vec2 p) { c = f(); }";
+    constexpr const char* kUnread = "  #include \"x.glsl\"\n";
+    const struct {
+        const char *a, *b, *image;
+        uint32_t failed;  // the first that fails
+    } rows[] = {
+        {kGoodImage, kGoodImage, kGoodImage, kStageNone}, {"broken", kGoodImage, "worse", kStageBufferA},
+        {kGoodImage, kUnlinked, "broken", kStageBufferB}, {kGoodImage, "broken", kUnread, kStageBufferB},
+        {kGoodImage, kUnread, "broken", kStageBufferB},   {kGoodImage, kGoodImage, kUnread, kStageImage},
+    };
+    for (const auto& row : rows) {
+        QStringList reports;
+        for (const CompileOrder order : {CompileOrder::OneByOne, CompileOrder::AllAtOnce}) {
+            Engine engine;
+            engine.SetText(kStageBufferA, row.a);
+            engine.SetText(kStageBufferB, row.b);
+            engine.SetText(kStageImage, row.image);
+            engine.Start(2, 2);
+            const CompileOutcome outcome = CompileProject(engine.Context(), {}, order);
+            EXPECT_EQ(outcome.failedStage, row.failed);
+            const FailureReport report = ReportOf(engine.Context(), outcome, engine.Run().request.baked);
+            QString text = TextOf(report.failure);
+            for (const CompileMessages& messages : report.errors)
+                text += TextOf(messages) + u'|';
+            reports += text;
+            if (outcome.result == CompileResult::Good) {
+                ASSERT_TRUE(engine.Draw(1));
+                EXPECT_EQ(engine.ReadFirst(), (test::Pixel{1, 1, 1, 1}));
+            }
+        }
+        EXPECT_EQ(reports[0], reports[1]);
+    }
+}
+
 TEST(Compile, StopsBetweenStagesWhenAsked) {
     Engine engine;
     engine.SetText(kStageBufferA, kGoodImage);
