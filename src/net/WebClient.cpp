@@ -1,7 +1,5 @@
 #include "net/WebClient.h"
 
-#include <curl/curl.h>
-
 #include <QByteArrayView>
 #include <QUrl>
 #include <algorithm>
@@ -11,6 +9,7 @@
 #include <optional>
 #include <utility>
 
+#include "net/CurlLibrary.h"
 #include "net/GzipReader.h"
 #include "platform/TextScan.h"
 
@@ -29,22 +28,17 @@ constexpr char kUserAgent[] =
 constexpr long kMaxRedirects = 10;
 
 struct FreeHandle {
-    void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
+    void operator()(CURL* handle) const { Curl().easyCleanup(handle); }
 };
 struct FreeMulti {
-    void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+    void operator()(CURLM* multi) const { Curl().multiCleanup(multi); }
 };
-
-bool InitLibrary() {
-    static const bool isReady = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
-    return isReady;
-}
 
 // The handle's last transfer ended with this code.
 FetchFailure FailureOf(CURLcode code, CURL* handle) {
     long status = 0, systemError = 0;
-    curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
-    curl_easy_getinfo(handle, CURLINFO_OS_ERRNO, &systemError);
+    Curl().easyGetinfo(handle, CURLINFO_RESPONSE_CODE, &status);
+    Curl().easyGetinfo(handle, CURLINFO_OS_ERRNO, &systemError);
     switch (code) {
         case CURLE_OK:
             return FetchFailure::None;
@@ -103,8 +97,8 @@ QString ReasonOf(FetchFailure failure, const QString& host, const QString& detai
 
 // The library's handles, which keep the connection between fetches.
 struct WebClient::Session {
-    std::unique_ptr<CURLM, FreeMulti> multi{curl_multi_init()};
-    std::unique_ptr<CURL, FreeHandle> handle{curl_easy_init()};
+    std::unique_ptr<CURLM, FreeMulti> multi{Curl().multiInit()};
+    std::unique_ptr<CURL, FreeHandle> handle{Curl().easyInit()};
 };
 
 // One fetch: what the library's callbacks collect and decide.
@@ -151,10 +145,10 @@ class WebClient::Transfer {
 
 bool WebClient::Transfer::SetOptions(const QByteArray& url) {
     CURL* const handle = session_.handle.get();
-    curl_easy_reset(handle);
+    Curl().easyReset(handle);
     bool isGood = true;
     const auto set = [&](CURLoption option, auto value) {
-        isGood = curl_easy_setopt(handle, option, value) == CURLE_OK && isGood;
+        isGood = Curl().easySetopt(handle, option, value) == CURLE_OK && isGood;
     };
     const bool isHttps = url.startsWith("https:");
     set(CURLOPT_URL, url.constData());
@@ -246,8 +240,8 @@ bool WebClient::Transfer::Tell(qint64 bytes) {
 bool WebClient::Transfer::AllowRequest() {
     silentSince_ = Clock::now();
     const char* url = nullptr;
-    curl_easy_getinfo(session_.handle.get(), CURLINFO_EFFECTIVE_URL, &url);
-    const bool isSecure = url && curl_strnequal(url, "https:", 6);
+    Curl().easyGetinfo(session_.handle.get(), CURLINFO_EFFECTIVE_URL, &url);
+    const bool isSecure = url && qstrnicmp(url, "https:", 6) == 0;
     if (wasSecure_ && !isSecure) {
         Fail(FetchFailure::BadAddress);
         return false;
@@ -272,7 +266,7 @@ milliseconds WebClient::Transfer::TimeLeft() const {
 
 std::optional<CURLcode> WebClient::Transfer::FinishedWith() const {
     int left = 0;
-    while (const CURLMsg* message = curl_multi_info_read(session_.multi.get(), &left))
+    while (const CURLMsg* message = Curl().multiInfoRead(session_.multi.get(), &left))
         if (message->msg == CURLMSG_DONE) return message->data.result;
     return std::nullopt;
 }
@@ -282,7 +276,7 @@ CURLcode WebClient::Transfer::Perform() {
     CURLM* const multi = session_.multi.get();
     for (;;) {
         int running = 0;
-        if (curl_multi_perform(multi, &running) != CURLM_OK) return CURLE_OUT_OF_MEMORY;
+        if (Curl().multiPerform(multi, &running) != CURLM_OK) return CURLE_OUT_OF_MEMORY;
         if (HasFailed()) return CURLE_OK;
         if (const std::optional<CURLcode> code = FinishedWith()) return *code;
         const milliseconds left = TimeLeft();
@@ -291,7 +285,7 @@ CURLcode WebClient::Transfer::Perform() {
         else if (left == milliseconds(0))
             Fail(FetchFailure::TimedOut);
         if (HasFailed()) return CURLE_OK;
-        if (curl_multi_poll(multi, nullptr, 0, int(left.count()), nullptr) != CURLM_OK)
+        if (Curl().multiPoll(multi, nullptr, 0, int(left.count()), nullptr) != CURLM_OK)
             return CURLE_OUT_OF_MEMORY;
     }
 }
@@ -313,13 +307,13 @@ FetchResult WebClient::Transfer::Run(const QString& url) {
 
     CURLM* const multi = session_.multi.get();
     CURL* const handle = session_.handle.get();
-    if (curl_multi_add_handle(multi, handle) != CURLM_OK) return failure(FetchFailure::TooLarge);
+    if (Curl().multiAddHandle(multi, handle) != CURLM_OK) return failure(FetchFailure::TooLarge);
     const CURLcode code = [&] {
         // Ends a wait in Perform. Gone before the handles are touched again.
-        const std::stop_callback wake(stop_, [multi] { curl_multi_wakeup(multi); });
+        const std::stop_callback wake(stop_, [multi] { Curl().multiWakeup(multi); });
         return Perform();
     }();
-    curl_multi_remove_handle(multi, handle);
+    Curl().multiRemoveHandle(multi, handle);
 
     if (HasFailed()) return failure(failure_);
     if (code != CURLE_OK) return failure(FailureOf(code, handle), QString::fromUtf8(error_.data()).trimmed());
@@ -327,13 +321,12 @@ FetchResult WebClient::Transfer::Run(const QString& url) {
     return {FetchFailure::None, {}, std::move(body_)};
 }
 
-WebClient::WebClient(const FetchLimits& limits) : limits_(limits) {
-    if (InitLibrary()) session_ = std::make_unique<Session>();
-}
+WebClient::WebClient(const FetchLimits& limits) : limits_(limits) {}
 
 WebClient::~WebClient() = default;
 
 FetchResult WebClient::Fetch(const QString& url, const std::stop_token& stop, const Progress& progress) {
+    if (!session_ && Curl().isReady) session_ = std::make_unique<Session>();
     if (!session_ || !session_->multi || !session_->handle)
         return {FetchFailure::NoConnection, QStringLiteral("the system gives no means to connect"), {}};
     return Transfer(*session_, limits_, stop, progress).Run(url);

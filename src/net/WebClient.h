@@ -63,7 +63,7 @@ class WebClient {
     class Transfer;
     struct Session;
     FetchLimits limits_;
-    std::unique_ptr<Session> session_;
+    std::unique_ptr<Session> session_;  // from the first fetch on
 };
 
 }  // namespace pixelgrove

@@ -68,6 +68,20 @@ class HeadlessRender : public ::testing::Test {
         return Run(QString::fromLatin1(line).split(QLatin1Char(' '), Qt::SkipEmptyParts));
     }
 
+    // The program in a folder of its own, as an installed one, with or without the module that reads
+    // pictures.
+    void CopyProgram(bool withModule) {
+        for (const char* folder : {"bin", "lib/pixelgrove"})
+            ASSERT_TRUE(QDir(folder_.path()).mkpath(QString::fromLatin1(folder)));
+        program_ = Path("bin/pixelgrove-render");
+        const QString built = QStringLiteral(PIXELGROVE_BIN_DIR "/");
+        const QString module = QStringLiteral("../lib/pixelgrove/pixelgrove-pictures.so");
+        ASSERT_TRUE(QFile::copy(built + QStringLiteral("pixelgrove-render"), program_));
+        if (withModule) {
+            ASSERT_TRUE(QFile::copy(built + module, Path("bin/") + module));
+        }
+    }
+
     // Where nobody listens.
     void SetUp() override { qputenv("PIXELGROVE_SERVICE_URL", "http://127.0.0.1:9"); }
     void TearDown() override { qunsetenv("PIXELGROVE_SERVICE_URL"); }
@@ -355,6 +369,19 @@ TEST_F(HeadlessRender, OfSeveralShadersOneIsPicked) {
     }
 }
 
+TEST_F(HeadlessRender, PicturesNeedTheModuleAndNothingElseDoes) {
+    Write("a.json", Project(Pass("image", "Image", kGradient)));
+    for (const bool isThere : {true, false}) {
+        CopyProgram(isThere);
+        EXPECT_EQ(Run("a.json --size 4x4").exitCode, 0);
+        const Outcome outcome = Run("a.json --size 4x4 --format a.jpg");
+        EXPECT_EQ(outcome.exitCode, isThere ? 0 : 2);
+        EXPECT_EQ(outcome.err.contains(QStringLiteral("a part of the program is missing")), !isThere);
+        EXPECT_EQ(QFile::remove(Path("a.jpg")), isThere);
+        ASSERT_TRUE(QDir(Path("bin")).removeRecursively() && QDir(Path("lib")).removeRecursively());
+    }
+}
+
 TEST_F(HeadlessRender, AShadersIdIsFetchedOnce) {
     pixelgrove::test::TestService service;
     ASSERT_TRUE(service.IsReady());
@@ -365,8 +392,7 @@ TEST_F(HeadlessRender, AShadersIdIsFetchedOnce) {
                 Project(Pass("image", "Image", Shows("texelFetch(iChannel0, ivec2(0), 0)"),
                              Input("texture", "/media/a/white.png"))));
     // The cache is below the program's own folder.
-    program_ = Path("pixelgrove-render");
-    ASSERT_TRUE(QFile::copy(QStringLiteral(PIXELGROVE_BIN_DIR "/pixelgrove-render"), program_));
+    CopyProgram(true);
     qputenv("SSL_CERT_FILE", service.CertificatePath());
     qputenv("PIXELGROVE_SERVICE_URL", service.Https("/gzip").toLocal8Bit());
     for (const bool isThere : {true, false}) {

@@ -3,9 +3,9 @@
 #include <map>
 #include <string>
 
-#include "media/GifWriter.h"
+#include "codecs/GifWriter.h"
 #include "media/ImageFiles.h"
-#include "media/ImageIntegrity.h"
+#include "codecs/ImageIntegrity.h"
 #include "support/CpuTime.h"
 #include "support/ImageTestSupport.h"
 

@@ -1,4 +1,4 @@
-#include "media/GifWriter.h"
+#include "codecs/GifWriter.h"
 
 #include <gif_lib.h>
 

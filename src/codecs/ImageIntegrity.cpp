@@ -1,10 +1,10 @@
-#include "media/ImageIntegrity.h"
+#include "codecs/ImageIntegrity.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 
-#include "media/Bitmap.h"
+#include "codecs/PictureCodecs.h"
 
 namespace pixelgrove {
 namespace {
@@ -71,7 +71,7 @@ bool IsBmpWhole(QByteArrayView file) {
     const int64_t depth = in.Little16(old ? 24 : 28);
     const uint32_t compression = old ? 0 : in.Little32(30);
     const uint32_t imageBytes = old ? 0 : in.Little32(34);
-    if (!in.ok || width <= 0 || width > kMaxBitmapSide || height <= 0 || height > kMaxBitmapSide)
+    if (!in.ok || width <= 0 || width > kMaxPictureSide || height <= 0 || height > kMaxPictureSide)
         return false;
 
     const int64_t start = std::max<int64_t>(in.Little32(10), int64_t(kFileHeaderBytes) + headerBytes);
