@@ -4,8 +4,8 @@
 #include <string>
 
 #include "codecs/GifWriter.h"
-#include "media/ImageFiles.h"
 #include "codecs/ImageIntegrity.h"
+#include "media/ImageFiles.h"
 #include "support/CpuTime.h"
 #include "support/ImageTestSupport.h"
 
