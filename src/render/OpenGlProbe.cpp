@@ -6,19 +6,32 @@
 #include "platform/CodePage.h"
 #include "render/ProjectCompiler.h"
 #include "render/RenderContext.h"
+#include "render/RenderThread.h"
 
 namespace pixelgrove {
 
-bool ProbeOpenGl(std::shared_ptr<OutputSurface> surface) {
-    std::unique_ptr<RenderContext> context = CreateRenderContext(std::move(surface));
-    if (!context) return false;
-    ShaderStage& image = context->project.stages[kStageImage];
+OpenGlProbe::OpenGlProbe(std::shared_ptr<OutputSurface> surface) : surface_(std::move(surface)) {
+    if (surface_ && !thread_.Start(kRenderStackBytes, [this] { Run(); })) Run();
+}
+
+OpenGlProbe::~OpenGlProbe() {
+    IsGood();
+}
+
+void OpenGlProbe::Run() {
+    context_ = CreateRenderContext(surface_);
+    if (!context_) return;
+    ShaderStage& image = context_->project.stages[kStageImage];
     image.kind = kStageImage;
     image.source = ToCodePage(DefaultSource(kStageImage));
-    const bool usable = context->initialised && CompileProject(*context).result == CompileResult::Good;
-    DetachRenderContext(*context);
-    DestroyRenderContext(std::move(context));
-    return usable;
+    isGood_ = context_->initialised && CompileProject(*context_).result == CompileResult::Good;
+    DetachRenderContext(*context_);
+}
+
+bool OpenGlProbe::IsGood() {
+    thread_.Join();
+    DestroyRenderContext(std::move(context_));
+    return isGood_;
 }
 
 }  // namespace pixelgrove

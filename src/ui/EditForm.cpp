@@ -3,12 +3,9 @@
 #include <QSplitter>
 #include <utility>
 
-#include "core/AppState.h"
 #include "look/widgets/Icons.h"
 #include "look/widgets/Theme.h"
 #include "render/GlSetup.h"
-#include "render/OpenGlProbe.h"
-#include "render/widgets/OffscreenOutput.h"
 #include "ui_EditWindow.h"
 
 namespace pixelgrove {
@@ -53,14 +50,12 @@ std::unique_ptr<Ui::EditWindow> MakeEditForm(QWidget& client) {
     return form;
 }
 
-void ProbeOutput(Ui::EditWindow& form, DisplayChoices& display) {
-    const std::shared_ptr<OutputSurface> probe = CreateOffscreenOutput({1, 1});
-    display.openGlOk = probe && ProbeOpenGl(probe);
+void ShowProbe(const Ui::EditWindow& form, bool openGlOk) {
     const QString version = QStringLiteral("OpenGL v") + QString::fromStdString(OpenGlVersionText());
     form.openGlVersionText->setText(version);
     form.openGlVersionText->setToolTip(version);  // a driver's text may be longer than the field
-    form.openGlFeaturesText->setText(display.openGlOk ? QStringLiteral("All features available")
-                                                      : QStringLiteral("Unsupported OpenGL version"));
+    form.openGlFeaturesText->setText(openGlOk ? QStringLiteral("All features available")
+                                              : QStringLiteral("Unsupported OpenGL version"));
 }
 
 }  // namespace pixelgrove

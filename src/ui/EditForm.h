@@ -11,12 +11,10 @@ class EditWindow;
 
 namespace pixelgrove {
 
-struct DisplayChoices;
-
 // The form on the client area, with its fonts, icons and splitters.
 std::unique_ptr<Ui::EditWindow> MakeEditForm(QWidget& client);
 
-// Asks whether the system's OpenGL can play a project, and says so on the form.
-void ProbeOutput(Ui::EditWindow& form, DisplayChoices& display);
+// Says on the form which OpenGL was found, and whether it can play a project.
+void ShowProbe(const Ui::EditWindow& form, bool openGlOk);
 
 }  // namespace pixelgrove

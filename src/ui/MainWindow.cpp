@@ -10,6 +10,8 @@
 #include "core/PlayTime.h"
 #include "library/widgets/ShaderChoice.h"
 #include "project/ProjectModel.h"
+#include "render/OpenGlProbe.h"
+#include "render/widgets/OffscreenOutput.h"
 #include "ui/BrowserWindowRow.h"
 #include "ui/EditForm.h"
 #include "ui/KeyCommands.h"
@@ -31,6 +33,7 @@ MainWindow::MainWindow(AppState& app, Player& player, const WorkbenchSettings& s
     : app_(app),
       player_(player),
       settings_(settings),
+      probe_(std::make_unique<OpenGlProbe>(CreateOffscreenOutput({1, 1}))),
       form_(MakeEditForm(*Client())),
       pane_(*form_->statusText),
       posted_(*this, pane_),
@@ -61,7 +64,9 @@ MainWindow::MainWindow(AppState& app, Player& player, const WorkbenchSettings& s
         ShowOutputState(*app_.run);
     };
     playback_.refreshed = [this] { ShowOutputState(*app_.run); };
-    ProbeOutput(*form_, app_.display);
+    app_.display.openGlOk = probe_->IsGood();
+    probe_.reset();
+    ShowProbe(*form_, app_.display.openGlOk);
     playback_.SetUp();
     RefreshCaretStatus();
     ConnectControls();

@@ -33,6 +33,7 @@ class EditWindow;
 
 namespace pixelgrove {
 
+class OpenGlProbe;
 struct AppState;
 struct Player;
 
@@ -111,6 +112,7 @@ class MainWindow : public FrameWindow, public Host, public ProjectObserver {
     AppState& app_;
     Player& player_;
     const WorkbenchSettings settings_;
+    std::unique_ptr<OpenGlProbe> probe_;  // while the form is made
     std::unique_ptr<Ui::EditWindow> form_;
     CommandRegistry commands_;
     std::unique_ptr<WindowTable> windows_ = std::make_unique<WindowTable>();
