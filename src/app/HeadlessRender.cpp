@@ -1,6 +1,8 @@
 // pixelgrove-render: plays a project without a window or a display server and writes its frames to files or
 // to a pipe.
 
+#include <malloc.h>
+
 #include <QCoreApplication>
 #include <cstdio>
 #include <cstring>
@@ -148,6 +150,9 @@ int RenderMain(const QStringList& arguments) {
 }  // namespace pixelgrove
 
 int main(int argc, char** argv) {
+    // One heap for all threads: the driver compiles on a second one, whose own heap would grow by single
+    // pages, with a call to the system for each.
+    mallopt(M_ARENA_MAX, 1);
     const QCoreApplication application(argc, argv);
     return pixelgrove::RenderMain(QCoreApplication::arguments().mid(1));
 }
