@@ -1,12 +1,15 @@
 // The code editor in the main window: colours, undo, indentation, what counts as a change, saved views,
 // links, and texts that are too large or too strange for haste.
+#include <QApplication>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QListView>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextLayout>
 #include <QTimer>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <random>
 
@@ -352,6 +355,35 @@ TEST_F(EditorTest, CompletionTakesNoKeyThatIsNotItsOwn) {
     EXPECT_NE(rows().find("iTime"), std::string::npos);
     Editor()->moveCursor(QTextCursor::Start);
     EXPECT_EQ(rows(), "") << "the caret has left the word";
+}
+
+TEST_F(EditorTest, AToolTipSaysWhatTheWordBelowTheMouseIs) {
+    const QString none = Latin("-");  // what another widget has shown
+    const auto tipAt = [&](const char* before, int sidePixels = 2) {
+        QToolTip::showText(QPoint(1, 1), none, Editor()->viewport());
+        QTextCursor place(Editor()->document());
+        place.setPosition(int(Stored().indexOf(Latin(before)) + qstrlen(before)));
+        const QPoint at = Editor()->cursorRect(place).center() + QPoint(sidePixels, 0);
+        QHelpEvent event(QEvent::ToolTip, at, Editor()->viewport()->mapToGlobal(at));
+        QApplication::sendEvent(Editor()->viewport(), &event);
+        return QToolTip::text();
+    };
+    SetDocumentText(App()->project.documents[kStageCommon], Latin("#define TWICE(x) x<<1\n"));
+    Load(Latin("float own(float a) { return a; }\nb = mix(own(1), TWICE(2), c); // clamp\nabs"));
+    EXPECT_TRUE(tipAt("b = m").contains(u"genType mix(genType x, genType y, genType a)"));
+    EXPECT_TRUE(tipAt("mix(o").contains(u"float own(float a)"));
+    EXPECT_TRUE(tipAt("T").contains(u"#define TWICE(x) x&lt;&lt;1"));
+    EXPECT_EQ(tipAt("// cl"), none) << "in a comment";
+    EXPECT_EQ(tipAt("b "), none);
+    EXPECT_TRUE(tipAt("clamp\nab").contains(u"without its sign"));
+    EXPECT_EQ(tipAt("clamp\nabs", 60), none) << "right of the line's end";
+    Key(Qt::Key_Left);
+    EXPECT_TRUE(PumpUntil([] { return !QToolTip::isVisible(); }));
+    Load(Latin("abs sin ") + Latin("a+").repeated(500000));
+    const int start = test::ThreadCpuMs();
+    EXPECT_TRUE(tipAt("abs s").contains(u"The sine"));
+    EXPECT_LT(test::ThreadCpuMs() - start, 500);
+    QToolTip::hideText();
 }
 
 TEST_F(EditorTest, TheBracketsBesideTheCaretAreMarked) {

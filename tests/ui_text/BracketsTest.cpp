@@ -1,10 +1,13 @@
-// Which brackets belong together, and what a word may become.
+// Which brackets belong together, what a word may become, and what it is.
 #include "ui/text/Brackets.h"
 
 #include <gtest/gtest.h>
 
 #include "core/CommentMap.h"
 #include "ui/text/Completions.h"
+#include "ui/text/Definitions.h"
+#include "ui/text/GlslWords.h"
+#include "ui/text/WordHelp.h"
 
 namespace pixelgrove {
 namespace {
@@ -72,6 +75,55 @@ TEST(CompletionsTest, WhereAWordIsCompleted) {
         EXPECT_EQ(IsCompletable(QStringView(text).sliced(begin)), row.isCompletable) << row.text;
         EXPECT_EQ(IsInComment(text, BuildCommentMap(text), text.size()), row.isInComment) << row.text;
     }
+}
+
+TEST(WordHelpTest, EachFunctionThatIsColouredHasHelp) {
+    for (const KeywordRow& row : KeywordRows()) {
+        if (row.colour != word_colours::kFunction) continue;
+        const WordHelp* help = HelpOf(row.word);
+        ASSERT_NE(help, nullptr) << row.word.toStdString();
+        for (const QString& form : Text(help->form).split(u'\n'))
+            EXPECT_TRUE(form.contains(u' ' + row.word + u'(')) << form.toStdString();
+        EXPECT_TRUE(Text(help->text).endsWith(u'.')) << help->word;
+    }
+    for (const std::span<const WordHelp> part :
+         {NumberFunctionHelp(), TextureFunctionHelp(), MemoryFunctionHelp(), InputHelp(), KeywordHelp()})
+        for (const WordHelp& row : part)
+            EXPECT_EQ(HelpOf(Text(row.word)), &row) << row.word << " stands there twice";
+    EXPECT_EQ(HelpOf(u"Mix"), nullptr);
+    EXPECT_EQ(TypesExplained(u"genType mix(genType x, genBType a)").count(u'\n'), 1);
+}
+
+// The place is '|'.
+TEST(WordHelpTest, TheWordAtAPlace) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"a mi|x(b)", "mix"}, {"|mix(b)", "mix"}, {"mix|(b)", "mix"},        {"mix( | b)", ""},
+        {"a.leng|th()", ""},  {"|", ""},          {"#def|ine A", "#define"}, {"a\n|b", "b"}};
+    for (const auto& [marked, expected] : rows) {
+        QString text = Text(marked);
+        const qsizetype place = text.indexOf(u'|');
+        const WordPlace word = WordAround(text.remove(u'|'), place);
+        EXPECT_EQ(text.sliced(word.start, word.length), Text(expected)) << marked;
+    }
+    EXPECT_EQ(WordAround(QString(1000000, u'a'), 500000).length, 0);
+}
+
+TEST(WordHelpTest, WhatATextDefines) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"float f(vec2 p) { return f(p); }", "float f(vec2 p)"},
+        {"float a; vec3[2]\n  f ( in vec2 p, // it's (x)\n  float b )\n{}",
+         "vec3[2] f ( in vec2 p, float b )"},
+        {"int f() {} int f(int a) {} int f();", "int f() | int f(int a)"},
+        {"#define f(x) ((x)*2) // twice\n f(3);", "#define f(x) ((x)*2)"},
+        {"#ifdef A\nint f(){}", "int f()"},
+        {"/* int f() {} */ int ff() {} int b = f();", ""},
+        {"int f(", ""},
+    };
+    for (const auto& [text, expected] : rows)
+        EXPECT_EQ(DefinitionsOf(u"f", Text(text), BuildCommentMap(Text(text)), 0).join(Text(" | ")),
+                  Text(expected));
+    const QString huge = Text("int f(){} ").repeated(100000);
+    EXPECT_EQ(DefinitionsOf(u"f", huge, BuildCommentMap(huge), 0).size(), 1);
 }
 
 }  // namespace

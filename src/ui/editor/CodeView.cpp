@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
 #include <set>
@@ -65,7 +66,11 @@ CodeView::CodeView(QWidget* parent)
         if (marksAreStale_) RefreshErrorMarks();
     });
     connect(completions_, &CompletionList::Chosen, this, &CodeView::TakeCompletion);
-    connect(completions_, &CompletionList::Dismissed, this, [this] { offer_.isDismissed = true; });
+    connect(completions_, &CompletionList::Selected, this, &CodeView::ShowHelpBeside);
+    connect(completions_, &CompletionList::Dismissed, this, [this] {
+        offer_.isDismissed = true;
+        QToolTip::hideText();
+    });
     connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& /*rect*/, int scrolled) {
         if (scrolled != 0 && !isInKey_) HideCompletions();
     });

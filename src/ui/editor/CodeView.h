@@ -20,6 +20,8 @@
 #include "ui/text/Brackets.h"
 #include "ui/text/LineEdits.h"
 
+class QHelpEvent;
+
 namespace pixelgrove {
 
 class CompletionList;
@@ -130,6 +132,7 @@ class CodeView : public QPlainTextEdit {
     void resizeEvent(QResizeEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
   private:
     struct Stretch {
@@ -159,6 +162,13 @@ class CodeView : public QPlainTextEdit {
     QStringList WordsFor(QStringView letters, qsizetype start) const;
     void TakeCompletion(const QString& word);
     void HideCompletions();
+
+    // In a tool tip what the word below the mouse is.
+    void ShowHelp(const QHelpEvent& event);
+    // Of a completion, right of its row.
+    void ShowHelpBeside(const QString& word, const QRect& row);
+    // Of a word that stands outside comments; empty where there is nothing to say.
+    QString HelpTip(QStringView word, qsizetype position) const;
 
     void HandleKey(QKeyEvent* event);
     void FlagRecolour() { needsRecolour_ = true; }

@@ -1,5 +1,6 @@
 // The editor's part in completing words: when a list is offered, and for what. See CompletionList.
 #include <QKeyEvent>
+#include <QToolTip>
 
 #include "core/CommentMap.h"
 #include "ui/editor/CodeView.h"
@@ -84,7 +85,9 @@ void CodeView::TakeCompletion(const QString& word) {
 }
 
 void CodeView::HideCompletions() {
-    if (completions_->isVisible()) completions_->hide();
+    if (!completions_->isVisible()) return;
+    completions_->hide();
+    QToolTip::hideText();
 }
 
 void CodeView::focusOutEvent(QFocusEvent* event) {

@@ -2,6 +2,7 @@
 #include <QCursor>
 #include <QKeyEvent>
 #include <QTextBlock>
+#include <QToolTip>
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -43,6 +44,7 @@ void CodeView::FlagForKey(const QKeyEvent& event) {
 void CodeView::keyPressEvent(QKeyEvent* event) {
     event->accept();
     if (completions_->TakeKey(*event)) return;
+    if (QToolTip::isVisible()) QToolTip::hideText();
     const qsizetype lengthBefore = text_.Length();
     isInKey_ = true;
     HandleKey(event);

@@ -74,6 +74,7 @@ void CompletionList::Step(int rows) {
     const int count = model()->rowCount();
     const int row = currentIndex().isValid() ? currentIndex().row() + rows : rows > 0 ? 0 : count - 1;
     setCurrentIndex(model()->index(std::clamp(row, 0, count - 1), 0));
+    Q_EMIT Selected(currentIndex().data().toString(), visualRect(currentIndex()));
 }
 
 bool CompletionList::TakeKey(const QKeyEvent& key) {

@@ -29,6 +29,8 @@ class CompletionList : public QListView {
     void Chosen(const QString& word);
     // By Escape.
     void Dismissed();
+    // A key went to the row of that word, which is as high as the area in the list.
+    void Selected(const QString& word, const QRect& area);
 
   private:
     void Step(int rows);

@@ -3,16 +3,13 @@
 #include <algorithm>
 
 #include "ui/text/GlslWords.h"
+#include "ui/text/WordHelp.h"
 
 namespace pixelgrove {
 
 namespace {
 
 constexpr qsizetype kScanReach = 1000000;  // in both directions
-
-constexpr const char* kInputs =
-    "iResolution iTime iTimeDelta iFrame iFrameRate iChannelTime iChannelResolution iMouse iDate iSampleRate "
-    "iChannel0 iChannel1 iChannel2 iChannel3 mainImage mainCubemap gl_FragCoord gl_FragColor";
 
 bool Begins(QStringView word, QStringView beginning) {
     return word.size() > beginning.size() && word.startsWith(beginning, Qt::CaseInsensitive);
@@ -63,8 +60,12 @@ void AddNames(QStringView text, std::span<const uint8_t> commentMap, QStringView
 void AddKnownWords(QStringView beginning, QSet<QString>& names) {
     for (const KeywordRow& row : KeywordRows())
         if (row.kind == KeywordKind::Word && Begins(row.word, beginning)) names.insert(row.word);
-    for (const QString& word : QString::fromLatin1(kInputs).split(u' '))
-        if (Begins(word, beginning)) names.insert(word);
+    for (const std::span<const WordHelp> part : {InputHelp(), NumberFunctionHelp()}) {
+        for (const WordHelp& row : part) {
+            const QString word = QString::fromLatin1(row.word);
+            if (Begins(word, beginning)) names.insert(word);
+        }
+    }
 }
 
 QStringList SortedWords(const QSet<QString>& names) {
