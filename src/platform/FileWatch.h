@@ -33,7 +33,7 @@ class FileWatch {
 
     // How long nothing more may happen to the file before it is read: behind a change that is complete by
     // itself, while a program has it open, and where it doesn't look whole.
-    static constexpr int kQuietMs = 20;
+    static constexpr int kQuietMs = 3;
     static constexpr int kOpenMs = 2000;
     static constexpr int kPartMs = 600;
 

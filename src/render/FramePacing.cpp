@@ -12,6 +12,7 @@ namespace {
 constexpr int64_t kCounterFrequency = 1'000'000'000;
 constexpr int64_t kSpinNs = 300'000;
 constexpr int64_t kLongestSleepNs = 20'000'000;
+constexpr int64_t kStopLookNs = 4'000'000;
 
 }  // namespace
 
@@ -23,11 +24,11 @@ int64_t WaitForFrame(int64_t lastNs, int64_t intervalNs, const std::atomic<uint3
     const int64_t deadlineNs = lastNs + intervalNs;
     int64_t now = CounterNs();
     if (now > deadlineNs) return now;
-    if (deadlineNs - now > kLongestSleepNs) {
-        SleepUntilNs(now + kLongestSleepNs);
-        return 0;
-    }
-    if (deadlineNs - now > kSpinNs) SleepUntilNs(deadlineNs - kSpinNs);
+    const bool isLong = deadlineNs - now > kLongestSleepNs;
+    const int64_t wakeNs = isLong ? now + kLongestSleepNs : deadlineNs - kSpinNs;
+    for (; now < wakeNs && stop.load(std::memory_order_relaxed) == 0; now = CounterNs())
+        SleepUntilNs(std::min(wakeNs, now + kStopLookNs));
+    if (isLong) return 0;
     while (stop.load(std::memory_order_relaxed) == 0) {
         now = CounterNs();
         if (now > deadlineNs) return now;

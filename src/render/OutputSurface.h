@@ -15,7 +15,8 @@ struct SurfaceSize {
     bool operator==(const SurfaceSize&) const = default;
 };
 
-// One GL context. Made by the thread that renders with it and current there alone, until Detach.
+// One GL context. Made by the thread that renders with it and current there alone, until Detach; then the
+// next thread that makes it current has it.
 class GlContext {
   public:
     virtual ~GlContext() = default;
@@ -25,7 +26,8 @@ class GlContext {
     virtual void SwapBuffers() = 0;
     // A window's default frame buffer stands behind the context, so a blit into it is seen.
     virtual bool HasDrawable() const = 0;
-    // Ends the rendering thread's hold: not current any more, and may now be destroyed by the main thread.
+    // Ends the rendering thread's hold: not current any more, and may now be destroyed by the main thread, or
+    // made current by the thread of another run.
     virtual void Detach() = 0;
 };
 

@@ -12,6 +12,7 @@
 #include "platform/CodePage.h"
 #include "render/ChannelTextures.h"
 #include "render/GlSetup.h"
+#include "render/KeptTargets.h"
 #include "render/LiveTextures.h"
 #include "render/StageTargets.h"
 #include "render/source/LogMapping.h"
@@ -177,7 +178,7 @@ bool FinishStage(RenderContext& context, uint32_t stageId, const StageInWork& wo
         return false;
     }
     const SurfaceSize size = context.renderSize;
-    if (!CreateStageTargets(context, stage, size.width, size.height)) {
+    if (!HasKeptPicture(context, stageId) && !CreateStageTargets(context, stage, size.width, size.height)) {
         Fail(outcome, stageId,
              QStringLiteral("%1: the graphics driver has no room for pictures of %2 by %3 pixels.")
                  .arg(StageName(stageId))

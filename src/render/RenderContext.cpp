@@ -3,6 +3,7 @@
 #include <GL/glew.h>
 
 #include "render/GlSetup.h"
+#include "render/KeptTargets.h"
 
 namespace pixelgrove {
 
@@ -35,13 +36,20 @@ void CreateQuad(RenderContext& context) {
 
 }  // namespace
 
-std::unique_ptr<RenderContext> CreateRenderContext(std::shared_ptr<OutputSurface> surface) {
+std::unique_ptr<RenderContext> CreateRenderContext(std::shared_ptr<OutputSurface> surface,
+                                                   std::shared_ptr<RenderContext> past) {
     auto context = std::make_unique<RenderContext>();
     context->surface = std::move(surface);
     context->clientSize = context->surface->ClientSize();
     context->renderSize = context->clientSize;
     context->resolution = {float(context->clientSize.width), float(context->clientSize.height), 1.0f};
-    context->glContext = context->surface->CreateContext();
+    if (past && past->initialised && past->glContext->MakeCurrent()) {
+        context->kept = LeavePictures(*past);
+        context->glContext = std::move(past->glContext);
+    } else {
+        past.reset();
+        context->glContext = context->surface->CreateContext();
+    }
     if (!context->glContext) return nullptr;
     context->initialised = InitOpenGL(*context->glContext);
     if (context->initialised) CreateQuad(*context);

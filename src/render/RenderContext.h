@@ -23,6 +23,20 @@ struct ReadBackTarget {
     SurfaceSize size;
 };
 
+// The pictures of a run whose place this one takes, by stage: see render/KeptTargets.h.
+struct KeptTargets {
+    struct Pair {
+        std::array<uint32_t, 2> frameBuffers{};
+        std::array<uint32_t, 2> textures{};
+        uint32_t writeIndex = 0;
+    };
+    std::array<Pair, kStageCount> stages;
+    // Of the flat ones.
+    SurfaceSize size;
+    uint32_t sampleExponent = 0;
+    uint32_t format = 0;
+};
+
 struct RenderContext {
     bool initialised = false;
     std::unique_ptr<GlContext> glContext;
@@ -42,7 +56,9 @@ struct RenderContext {
     QByteArray versionLine = "#version 330";  // replaced from the driver's version at each compile
     uint32_t sampleExponent = 0;              // multisample exponent of the targets, 0 none
     uint32_t frameBufferFormat = gl::kRgba32f;
+    uint32_t targetFormat = 0;  // what it was when the targets were made
     ShaderProject project;
+    std::optional<KeptTargets> kept;  // until the project is compiled
 
     uint32_t vertexArray = 0;
     uint32_t vertexBuffer = 0;
@@ -65,8 +81,10 @@ struct RenderContext {
 };
 
 // A context on the surface, current on the calling thread, with the quad in place. Null when the surface
-// gives no GL context. Whether OpenGL is good enough shows in `initialised`.
-std::unique_ptr<RenderContext> CreateRenderContext(std::shared_ptr<OutputSurface> surface);
+// gives no GL context. Whether OpenGL is good enough shows in `initialised`. `past` is what another run left
+// on this surface, detached, or null: its GL context is taken over with the pictures of its stages.
+std::unique_ptr<RenderContext> CreateRenderContext(std::shared_ptr<OutputSurface> surface,
+                                                   std::shared_ptr<RenderContext> past = nullptr);
 
 // Ends the calling thread's hold on the context so that another thread may destroy it.
 void DetachRenderContext(RenderContext& context);

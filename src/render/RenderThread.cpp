@@ -14,6 +14,7 @@
 #include "render/ChannelTextures.h"
 #include "render/FramePacing.h"
 #include "render/FrameRecorder.h"
+#include "render/KeptTargets.h"
 #include "render/PastFrames.h"
 #include "render/Player.h"
 #include "render/Presentation.h"
@@ -38,6 +39,8 @@ void ChooseSampleExponent(uint32_t multisampleIndex) {
     if ((1 << std::min<uint32_t>(multisampleIndex, 30)) <= most) sampleExponent = multisampleIndex;
 }
 
+constexpr int kPauseTurnMs = 100;
+
 void ReportFailure(RenderRun& run, const CompileOutcome& outcome) {
     FailureReport report = ReportOf(*run.context, outcome, run.request.baked);
     run.errors = std::move(report.errors);
@@ -51,23 +54,28 @@ void FrameLoop(RenderRun& run) {
     RunControls& controls = *run.controls;
     RateMeter meter;
     meter.Restart(TickCountMs());
+    bool lastWasDrawn = true;
     while (run.stopRequested == 0) {
-        // A run that goes on in another's pause draws its picture first.
-        const bool owesPicture = run.request.playedUpTo && run.framesDrawn == 0;
+        // A run that goes on in another's place shows its picture first, which is the one before the last:
+        // also in a pause, and at once where there is something to draw on.
+        const bool owesPicture = run.request.playedUpTo && run.framesDrawn < 2;
         if (controls.paused && !owesPicture) {
             TakeTimeRequest(run);
             // No frame comes to fill what another window covered meanwhile.
             if (run.context->surface->TakeRepaintRequest()) PresentByBlit(*run.context);
             GivePicture(run);
-            SleepMs(100);
+            run.Rest(kPauseTurnMs);
             continue;
         }
-        const int64_t now = WaitForFrame(lastFrameNs, FrameIntervalNs(controls.fpsTarget), run.stopRequested);
+        const bool isAtOnce = std::exchange(lastWasDrawn, false) && owesPicture;
+        const int64_t intervalNs = isAtOnce ? 0 : FrameIntervalNs(controls.fpsTarget);
+        const int64_t now = WaitForFrame(lastFrameNs, intervalNs, run.stopRequested);
         if (now != 0) {
             const bool drawn = RenderFrameTick(run);
             if (run.stopRequested) return;
             // The time before the call: the frame's own duration counts into the interval.
             lastFrameNs = now;
+            lastWasDrawn = drawn;
             if (drawn) {
                 ++meter.windowFrames;
                 ++run.framesDrawn;
@@ -77,12 +85,17 @@ void FrameLoop(RenderRun& run) {
     }
 }
 
-// Pictures of past frames are gone, and samplers are set in the first two frames.
 void GoOnFrom(const PlayedUpTo& place, RenderContext& context) {
-    const std::optional<PastUse> use = FindPastUse(context);
-    if (!use || use->stage != kStageNone || use->readsChannels) return;
+    if (!TakeKeptPictures(context)) {
+        const std::optional<PastUse> use = FindPastUse(context);
+        if (!use || use->stage != kStageNone) return;
+    }
     context.frameCounter = place.frameCounter;
     context.runStartMs = place.runStartMs;
+    // As in the first two frames of a count that begins.
+    for (ShaderStage& stage : context.project.stages)
+        for (ChannelInput& channel : stage.channels)
+            channel.samplerCountdown = 2;
 }
 
 void RunProject(RenderRun& run) {
@@ -114,6 +127,18 @@ RenderRun::RenderRun(AppState& state, RunRequest what)
 
 RenderRun::~RenderRun() {
     DestroyRenderContext(std::move(context));
+}
+
+void RenderRun::AskToStop() {
+    stopRequested = 1;
+    // A thread that has looked at it already waits by now.
+    std::lock_guard lock(gate_);
+    stopSignal_.notify_all();
+}
+
+void RenderRun::Rest(int ms) {
+    std::unique_lock lock(gate_);
+    stopSignal_.wait_for(lock, std::chrono::milliseconds(ms), [this] { return stopRequested != 0; });
 }
 
 void RenderRun::Finish() {
@@ -153,12 +178,20 @@ bool RenderRun::EndOrAbandon(int timeoutMs) {
     return false;
 }
 
-std::optional<PlayedUpTo> RenderRun::PlaysAt() {
+std::optional<PlayedUpTo> RenderRun::HandOver() {
     std::lock_guard lock(gate_);
     if (!ended_) return std::nullopt;
-    if (framesDrawn == 0 && request.playedUpTo) return request.playedUpTo;
-    if (!context) return std::nullopt;
-    return PlayedUpTo{context->playTime, context->frameCounter, context->runStartMs};
+    std::optional<PlayedUpTo> place;
+    if (framesDrawn == 0 && request.playedUpTo) {
+        place = request.playedUpTo;
+    } else if (context) {
+        place = {context->playTime, context->frameCounter, context->runStartMs, nullptr};
+    }
+    if (place && context)
+        place->context = {context.release(), [](RenderContext* last) {
+                              DestroyRenderContext(std::unique_ptr<RenderContext>(last));
+                          }};
+    return place;
 }
 
 std::array<CompileMessages, kStageCount> RenderRun::ReportedErrors() {
@@ -183,8 +216,10 @@ RunRequest SnapshotProject(const AppState& app, ControlSet& controls) {
 }
 
 bool PrepareRenderContext(RenderRun& run) {
-    const RunRequest& request = run.request;
-    run.context = CreateRenderContext(request.surface);
+    RunRequest& request = run.request;
+    std::shared_ptr<RenderContext> past;
+    if (request.playedUpTo) past.swap(request.playedUpTo->context);
+    run.context = CreateRenderContext(request.surface, std::move(past));
     if (!run.context || !run.context->initialised) return false;
     RenderContext& context = *run.context;
     context.playTime = request.playedUpTo       ? request.playedUpTo->time
@@ -207,7 +242,7 @@ bool PrepareRenderContext(RenderRun& run) {
 bool StopRenderThread(AppState& app, Player& player) {
     const std::shared_ptr<RenderRun> run = std::exchange(player.currentRun, nullptr);
     if (!run) return true;
-    run->stopRequested = 1;
+    run->AskToStop();
     const bool ended = run->EndOrAbandon(run->stopWaitMs);
     run->request.surface->SetInUse(false);
     // What the abandoned thread still writes goes into a record that nobody else looks at.
@@ -230,6 +265,9 @@ bool ToggleRenderThread(AppState& app, Player& player, const std::function<RunRe
     app.run->fpsCurrent = rate;
     app.run->timeRequest.Take();
     auto run = std::make_shared<RenderRun>(app, makeRequest());
+    // A surface has one context at a time, and a context one surface.
+    std::optional<PlayedUpTo>& place = run->request.playedUpTo;
+    if (place && place->context && place->context->surface != run->request.surface) place->context.reset();
     if (configure) configure(*run);
     player.currentRun = run;
     if (!RenderRun::Start(run)) {

@@ -27,11 +27,12 @@ namespace pixelgrove {
 
 struct Player;
 
-// Where a run was that another takes the place of.
+// Where a run was that another takes the place of, and its context, with the pictures that it has drawn.
 struct PlayedUpTo {
     float time = 0.0f;
     int32_t frameCounter = -1;
     uint64_t runStartMs = 0;
+    std::shared_ptr<RenderContext> context;  // detached; null where there is none to go on with
 };
 
 // What a run takes from the editing form and the playback controls, by value, at the press of Play.
@@ -40,8 +41,9 @@ struct RunRequest {
     BakedStages baked;      // which of its lines hold a control's value
     bool randomizeStart = false;
     float startTime = 0.1f;  // used when randomizeStart is off
-    // In place of both: goes on where another run was. The frame count begins anew all the same where a stage
-    // reads a channel or a past frame, as at every Play.
+    // In place of both: goes on where another run was, with the pictures of the stages that both have
+    // (render/KeptTargets.h). The frame count begins anew all the same where a stage reads a past frame whose
+    // picture can't be kept. The thread takes the context out; one on another surface goes unused.
     std::optional<PlayedUpTo> playedUpTo;
     uint32_t multisampleIndex = 0;
     QString includeFolder;                   // where #include files are sought; may be empty
@@ -118,6 +120,10 @@ struct RenderRun {
         return true;
     }
 
+    // Asks the thread to leave at the end of its turn. Main thread.
+    void AskToStop();
+    // So long, or until main asks to stop. Render thread.
+    void Rest(int ms);
     // The last thing the thread does: leaves the context to main, or frees it when the run was abandoned.
     void Finish();
     // Starts the thread; false when the system gives none. Main thread.
@@ -125,9 +131,9 @@ struct RenderRun {
     // Waits for Finish, and longer for a frame's file, and joins the thread. When it takes longer, closes the
     // gate for good, lets the thread go on without anything it could touch, and returns false. Main thread.
     bool EndOrAbandon(int timeoutMs);
-    // Where the run ended; that of the run before where it drew nothing. Nothing while its thread goes on,
-    // and without a context. Main thread.
-    std::optional<PlayedUpTo> PlaysAt();
+    // Where the run ended, that of the run before where it drew nothing, with the context, which this run has
+    // no more. Nothing while its thread goes on, and without a context. Main thread.
+    std::optional<PlayedUpTo> HandOver();
     // The errors and the failure sentence, after command 122. Main thread.
     std::array<CompileMessages, kStageCount> ReportedErrors();
     CompileMessages ReportedFailure();
@@ -137,6 +143,7 @@ struct RenderRun {
     Host& host_;  // behind the gate
     std::mutex gate_;
     std::condition_variable endSignal_;
+    std::condition_variable stopSignal_;
     bool abandoned_ = false;  // under gate_
     bool ended_ = false;      // under gate_
 };
@@ -160,8 +167,8 @@ int AbandonedRuns();
 // stack.
 constexpr size_t kRenderStackBytes = size_t(64) << 20;
 
-// Builds the run's context, which takes the request's project. Render thread, or the one
-// thread of a program without windows. False when no context can be made.
+// Builds the run's context, which takes the request's project and what it goes on with. Render thread, or the
+// one thread of a program without windows. False when no context can be made.
 bool PrepareRenderContext(RenderRun& run);
 
 // One frame by the window's size, or by the recording size. True when a frame was drawn. Render thread.

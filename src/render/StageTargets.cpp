@@ -110,8 +110,9 @@ void DeleteStageTargets(ShaderStage& stage) {
     stage.writeIndex = 0;
 }
 
-bool CreateStageTargets(const RenderContext& context, ShaderStage& stage, int width, int height) {
+bool CreateStageTargets(RenderContext& context, ShaderStage& stage, int width, int height) {
     DeleteStageTargets(stage);
+    context.targetFormat = context.frameBufferFormat;
     GLint largestSide = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largestSide);
     bool fits = stage.kind == kStageCubeA || (width <= largestSide && height <= largestSide);

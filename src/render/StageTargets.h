@@ -12,7 +12,7 @@ namespace pixelgrove {
 // count; Cube A is always 1024 by 1024 per face, RGBA16F, single-sampled. Contents are what the driver gives.
 // writeIndex becomes 0. False when the driver has no room for pictures of that size: the stage then draws
 // nothing.
-bool CreateStageTargets(const RenderContext& context, ShaderStage& stage, int width, int height);
+bool CreateStageTargets(RenderContext& context, ShaderStage& stage, int width, int height);
 
 void DeleteStageTargets(ShaderStage& stage);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "commands/Commands.h"
 #include "core/AppState.h"
@@ -101,8 +102,8 @@ bool Playback::PlayOn() {
     const bool wasPaused = app_.run->paused != 0;
     std::shared_ptr<RenderRun> run = player_.currentRun;
     ToggleRun();
-    playedUpTo_ = run->PlaysAt();
-    // Its context has to be gone before another takes the surface.
+    playedUpTo_ = run->HandOver();
+    // A context that it kept has to be gone before another takes the surface.
     run.reset();
     SetButtonState(ButtonState::Idle);
     Play();
@@ -134,7 +135,7 @@ void Playback::ToggleRun() {
         RunRequest request = SnapshotProject(app_, controls_);
         request.randomizeStart = form_.randomizeCheck->isChecked();
         request.startTime = NumberFromText(form_.startTimeEdit->text());
-        request.playedUpTo = playedUpTo_;
+        request.playedUpTo = std::exchange(playedUpTo_, std::nullopt);
         request.surface = surface;
         return request;
     };

@@ -54,7 +54,8 @@ class Playback {
     // Ends whatever runs, compiles or failed, and starts a run. Nothing without OpenGL.
     void PlayAnew();
     // Gives what plays, or failed to compile, the text of now in place of the one from before: time and pause
-    // stay, and the frame count where RunRequest::playedUpTo lets it. False when there is nothing to play.
+    // stay, and pictures of stages and the frame count where RunRequest::playedUpTo lets them. False when
+    // there is nothing to play.
     bool PlayOn();
     // Asks for a single frame in a file, and plays when nothing does; ends a recording that goes on.
     void Record();

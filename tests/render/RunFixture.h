@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "commands/Commands.h"
 #include "platform/Clock.h"
@@ -41,6 +42,7 @@ class Run : public ::testing::Test {
                 RunRequest request = SnapshotProject(*App(), *Controls());
                 request.surface = surface_;
                 request.startTime = 1.0f;
+                request.playedUpTo = std::exchange(playedUpTo_, std::nullopt);
                 return request;
             },
             fps, [this](RenderRun& run) { run.framePath = framePath_; });
@@ -67,6 +69,7 @@ class Run : public ::testing::Test {
     Player player_;
     std::shared_ptr<const SharedFramePath> framePath_;  // of the runs to come
     std::shared_ptr<ResizableSurface> surface_;
+    std::optional<PlayedUpTo> playedUpTo_;  // by the next run
 };
 
 }  // namespace pixelgrove::test

@@ -160,6 +160,68 @@ TEST_F(Run, ARequestToRecordOutlivesTheEndOfARunThatHasNotSeenIt) {
     }
 }
 
+// Stages that keep what they began with, which Image shows: Buffer A and a mark in red and green, Cube A in
+// blue, Buffer B in alpha, which a stage that isn't there fills.
+TEST_F(Run, AnotherGoesOnWithThePicturesThatBothHave) {
+    const auto connect = [](uint32_t stage, size_t index, uint32_t source) {
+        ChannelInput& channel = App()->project.channels[stage][index];
+        test::SetKind(channel, source == kStageCubeA ? kChannelCubeA : kChannelBuffer);
+        channel.sourceStage = int32_t(source);
+    };
+    connect(kStageCubeA, 0, kStageCubeA);
+    for (const uint32_t stage : {kStageBufferA, kStageBufferB, kStageCubeA})
+        connect(kStageImage, stage == kStageCubeA ? 2 : stage - kStageBufferA, stage);
+    App()->run->useGdiDisplay = 1;
+    int32_t count = -1;
+    const auto play = [&](const char* start, const char* mark, int expectedResult = 0,
+                          SurfaceSize size = {32, 18}) {
+        const auto set = [&](uint32_t stage, QByteArray text) {
+            SetText(stage, text.replace("START", start).replace("MARK", mark));
+        };
+        if (const std::shared_ptr<RenderRun> last = player_.currentRun) {
+            EXPECT_TRUE(StopRenderThread(*App(), player_));
+            playedUpTo_ = last->HandOver();
+            count = playedUpTo_->frameCounter;
+        }
+        surface_->Resize(size);
+        set(kStageBufferA,
+            "void mainImage(out vec4 c, in vec2 p) {"
+            " c = vec4(iFrame == 0 ? START : texelFetch(iChannel0, ivec2(p), 0).r, MARK, 0, 1); }");
+        if (App()->project.documents[kStageBufferB].hasText)
+            set(kStageBufferB,
+                "void mainImage(out vec4 c, in vec2 p) {"
+                " c = iFrame == 0 ? vec4(START) : texelFetch(iChannel0, ivec2(p), 0); }");
+        set(kStageCubeA,
+            "void mainCubemap(out vec4 c, in vec2 p, in vec3 o, in vec3 d) {"
+            " c = iFrame == 0 ? vec4(START) : texture(iChannel0, d); }");
+        set(kStageImage,
+            "void mainImage(out vec4 c, in vec2 p) { c = vec4(texelFetch(iChannel0, ivec2(p), 0).rg,"
+            " texture(iChannel2, vec3(1, .2, .1)).b, texelFetch(iChannel1, ivec2(p), 0).a); }");
+        EXPECT_TRUE(Toggle());
+        EXPECT_EQ(WaitResult(), expectedResult);
+        std::string shown;
+        if (expectedResult != 0 || !WaitFrames(4)) return shown;
+        for (const int byte : {2, 1, 0, 3})
+            shown += std::to_string(surface_->Shown()->Row(0)[byte]) + ' ';
+        return shown;
+    };
+    EXPECT_EQ(play("0.2", "0"), "51 0 51 255 ");
+    EXPECT_EQ(play("0.4", "1"), "51 255 51 255 ");
+    EXPECT_EQ(play("gone", "1", 1), "");
+    const int32_t countBefore = count;
+    EXPECT_EQ(play("gone", "0", 1), "") << "twice";
+    EXPECT_EQ(play("0.4", "0"), "51 0 51 255 ") << "what doesn't compile loses nothing";
+    EXPECT_EQ(count, countBefore);
+    App()->project.documents[kStageBufferB].hasText = true;
+    EXPECT_EQ(play("0.4", "1"), "51 255 51 0 ") << "a new stage is clear, and the others go on";
+    EXPECT_GT(count, countBefore);
+    EXPECT_EQ(play("0.6", "0", 0, {40, 20}), "153 0 153 153 ") << "of another size";
+    App()->run->frameBufferFormat = 0x881A;  // 16 bits a channel
+    EXPECT_EQ(play("0.4", "0", 0, {40, 20}), "102 0 102 102 ") << "of another format";
+    ASSERT_TRUE(StopRenderThread(*App(), player_));
+    EXPECT_EQ(play("0.8", "0"), "204 0 204 204 ") << "by Stop and Play";
+}
+
 TEST_F(Run, WhatHangsIsAbandonedAndTheNextRunPlays) {
     App()->run->useGdiDisplay = 1;
     for (const auto place : {test::HangingSurface::In::Context, test::HangingSurface::In::Frame}) {

@@ -2,11 +2,12 @@
 #include <sys/resource.h>
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QDir>
+#include <QGuiApplication>
 #include <QImage>
 
 #include "WindowFixture.h"
-#include "platform/FileWatch.h"
 #include "render/RenderContext.h"
 #include "render/RenderThread.h"
 #include "support/HangingSurface.h"
@@ -377,11 +378,23 @@ TEST_F(PlaybackTest, AFileThatAnotherProgramChangesIsReadAgainAndPlayedOn) {
     ASSERT_TRUE(PumpUntil([this] { return SourceOfRun().contains(u"vec4(3)") && Enabled() == u"RpSs"; }));
     EXPECT_TRUE(isTimeKept());
 
+    // Nor does the picture begin anew.
+    change("c=vec4(.2)");
+    ASSERT_TRUE(PumpUntil([this] { return SourceOfRun().contains(u"vec4(.2)") && Enabled() == u"RpSs"; }));
+    ASSERT_TRUE(PumpUntil([this] { return player.currentRun->framesDrawn > 0; }));
+    change("c=texelFetch(iChannel0,ivec2(p),0)");
+    ASSERT_TRUE(PumpUntil([this] { return SourceOfRun().contains(u"Fetch") && Enabled() == u"RpSs"; }));
+    ASSERT_TRUE(PumpUntil([this] { return player.currentRun->framesDrawn > 0; }));
+    QGuiApplication::clipboard()->clear();
+    Run(kCmdCopyPicture);
+    EXPECT_TRUE(PumpUntil([] { return !QGuiApplication::clipboard()->image().isNull(); }));
+    EXPECT_EQ(qRed(QGuiApplication::clipboard()->image().pixel(2, 2)), 51);
+
     // What this program saves is no change.
     const std::shared_ptr<RenderRun> run = player.currentRun;
     ReplaceText(kPlain);
     Run(kCmdSaveProject);
-    QTest::qWait(5 * FileWatch::kQuietMs);
+    QTest::qWait(100);
     EXPECT_EQ(player.currentRun, run);
 
     // Unsaved changes stay, unless the user gives them up.

@@ -31,8 +31,12 @@ class QtGlContext : public GlContext {
         use_->contexts.fetch_sub(1, std::memory_order_relaxed);
         if (IsMine()) {
             LeaveThread();
-        } else if (context_->thread() == MainThread()) {
-            // Detached, but the last holder is not the main thread.
+        } else if (!context_->thread()) {
+            // Detached. What of it belongs to the main thread is let go there.
+            context_->moveToThread(QThread::currentThread());
+            QThread* main = MainThread();
+            if (!main || main == QThread::currentThread()) return;
+            context_->moveToThread(main);
             context_.release()->deleteLater();
         } else {
             // Another thread may be inside the driver with it. Nothing can free it safely, nor the surface it
@@ -43,6 +47,7 @@ class QtGlContext : public GlContext {
     }
 
     bool MakeCurrent() override {
+        if (!context_->thread()) context_->moveToThread(QThread::currentThread());
         // Qt ends the process when a context is made current by a thread that does not own it.
         return IsMine() && context_->makeCurrent(surface_.get());
     }
@@ -63,7 +68,7 @@ class QtGlContext : public GlContext {
     void Detach() override {
         if (!IsMine()) return;
         LeaveThread();
-        if (QThread* main = MainThread()) context_->moveToThread(main);
+        context_->moveToThread(nullptr);  // whoever makes it current next owns it
     }
 
   private:

@@ -1,7 +1,7 @@
 // QtGlContext: a GlContext on a QOpenGLContext, for a window or an off-screen surface.
 //
-// Made by the thread that renders with it. After Detach the main thread may destroy it; before that only the
-// maker may. The surface is kept alive until the context is gone.
+// Made by the thread that renders with it. After Detach any thread may destroy it, or make it current and so
+// own it; before that only the maker may. The surface is kept alive until the context is gone.
 #pragma once
 
 #include <QSurface>
