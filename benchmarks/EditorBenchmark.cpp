@@ -112,9 +112,9 @@ class Editor {
     }
 
     // From the key event to the end of the paint that shows its glyph, all that the key starts included.
-    void MeasureKeys(const char* name, int count) {
+    void MeasureKeys(const char* name, int count,
+                     const QString& typed = QStringLiteral("vec2 uv = p; /* a */ ")) {
         std::vector<double> keys;
-        const QString typed = QStringLiteral("vec2 uv = p; /* a */ ");
         for (int i = 0; i < count; ++i) {
             const QString text(typed[i % typed.size()]);
             keys.push_back(TimeOf([&] {
@@ -182,6 +182,7 @@ class Editor {
 };
 
 int Run() {
+    const bool keysAlone = QCoreApplication::arguments().contains(QStringLiteral("keys"));
     App()->recent.recentFiles = std::make_unique<StringList>();
     Windows().RegisterDefaultWindows();
     Player player;
@@ -197,7 +198,8 @@ int Run() {
                 App()->project.currentDocument->length);
     editor.MeasurePass();
     editor.MeasureKeys("key to glyph, 10,000 lines", kKeys);
-    editor.MeasureControls();
+    editor.MeasureKeys("key of a word, 10,000 lines", kKeys, QStringLiteral("smoothstep "));
+    if (!keysAlone) editor.MeasureControls();
 
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("large.glsl"));
@@ -214,6 +216,8 @@ int Run() {
     }
     Print("load of a 1 MB file, painted", loads);
     editor.MeasureKeys("key to glyph, 1 MB", kKeys);
+    editor.MeasureKeys("key of a word, 1 MB", kKeys, QStringLiteral("smoothstep "));
+    if (keysAlone) return 0;
 
     editor.MeasureHard("5 MB in 125,000 lines",
                        QStringLiteral("    vec4 a = texture(iChannel0, uv); // b\n").repeated(125000));
