@@ -239,12 +239,12 @@ bool PrepareRenderContext(RenderRun& run) {
     return true;
 }
 
-bool StopRenderThread(AppState& app, Player& player) {
+bool StopRenderThread(AppState& app, Player& player, bool keepsSurface) {
     const std::shared_ptr<RenderRun> run = std::exchange(player.currentRun, nullptr);
     if (!run) return true;
     run->AskToStop();
     const bool ended = run->EndOrAbandon(run->stopWaitMs);
-    run->request.surface->SetInUse(false);
+    if (!keepsSurface || !ended) run->request.surface->SetInUse(false);
     // What the abandoned thread still writes goes into a record that nobody else looks at.
     if (!ended) app.run = std::make_shared<RunControls>(*app.run);
     app.run->hasContext = 0;

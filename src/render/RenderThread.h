@@ -157,8 +157,10 @@ bool ToggleRenderThread(AppState& app, Player& player, const std::function<RunRe
 
 // Asks the current run to stop, waits as long as the run says, and frees its context; a thread that doesn't
 // end in time is abandoned together with context and controls: AppState goes on with a copy of these. Posted
-// results of the run are dropped. Nothing without a run. True unless a thread was abandoned. Main thread.
-bool StopRenderThread(AppState& app, Player& player);
+// results of the run are dropped. Nothing without a run. True unless a thread was abandoned. With
+// keepsSurface the surface of a run that has ended counts as in use, for another that takes its place. Main
+// thread.
+bool StopRenderThread(AppState& app, Player& player, bool keepsSurface = false);
 
 // Threads that were abandoned and have not ended yet.
 int AbandonedRuns();

@@ -10,6 +10,7 @@
 #include "platform/Clock.h"
 #include "project/ProjectModel.h"
 #include "render/FrameRecorder.h"
+#include "render/RenderContext.h"
 #include "render/widgets/OffscreenOutput.h"
 #include "render/widgets/WindowSurface.h"
 #include "ui/MessagePane.h"
@@ -101,31 +102,42 @@ bool Playback::PlayOn() {
     if (!app_.display.openGlOk || !player_.currentRun) return false;
     const bool wasPaused = app_.run->paused != 0;
     std::shared_ptr<RenderRun> run = player_.currentRun;
-    ToggleRun();
+    const std::shared_ptr<OutputSurface> surface = run->request.surface;
+    EndRun(true);
     playedUpTo_ = run->HandOver();
     // A context that it kept has to be gone before another takes the surface.
     run.reset();
     SetButtonState(ButtonState::Idle);
     Play();
     playedUpTo_.reset();
+    if (!player_.currentRun || player_.currentRun->request.surface != surface) surface->SetInUse(false);
     if (wasPaused) app_.run->paused = 1;
     return player_.currentRun != nullptr;
 }
 
 std::shared_ptr<OutputSurface> Playback::ChooseSurface() {
-    if (!player_.outputSurface || IsRetired(*player_.outputSurface))
-        return CreateOffscreenOutput(lastOutputSize_);
-    NoteOutputSize(player_.outputSurface->ClientSize());
-    return player_.outputSurface;
+    if (player_.outputSurface && !IsRetired(*player_.outputSurface)) {
+        NoteOutputSize(player_.outputSurface->ClientSize());
+        return player_.outputSurface;
+    }
+    // What plays off the screen goes on there with its pictures.
+    if (playedUpTo_ && playedUpTo_->context && !IsRetired(*playedUpTo_->context->surface))
+        return playedUpTo_->context->surface;
+    return CreateOffscreenOutput(lastOutputSize_);
+}
+
+void Playback::EndRun(bool keepsSurface) {
+    refresh_.stop();
+    StopRenderThread(app_, player_, keepsSurface);
+    if (runEnded) runEnded();
 }
 
 void Playback::ToggleRun() {
-    refresh_.stop();
     if (player_.currentRun) {
-        StopRenderThread(app_, player_);
-        if (runEnded) runEnded();
+        EndRun(false);
         return;
     }
+    refresh_.stop();
     const std::shared_ptr<OutputSurface> surface = ChooseSurface();
     if (!surface) {
         pane_.Say(QStringLiteral("The window system gives no surface to draw on."));

@@ -85,9 +85,11 @@ class Playback {
     bool IsRefreshing() const { return refresh_.isActive(); }
 
   private:
-    // The open output window, else an off-screen surface of the size that it had last. Null without either.
+    // The open output window, else where the run was whose place is taken, else an off-screen surface of the
+    // size that the window had last. Null without any.
     std::shared_ptr<OutputSurface> ChooseSurface();
     void ToggleRun();
+    void EndRun(bool keepsSurface);
     void ForgetErrors();
 
     Ui::EditWindow& form_;

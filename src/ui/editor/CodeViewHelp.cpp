@@ -18,7 +18,7 @@ namespace {
 constexpr QPoint kTipOffset{2, 16};
 
 // A tool tip is as wide as its longest line of code.
-constexpr qsizetype kMaxColumns = 96;
+constexpr qsizetype kMaxColumns = 84;
 
 // Goes on in the next line behind a comma.
 QString BrokenAtCommas(QString line) {
