@@ -162,9 +162,8 @@ bool Measure(const QString& projectPath) {
         turn.ffmpeg = (turn.ffmpeg - start) / (frames - 1);
     for (const auto clock : {&Cost::wallMs, &Cost::ownMs}) {
         const auto range = [&](auto&& value) {
-            std::vector<double> values;
-            for (const Turn& turn : turns)
-                values.push_back(value(turn));
+            std::vector<double> values(turns.size());
+            std::ranges::transform(turns, values.begin(), value);
             std::ranges::sort(values);
             return Range{values.front(), values[values.size() / 2], values.back()};
         };

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <compare>
 #include <cstddef>
+#include <utility>
 
 namespace pixelgrove {
 
@@ -11,15 +11,13 @@ namespace {
 
 constexpr size_t kLongest = 15;
 
-// Ordered by how often it occurs, and no two alike.
 struct Leaf {
     uint32_t count = 0;
     uint16_t symbol = 0;
-    auto operator<=>(const Leaf&) const = default;
 };
 
 // How many leaves lie at each depth of the tree that always joins the two rarest, those below the limit
-// counted there. Leaves are in their order, two at least.
+// counted there. Leaves are ordered by their counts, two at least.
 std::array<uint32_t, kLongest + 1> CountDepths(std::span<const Leaf> leaves, int limit) {
     std::array<uint32_t, kMaxHuffmanSymbols> weights{};
     std::array<uint16_t, kMaxHuffmanSymbols> leafParents{}, parents{};
@@ -73,7 +71,8 @@ void FindCodeLengths(std::span<const uint32_t> counts, int limit, std::span<uint
         return;
     }
     const std::span leaves(all.data(), used);
-    std::ranges::sort(leaves);
+    // No two are alike.
+    std::ranges::sort(leaves, {}, [](const Leaf& leaf) { return std::pair(leaf.count, leaf.symbol); });
     std::array<uint32_t, kLongest + 1> numbers = CountDepths(leaves, limit);
     MakeRoom(numbers, limit);
     size_t leaf = 0;
