@@ -172,7 +172,7 @@ bool AddPicture(QByteArray& file, const std::array<Strip, kStrips>& strips) {
 
 }  // namespace
 
-QByteArray EncodePng(const Bitmap& bitmap) {
+QByteArray EncodePng(const Bitmap& bitmap) try {
     if (!bitmap.IsComplete()) return {};
     std::array<Strip, kStrips> strips;
     for (int i = 0; i < kStrips; ++i) {
@@ -190,6 +190,8 @@ QByteArray EncodePng(const Bitmap& bitmap) {
     if (!AddPicture(file, strips)) return {};
     AddChunk(file, "IEND");
     return file;
+} catch (const std::bad_alloc&) {
+    return {};
 }
 
 }  // namespace pixelgrove
