@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/Clock.h"
-
 namespace pixelgrove {
 
 namespace {
@@ -12,7 +10,6 @@ namespace {
 constexpr int64_t kCounterFrequency = 1'000'000'000;
 constexpr int64_t kSpinNs = 300'000;
 constexpr int64_t kLongestSleepNs = 20'000'000;
-constexpr int64_t kStopLookNs = 4'000'000;
 
 }  // namespace
 
@@ -20,15 +17,16 @@ int64_t FrameIntervalNs(uint32_t fpsTarget) {
     return kCounterFrequency / std::max<uint32_t>(fpsTarget, 1);
 }
 
-int64_t WaitForFrame(int64_t lastNs, int64_t intervalNs, const std::atomic<uint32_t>& stop) {
+int64_t WaitForFrame(int64_t lastNs, int64_t intervalNs, const std::atomic<uint32_t>& stop,
+                     const std::function<void(int64_t)>& sleepUntilNs) {
     const int64_t deadlineNs = lastNs + intervalNs;
     int64_t now = CounterNs();
     if (now > deadlineNs) return now;
-    const bool isLong = deadlineNs - now > kLongestSleepNs;
-    const int64_t wakeNs = isLong ? now + kLongestSleepNs : deadlineNs - kSpinNs;
-    for (; now < wakeNs && stop.load(std::memory_order_relaxed) == 0; now = CounterNs())
-        SleepUntilNs(std::min(wakeNs, now + kStopLookNs));
-    if (isLong) return 0;
+    if (deadlineNs - now > kLongestSleepNs) {
+        sleepUntilNs(now + kLongestSleepNs);
+        return 0;
+    }
+    if (deadlineNs - now > kSpinNs) sleepUntilNs(deadlineNs - kSpinNs);
     while (stop.load(std::memory_order_relaxed) == 0) {
         now = CounterNs();
         if (now > deadlineNs) return now;

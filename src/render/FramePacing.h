@@ -5,6 +5,9 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
+
+#include "platform/Clock.h"
 
 namespace pixelgrove {
 
@@ -14,8 +17,10 @@ int64_t FrameIntervalNs(uint32_t fpsTarget);
 // Waits until more than intervalNs have passed since lastNs, and returns the counter then; returns 0 when
 // stop was set first, or when a wait of at most 20 ms has not reached the deadline: the caller looks at
 // pause, rate and size anew and asks again. Sleeps to about 0.3 ms before the deadline and spins the rest:
-// sleeping alone is late by the scheduler's whim, spinning alone takes a whole core.
-int64_t WaitForFrame(int64_t lastNs, int64_t intervalNs, const std::atomic<uint32_t>& stop);
+// sleeping alone is late by the scheduler's whim, spinning alone takes a whole core. sleepUntilNs may return
+// as soon as stop is set.
+int64_t WaitForFrame(int64_t lastNs, int64_t intervalNs, const std::atomic<uint32_t>& stop,
+                     const std::function<void(int64_t)>& sleepUntilNs = SleepUntilNs);
 
 // The shown rate looks back over 2 to 6 seconds: a window that grows past 6 is cut to 2 that carry the same
 // rate.

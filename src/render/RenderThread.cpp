@@ -39,7 +39,7 @@ void ChooseSampleExponent(uint32_t multisampleIndex) {
     if ((1 << std::min<uint32_t>(multisampleIndex, 30)) <= most) sampleExponent = multisampleIndex;
 }
 
-constexpr int kPauseTurnMs = 100;
+constexpr int64_t kPauseTurnNs = 100'000'000;
 
 void ReportFailure(RenderRun& run, const CompileOutcome& outcome) {
     FailureReport report = ReportOf(*run.context, outcome, run.request.baked);
@@ -55,6 +55,7 @@ void FrameLoop(RenderRun& run) {
     RateMeter meter;
     meter.Restart(TickCountMs());
     bool lastWasDrawn = true;
+    const auto rest = [&run](int64_t counterNs) { run.RestUntil(counterNs); };
     while (run.stopRequested == 0) {
         // A run that goes on in another's place shows its picture first, which is the one before the last:
         // also in a pause, and at once where there is something to draw on.
@@ -64,12 +65,12 @@ void FrameLoop(RenderRun& run) {
             // No frame comes to fill what another window covered meanwhile.
             if (run.context->surface->TakeRepaintRequest()) PresentByBlit(*run.context);
             GivePicture(run);
-            run.Rest(kPauseTurnMs);
+            rest(CounterNs() + kPauseTurnNs);
             continue;
         }
         const bool isAtOnce = std::exchange(lastWasDrawn, false) && owesPicture;
         const int64_t intervalNs = isAtOnce ? 0 : FrameIntervalNs(controls.fpsTarget);
-        const int64_t now = WaitForFrame(lastFrameNs, intervalNs, run.stopRequested);
+        const int64_t now = WaitForFrame(lastFrameNs, intervalNs, run.stopRequested, rest);
         if (now != 0) {
             const bool drawn = RenderFrameTick(run);
             if (run.stopRequested) return;
@@ -136,9 +137,11 @@ void RenderRun::AskToStop() {
     stopSignal_.notify_all();
 }
 
-void RenderRun::Rest(int ms) {
+void RenderRun::RestUntil(int64_t counterNs) {
+    // Both are the system's monotonic clock.
+    const std::chrono::steady_clock::time_point end{std::chrono::nanoseconds(counterNs)};
     std::unique_lock lock(gate_);
-    stopSignal_.wait_for(lock, std::chrono::milliseconds(ms), [this] { return stopRequested != 0; });
+    stopSignal_.wait_until(lock, end, [this] { return stopRequested != 0; });
 }
 
 void RenderRun::Finish() {

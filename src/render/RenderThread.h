@@ -122,8 +122,8 @@ struct RenderRun {
 
     // Asks the thread to leave at the end of its turn. Main thread.
     void AskToStop();
-    // So long, or until main asks to stop. Render thread.
-    void Rest(int ms);
+    // Sleeps until the counter (platform/Clock.h) is there, or main asks to stop. Render thread.
+    void RestUntil(int64_t counterNs);
     // The last thing the thread does: leaves the context to main, or frees it when the run was abandoned.
     void Finish();
     // Starts the thread; false when the system gives none. Main thread.
