@@ -126,14 +126,23 @@ def show_tree(desktop, main):
     desktop.key("F6", "F6")
 
 
+COSINE = (292, 137)  # the word cos, from the corner of the editor, below the line that is written there
+
+
 def editor(desktop):
-    """Completion, and the editor's own menu, in a project that is begun anew."""
+    """Completion, the help of a word, and the editor's own menu, in a project that is begun anew."""
     run, main, _ = open_main(desktop)
     begin_line(desktop, 4)
     desktop.type("float edge = smo")
     text = main_part(desktop, main, "editorSplitter", bottom=240)
     desktop.save("completion", desktop.shown(text))
-    desktop.key("Escape", "Menu")
+    desktop.key("Escape")
+    wait_for("the list to close", lambda: not desktop.popups())
+    desktop.xdotool("mousemove", text[0] + COSINE[0], text[1] + COSINE[1])
+    wait_for("a tool tip", desktop.popups)
+    desktop.save("word_help", desktop.shown(union(text, *desktop.popups())))
+    desktop.rest_mouse()
+    desktop.key("Menu")
     wait_for("the editor's menu", desktop.popups)
     desktop.save("editor_menu", desktop.shown(union(text, *desktop.popups())))
     # Create Control is the last but one.

@@ -168,7 +168,7 @@ void BrowserWindow::FitColumns() {
     const QFontMetrics letters = form_->resultList->fontMetrics();
     for (int i = 0; i < int(std::size(kColumnPercent)); ++i) {
         // A title shows whole, and so do an id and a size.
-        const QString whole = i == 0   ? QStringLiteral("XXXXXX")
+        const QString whole = i == 0   ? QStringLiteral("MXMXMX")
                               : i == 3 ? QStringLiteral("888888")
                                        : QString();
         const int least =
