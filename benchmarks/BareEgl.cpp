@@ -2,26 +2,14 @@
 // bench_startup takes turns with pixelgrove-render with. The first device with EGL is taken, as there.
 
 #define EGL_NO_X11
-#define GL_GLEXT_PROTOTYPES
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
-#include <GL/gl.h>
-#include <GL/glext.h>
 
-#include <utility>
+#include "BareGl.h"
 
 namespace {
 
 constexpr int kSide = 64;
-constexpr const char* kVertexText = R"(#version 330 core
-layout(location = 0) in vec2 position;
-void main() { gl_Position = vec4(position, 0.0, 1.0); }
-)";
-constexpr const char* kFragmentText = R"(#version 330
-uniform vec3 iResolution;
-out vec4 colour;
-void main() { colour = vec4(gl_FragCoord.xy / iResolution.xy, 0.5, 1.0); }
-)";
 
 EGLDisplay FindDisplay() {
     const auto queryDevices =
@@ -38,23 +26,6 @@ EGLDisplay FindDisplay() {
     return EGL_NO_DISPLAY;
 }
 
-bool UseProgram() {
-    const GLuint program = glCreateProgram();
-    for (const auto& [kind, text] :
-         {std::pair{GL_VERTEX_SHADER, kVertexText}, std::pair{GL_FRAGMENT_SHADER, kFragmentText}}) {
-        const GLuint shader = glCreateShader(GLenum(kind));
-        glShaderSource(shader, 1, &text, nullptr);
-        glCompileShader(shader);
-        glAttachShader(program, shader);
-    }
-    glLinkProgram(program);
-    GLint isLinked = 0;
-    glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
-    glUseProgram(program);
-    glUniform3f(glGetUniformLocation(program, "iResolution"), kSide, kSide, 1);
-    return isLinked != 0;
-}
-
 void BindTarget() {
     GLuint texture = 0, frameBuffer = 0;
     glGenTextures(1, &texture);
@@ -66,19 +37,6 @@ void BindTarget() {
     glViewport(0, 0, kSide, kSide);
 }
 
-void DrawQuad() {
-    constexpr float kQuad[] = {-1, -1, -1, 1, 1, -1, 1, -1, -1, 1, 1, 1};
-    GLuint array = 0, buffer = 0;
-    glGenVertexArrays(1, &array);
-    glBindVertexArray(array);
-    glGenBuffers(1, &buffer);
-    glBindBuffer(GL_ARRAY_BUFFER, buffer);
-    glBufferData(GL_ARRAY_BUFFER, sizeof kQuad, kQuad, GL_STATIC_DRAW);
-    glEnableVertexAttribArray(0);
-    glVertexAttribPointer(0, 2, GL_FLOAT, GL_FALSE, 0, nullptr);
-    glDrawArrays(GL_TRIANGLES, 0, 6);
-}
-
 }  // namespace
 
 int main() {
@@ -87,8 +45,9 @@ int main() {
     const EGLContext context = eglCreateContext(display, nullptr, EGL_NO_CONTEXT, nullptr);
     if (!eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context)) return 1;
     BindTarget();
-    if (!UseProgram()) return 1;
-    DrawQuad();
+    UseBareProgram(kBareFragmentText, kSide, kSide);
+    BindBareQuad();
+    DrawBareQuad();
     static unsigned char pixels[kSide * kSide * 4];
     glReadPixels(0, 0, kSide, kSide, GL_BGRA, GL_UNSIGNED_BYTE, pixels);
     const bool isDrawn = glGetError() == GL_NO_ERROR && pixels[0] == 128;

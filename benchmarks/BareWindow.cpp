@@ -1,7 +1,8 @@
 // A bare window of Qt that draws one frame by OpenGL, in a context of the form that the output window has:
 // what bench_startup takes turns with the workbench with.
 
-#define GL_GLEXT_PROTOTYPES
+#include "BareGl.h"
+
 #include <QFile>
 #include <QGuiApplication>
 #include <QOpenGLContext>
@@ -10,17 +11,6 @@
 #include <utility>
 
 namespace {
-
-constexpr const char* kVertexText = R"(#version 330 core
-layout(location = 0) in vec2 position;
-out vec2 texCoord;
-void main() { texCoord = 0.5 + 0.5 * position; gl_Position = vec4(position, 0.0, 1.0); }
-)";
-constexpr const char* kFragmentText = R"(#version 330
-uniform vec3 iResolution;
-out vec4 colour;
-void main() { colour = vec4(gl_FragCoord.xy / iResolution.xy, 0.5, 1.0); }
-)";
 
 class BareWindow : public QWindow {
   public:
@@ -46,37 +36,16 @@ class BareWindow : public QWindow {
 
   private:
     void Draw() {
-        constexpr float kQuad[] = {-1, -1, -1, 1, 1, -1, 1, -1, -1, 1, 1, 1};
-        GLuint array = 0, buffer = 0;
-        glGenVertexArrays(1, &array);
-        glBindVertexArray(array);
-        glGenBuffers(1, &buffer);
-        glBindBuffer(GL_ARRAY_BUFFER, buffer);
-        glBufferData(GL_ARRAY_BUFFER, sizeof kQuad, kQuad, GL_STATIC_DRAW);
-        glEnableVertexAttribArray(0);
-        glVertexAttribPointer(0, 2, GL_FLOAT, GL_FALSE, 0, nullptr);
+        BindBareQuad();
         glViewport(0, 0, width(), height());
         GLuint picture = 0;
         for (const QByteArray& text : shaders_) {
-            UseProgram(text);
+            const GLuint program = UseBareProgram(text.constData(), float(width()), float(height()));
+            glUniform1f(glGetUniformLocation(program, "iTime"), 100);
             glBindTexture(GL_TEXTURE_2D, picture);
             picture = &text == &shaders_.constLast() ? BindWindow() : BindTarget();
-            glDrawArrays(GL_TRIANGLES, 0, 6);
+            DrawBareQuad();
         }
-    }
-    void UseProgram(const QByteArray& fragmentText) {
-        const GLuint program = glCreateProgram();
-        for (const auto& [kind, text] : {std::pair{GL_VERTEX_SHADER, kVertexText},
-                                         std::pair{GL_FRAGMENT_SHADER, fragmentText.constData()}}) {
-            const GLuint shader = glCreateShader(GLenum(kind));
-            glShaderSource(shader, 1, &text, nullptr);
-            glCompileShader(shader);
-            glAttachShader(program, shader);
-        }
-        glLinkProgram(program);
-        glUseProgram(program);
-        glUniform3f(glGetUniformLocation(program, "iResolution"), float(width()), float(height()), 1);
-        glUniform1f(glGetUniformLocation(program, "iTime"), 100);
     }
     GLuint BindTarget() {
         GLuint texture = 0, frameBuffer = 0;
@@ -115,7 +84,7 @@ int main(int argc, char** argv) {
         if (!file.open(QIODevice::ReadOnly)) return 1;
         shaders.append(file.readAll());
     }
-    if (shaders.isEmpty()) shaders.append(kFragmentText);
+    if (shaders.isEmpty()) shaders.append(kBareFragmentText);
     BareWindow window(std::move(shaders));
     window.setTitle(QStringLiteral("Bare window"));
     window.setGeometry(0, 0, 950, 565);
