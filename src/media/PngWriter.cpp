@@ -35,6 +35,10 @@ struct Strip {
     z_off_t unpackedBytes = 0;
 };
 
+uLong CrcOf(QByteArrayView bytes, uLong before = 0) {
+    return crc32_z(before, reinterpret_cast<const Bytef*>(bytes.data()), size_t(bytes.size()));
+}
+
 size_t ChannelsOf(const Bitmap& bitmap) {
     return bitmap.bitsPerPixel == 8 ? 1 : 3;
 }
@@ -108,7 +112,7 @@ void PackStrip(const Bitmap& bitmap, Strip& strip) {
         line = block.data();
     }
     packed.truncate(qsizetype(deflater->EndPart(isLast)));
-    strip.crc = crc32_z(0, reinterpret_cast<const Bytef*>(packed.constData()), size_t(packed.size()));
+    strip.crc = CrcOf(packed);
     strip.packed = std::move(packed);
 }
 
@@ -136,10 +140,6 @@ QByteArray BigEndian(uint32_t number) {
     const std::array<char, 4> bytes = {char(number >> 24), char(number >> 16), char(number >> 8),
                                        char(number)};
     return QByteArray(bytes.data(), bytes.size());
-}
-
-uLong CrcOf(QByteArrayView bytes, uLong before = 0) {
-    return crc32_z(before, reinterpret_cast<const Bytef*>(bytes.data()), size_t(bytes.size()));
 }
 
 void AddChunk(QByteArray& file, const QByteArray& typeAndData) {
